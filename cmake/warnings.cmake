@@ -1,0 +1,14 @@
+# The warnings every target of ours is compiled with. Linked as a library, so that foreign targets stay untouched.
+add_library(nimbry_warnings INTERFACE)
+target_compile_options(nimbry_warnings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+  # The formulas are sums in a stated order: no fused multiply-add may change their last digit.
+  -ffp-contract=off)
+if(NIMBRY_WERROR)
+  target_compile_options(nimbry_warnings INTERFACE -Werror)
+endif()
+if(NIMBRY_SANITIZE)
+  target_compile_options(nimbry_warnings INTERFACE -fsanitize=${NIMBRY_SANITIZE} -fno-omit-frame-pointer
+    -fno-sanitize-recover=all)
+  target_link_options(nimbry_warnings INTERFACE -fsanitize=${NIMBRY_SANITIZE})
+endif()

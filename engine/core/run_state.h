@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+#include "engine/core/busy_flag.h"
+
+namespace nimbry {
+
+/// Where the program stands between its start and its exit, and what the cycle counts.
+struct RunState {
+    bool fullystarted = false;    ///< the first train has been through the cycle
+    bool ProgramClosing = false;  ///< an exit has begun: no timer tick, datagram or receive event does work any more
+    bool HaveError = false;       ///< an unrecoverable error was reported; it suppresses the saves of the exit
+    bool DuplicateError = false;  ///< a record routine has already gone on after one error; the next is fatal
+    std::string ExitWord;         ///< the end of the program log's stop line
+    BusyFlag savingrafs;          ///< the graph save is running
+    BusyFlag tdaysaving;          ///< the save of the day's extremes is running
+
+    bool LoneAllowed = false;  ///< a cycle has been completed: lone wind groups may be decoded
+    int SaveCounter = 0;       ///< cycles since the last save of the extremes
+    int SaveRounds = 0;        ///< saves since AlarmMailSent was last cleared
+    int ComStateCount = 0;
+    int FtpStuckCount = 0;     ///< cycles in a row that found an upload under way
+    int SyncWaitCount = 0;     ///< cycles in a row that found the sync listener not listening
+};
+
+}  // namespace nimbry

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "engine/core/main_settings.h"
+#include "engine/core/run_state.h"
+#include "engine/derived/rain_state.h"
+#include "engine/derived/units.h"
+#include "engine/displays/main_panel.h"
+#include "engine/station/comm_state.h"
+#include "engine/station/readings.h"
+
+namespace nimbry {
+
+/// All running state of one copy, made of the rooms' own structs. Owned by the Engine (core/engine.h) for the life of the
+/// program and handed to the routines by reference; there is no other state.
+struct WeatherState {
+    MainSettings settings;  ///< the `Main` keys in force
+    Units units;            ///< what displays go through
+    RunState run;           ///< start, exit and cycle
+    CommState comm;         ///< the line and the frame in hand
+    Readings readings;      ///< the current weather
+    RainState rain;         ///< rain of the day and of the last hour
+    MainPanel panel;        ///< the main window's boxes
+
+    bool havegrafdata = false;  ///< the graph store is in use: the status label no longer says "Program Starting"
+};
+
+}  // namespace nimbry

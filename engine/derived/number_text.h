@@ -1,0 +1,50 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace nimbry {
+
+// Turning readings into the program's texts and back. All of it is independent of the locale.
+
+/// Rounds to `digits` decimals (0 or more), ties to the even digit, in doubles: nearbyint(value * 10^digits) / 10^digits.
+///   Round(1.15, 1) = 1.2   Round(17.05, 1) = 17   Round(1008.25, 1) = 1008.2
+[[nodiscard]] double Round(double value, int digits);
+
+/// The shortest plain text of a number: decimal point, "0" before it, no trailing zeros, no exponent, minus zero is "0".
+/// A double has at most 15 significant digits; a single the fewest digits that read back as the same single.
+///   numtext(0.28) = "0.28"   numtext(-0.0) = "0"   numtext(12.3f) = "12.3"   numtext(1e5) = "100000"
+[[nodiscard]] std::string numtext(double value);
+[[nodiscard]] std::string numtext(float value);
+[[nodiscard]] std::string numtext(int value);
+
+/// The number that a text begins with; never fails. Blanks and tabs are skipped anywhere before and between sign and
+/// digits; then a sign, digits, one point, an optional exponent (E or D); it stops at the first other character. No
+/// digits give 0; a comma stops the number.
+///   Val("- 12.3") = -12.3   Val("1E2") = 100   Val("12,3") = 12   Val("EE") = 0
+[[nodiscard]] double Val(std::string_view text);
+
+/// True when the trimmed text is a complete number: optional sign, digits with at most one point or comma, optional
+/// exponent, at least one digit, nothing else. The empty text is not.
+[[nodiscard]] bool IsNumeric(std::string_view text);
+
+/// The text without blanks at both ends.
+[[nodiscard]] std::string trimmed(std::string_view text);
+
+/// Every "," becomes ".": what a decimal comma looks like in tag texts, logs and uploads.
+[[nodiscard]] std::string repcomma(std::string text);
+
+/// Joins a value and its unit into one token: " °" to "°", "°" to "", " %" to "%", " m/S", " km/h", " MPH", " KT", " mB",
+/// " hPa", " mm" and " In" likewise, in this order, each over the whole text.
+[[nodiscard]] std::string repdegree(std::string text);
+
+/// Degrees Celsius to degrees Fahrenheit, rounded to one decimal: Round(celsius * 9 / 5 + 32, 1). The name is the program's own.
+[[nodiscard]] float roundnst(double celsius);
+
+/// The same of a text that may carry a decimal comma; 0 when it is not numeric.
+[[nodiscard]] float roundnst(std::string_view celsius);
+
+/// Cuts to `digits` decimals toward zero: trunc(value * 10^digits) / 10^digits.
+[[nodiscard]] float roundsig(double value, int digits);
+
+}  // namespace nimbry

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "engine/ports/clock.h"
+
+namespace nimbry {
+
+/// The current readings as the groups give them. `rdat` is the station's own text, `raw` the metric text with a decimal
+/// point; both are texts of digits ("12.3"), without sign unless said. Empty until the first good group.
+struct Readings {
+    // Clock (group 8F)
+    std::string rdattime;    ///< "HH:MM:SS"
+    std::string rdatday;     ///< day of the month without a leading zero, "5"
+    std::string rdatmonth;   ///< "Jan" to "Dec"; empty for a month digit that is none
+    std::optional<CivilTime> dtvar;  ///< the station's date-time, in the computer's year; nothing before the first valid one
+    bool HaveValidDate = false;      ///< the last 8F group held a possible date and time
+    int YesterDay = 0;               ///< day of the month one minute before dtvar
+
+    // Humidity (8F)
+    std::string rdathumidity, rdatinhumidity;  ///< percent, as sent (97 stays 97 when it means 100)
+
+    // Temperature (9F)
+    std::string rdatotempsign, rdatotemp;  ///< outdoor, "+" or "-" and "12.3", degrees C
+    std::string rdatitempsign, rdatitemp;  ///< indoor
+    std::string rawostemp;                 ///< outdoor with its sign, "-04.7"
+    std::string rawintemp;
+
+    // Barometer (AF)
+    std::string rdatbarometer;  ///< whole hectopascals
+    char rdatbarotrend = 0;     ///< digit: '1' rising, '2' steady, '4' falling; 0 before the first
+    int rdatoutlook = 0;        ///< forecast: 1 sunny, 2 cloudy, 4 partly cloudy, 8 rain or snow
+    double BaroValue = 0;       ///< hectopascals, of the last sound reading
+    std::string BaroInvariant;  ///< the same as text with a point
+
+    // Rain (BF)
+    std::string rdatpeakrain;  ///< rate, mm per hour
+    std::string rdattotrain;   ///< the station's counter, mm
+    double RainRateMm = 0;     ///< mm per hour
+    std::string RainTotalText; ///< the counter as number text
+
+    // Wind (CF)
+    std::string rdatwindgs, rdatwindgd, rdatwindas, rdatwindad;  ///< gust and average: m/s and degrees
+    std::string rawwindgs, rawwindas;  ///< m/s
+    std::string MaxGustMs;             ///< highest gust since start, m/s
+    double GustMph = 0, MaxGustMph = 0;
+    double GustSpeed = 0, AvgSpeed = 0;    ///< in the wind unit, one decimal
+    double PeakGust = 0, MaxAvg = 0;       ///< running maxima in the wind unit
+    double MaxGustToday = 0;
+    int gdirint = 0, adirint = 0;          ///< degrees
+    std::string gwcompaf, awcompaf;        ///< "N", "NE", ...
+    std::string gwcompas, awcompas;        ///< "North", "North East", ...
+
+    // Derived
+    double dewnative = 0, chillnative = 0, hinative = 0;  ///< degrees C, one decimal
+    double Evap = 0;          ///< vapour pressure, hPa, as the dew point left it
+    bool ChillValid = false;  ///< a train has given a wind chill
+};
+
+}  // namespace nimbry
