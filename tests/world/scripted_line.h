@@ -1,0 +1,56 @@
+#pragma once
+
+#include <deque>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "engine/ports/clock.h"
+#include "engine/ports/serial_line.h"
+#include "tests/world/journal.h"
+
+namespace nimbry::test {
+
+/// A serial port whose other end is the test. Every device opens unless the test says otherwise.
+class ScriptedLine : public SerialLine {
+public:
+    /// `clock` dates the calls; `journal`, if any, gets "line open DEVICE" and "line close". Both must outlive this
+    /// object.
+    explicit ScriptedLine(const Clock& clock, Journal* journal = nullptr) : clock_(clock), journal_(journal) {}
+
+    PortOpenResult open(const std::string& device) override;
+    void close() override;
+    [[nodiscard]] bool is_open() const override { return !device_.empty(); }
+    Bytes take() override;
+
+    /// Bytes reach the port. They are lost while it is closed, as on a real line.
+    void arrive(const Bytes& bytes);
+    /// The device goes away: the port is closed, and opening it fails until plug_in().
+    void unplug(const std::string& device);
+    void plug_in(const std::string& device) { refusals_.erase(device); }
+    /// Opening this device fails with `result`, until `result` is `ok`.
+    void refuse(const std::string& device, PortOpenResult result);
+    /// The next attempts to open, whatever the device, end so; then things are as before.
+    void answer_opens(std::vector<PortOpenResult> results);
+
+    /// One attempt to open.
+    struct Attempt {
+        Instant at;
+        std::string device;
+        PortOpenResult result;
+    };
+    [[nodiscard]] const std::vector<Attempt>& attempts() const { return attempts_; }
+    /// The device that is open; empty when none is.
+    [[nodiscard]] const std::string& device() const { return device_; }
+
+private:
+    const Clock& clock_;
+    Journal* journal_;
+    std::string device_;
+    Bytes held_;
+    std::map<std::string, PortOpenResult> refusals_;
+    std::deque<PortOpenResult> next_results_;
+    std::vector<Attempt> attempts_;
+};
+
+}  // namespace nimbry::test
