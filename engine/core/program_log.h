@@ -9,7 +9,8 @@
 
 namespace nimbry {
 
-/// The dated event log `nbyprog.log`: one line an event, opened, written and closed each time. Texts are 8-bit, lines end in CR LF.
+/// The dated event log `nbyprog.log`: one line an event, opened, written and closed each time. Texts are 8-bit, lines
+/// end in CR LF.
 class ProgramLog {
 public:
     static constexpr std::string_view file = "nbyprog.log";
@@ -35,6 +36,9 @@ public:
     [[nodiscard]] std::string when() const;
 
 private:
+    [[nodiscard]] std::string computer_when() const;
+    FileResult append(std::string_view lines);
+
     const WeatherState& state_;
     const Clock& clock_;
     Files& files_;

@@ -13,7 +13,7 @@ namespace nimbry {
 /// tag. An unset table (nothing received yet) holds no digits: operator() then gives 0, which is no digit.
 template <int Count>
 struct DigitTable {
-    std::array<char, Count> digits{};
+    std::array<char, std::size_t{Count}> digits{};
     bool set = false;
 
     /// The n-th digit as an upper-case hexadecimal character, n from 1 to Count.

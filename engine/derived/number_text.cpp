@@ -1,0 +1,199 @@
+#include "engine/derived/number_text.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <climits>
+#include <cmath>
+#include <system_error>
+#include <utility>
+
+#include "engine/core/run_time_error.h"
+
+namespace nimbry {
+namespace {
+
+double power_of_ten(int digits) {
+    double power = 1;
+    for (int i = 0; i < digits; ++i) power *= 10;
+    return power;
+}
+
+// Lays out a "-d.ddde+xx" text without its exponent. Asking to_chars for a fixed form instead would print digits beyond
+// the 15 that a double is known by.
+std::string laid_out(std::string_view scientific) {
+    const bool negative = scientific.front() == '-';
+    if (negative) scientific.remove_prefix(1);
+    const std::size_t e = scientific.find('e');
+    std::string_view power = scientific.substr(e + 1);
+    if (power.front() == '+') power.remove_prefix(1);
+    int exponent = 0;
+    std::from_chars(power.data(), power.data() + power.size(), exponent);
+
+    std::string digits;
+    for (const char c : scientific.substr(0, e))
+        if (c != '.') digits += c;
+    digits.erase(digits.find_last_not_of('0') + 1);
+    if (digits.empty()) return "0";
+
+    const int count = static_cast<int>(digits.size());
+    if (exponent < 0) {
+        digits.insert(0, static_cast<std::size_t>(-exponent), '0');
+        digits.insert(1, ".");
+    } else if (count <= exponent + 1) {
+        digits.append(static_cast<std::size_t>(exponent + 1 - count), '0');
+    } else {
+        digits.insert(static_cast<std::size_t>(exponent + 1), ".");
+    }
+    return negative ? "-" + digits : digits;
+}
+
+template <class Number, class... Precision>
+std::string number_text(Number value, Precision... precision) {
+    if (!std::isfinite(value)) throw RunTimeError{ErrorNumber::overflow};
+    std::array<char, 32> text{};
+    const auto end =
+        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::scientific, precision...).ptr;
+    return laid_out({text.data(), static_cast<std::size_t>(end - text.data())});
+}
+
+bool is_digit(char c) {
+    return c >= '0' && c <= '9';
+}
+bool is_sign(char c) {
+    return c == '+' || c == '-';
+}
+bool is_exponent_mark(char c) {
+    return c == 'E' || c == 'e' || c == 'D' || c == 'd';
+}
+
+// Moves the digits at the front of `rest` to `taken`; true when there was one.
+bool take_digits(std::string_view& rest, std::string& taken) {
+    const auto end = std::find_if_not(rest.begin(), rest.end(), is_digit);
+    const auto count = static_cast<std::size_t>(end - rest.begin());
+    taken.append(rest.substr(0, count));
+    rest.remove_prefix(count);
+    return count > 0;
+}
+
+// Moves digits, one point and an exponent from the front of `rest` to `taken`; true when there was a digit before the
+// exponent. An exponent without digits is left where it stands.
+bool take_number(std::string_view& rest, std::string& taken) {
+    bool any = take_digits(rest, taken);
+    if (!rest.empty() && rest.front() == '.') {
+        taken += '.';
+        rest.remove_prefix(1);
+        any = take_digits(rest, taken) || any;
+    }
+    if (!any || rest.empty() || !is_exponent_mark(rest.front())) return any;
+
+    std::string_view after = rest.substr(1);
+    std::string exponent = "e";
+    if (!after.empty() && is_sign(after.front())) {
+        exponent += after.front();
+        after.remove_prefix(1);
+    }
+    if (take_digits(after, exponent)) {
+        taken += exponent;
+        rest = after;
+    }
+    return any;
+}
+
+void skip_blanks(std::string_view& rest) {
+    rest.remove_prefix(std::min(rest.find_first_not_of(" \t"), rest.size()));
+}
+
+void replace_all(std::string& text, std::string_view from, std::string_view to) {
+    for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
+        text.replace(at, from.size(), to);
+}
+
+}  // namespace
+
+double Round(double value, int digits) {
+    const double power = power_of_ten(digits);
+    return std::nearbyint(value * power) / power;
+}
+
+std::string numtext(double value) {
+    return number_text(value, 14);
+}
+std::string numtext(float value) {
+    return number_text(value);
+}
+std::string numtext(int value) {
+    return std::to_string(value);
+}
+
+double Val(std::string_view text) {
+    skip_blanks(text);
+    bool negative = false;
+    if (!text.empty() && is_sign(text.front())) {
+        negative = text.front() == '-';
+        text.remove_prefix(1);
+        skip_blanks(text);
+    }
+    std::string number;
+    if (!take_number(text, number)) return 0;
+    double value = 0;
+    if (std::from_chars(number.data(), number.data() + number.size(), value).ec != std::errc{}) return 0;
+    return negative ? -value : value;
+}
+
+int whole_number(std::string_view text) {
+    return static_cast<int>(std::clamp(std::trunc(Val(text)), double{INT_MIN}, double{INT_MAX}));
+}
+
+bool IsNumeric(std::string_view text) {
+    std::string number = repcomma(trimmed(text));
+    std::string_view rest = number;
+    if (!rest.empty() && is_sign(rest.front())) rest.remove_prefix(1);
+    std::string taken;
+    return take_number(rest, taken) && rest.empty();
+}
+
+std::string trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos) return {};
+    return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
+}
+
+std::string repcomma(std::string text) {
+    std::replace(text.begin(), text.end(), ',', '.');
+    return text;
+}
+
+std::string repdegree(std::string text) {
+    // Kept on purpose: " In" also hits " In.Hg", " In." and " Indoor", and " mm" the front of " mmm".
+    static constexpr std::array<std::pair<std::string_view, std::string_view>, 11> replacements{{
+        {" \xB0", "\xB0"},
+        {"\xB0", ""},
+        {" %", "%"},
+        {" m/S", "m/S"},
+        {" km/h", "km/h"},
+        {" MPH", "MPH"},
+        {" KT", "KT"},
+        {" mB", "mB"},
+        {" hPa", "hPa"},
+        {" mm", "mm"},
+        {" In", "In"},
+    }};
+    for (const auto& [from, to] : replacements) replace_all(text, from, to);
+    return text;
+}
+
+float roundnst(double celsius) {
+    return static_cast<float>(Round(celsius * 9 / 5 + 32, 1));
+}
+
+float roundnst(std::string_view celsius) {
+    return IsNumeric(celsius) ? roundnst(Val(repcomma(std::string(celsius)))) : 0.0F;
+}
+
+float roundsig(double value, int digits) {
+    const double power = power_of_ten(digits);
+    return static_cast<float>(std::trunc(value * power) / power);
+}
+
+}  // namespace nimbry
