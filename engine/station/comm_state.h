@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -11,7 +12,7 @@ namespace nimbry {
 
 /// One group as hexadecimal digits, counted from 1 as the group layouts do (docs/formats/stream.md): digit 1 and 2 are the
 /// tag. An unset table (nothing received yet) holds no digits: operator() then gives 0, which is no digit.
-template <int Count>
+template <std::size_t Count>
 struct DigitTable {
     std::array<char, std::size_t{Count}> digits{};
     bool set = false;
