@@ -4,6 +4,8 @@
 #include "engine/core/run_state.h"
 #include "engine/derived/rain_state.h"
 #include "engine/derived/units.h"
+#include "engine/displays/additional_panel.h"
+#include "engine/displays/main_menu.h"
 #include "engine/displays/main_panel.h"
 #include "engine/station/comm_state.h"
 #include "engine/station/readings.h"
@@ -20,6 +22,8 @@ struct WeatherState {
     Readings readings;      ///< the current weather
     RainState rain;         ///< rain of the day and of the last hour
     MainPanel panel;        ///< the main window's boxes
+    MainMenu menu;          ///< its menu and buttons
+    AdditionalPanel additional;  ///< the boxes of the additional data window
 
     bool havegrafdata = false;  ///< the graph store is in use: the status label no longer says "Program Starting"
 };

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <array>
+
+#include "engine/core/main_settings.h"
+#include "engine/displays/box.h"
+
+namespace nimbry {
+
+/// The menu of the main window and its row of buttons, under their control names, in the order of the bar. A Box here
+/// is an entry: text is its caption ("&" marks the letter that opens it), checked its check mark.
+struct MainMenu {
+    Box mnuExit;
+    Box mnuExit1;
+
+    Box mnuSetup;
+    Box SetupComms, SetupUnits, mnuAlarms, mnuInternet, mnuLatLong, mnuEditComment, mnuEditComment2, mnuEditDSR;
+
+    Box mnuLogs;
+    Box mnuDisplayLog, mnuDisplayAlmanac, mnuProgLog, mnuClearProgLog;
+    Box mnulogFTP, mnulogMail, mnuLogWU, mnuLogHW, mnuLogAPRS;  ///< switches
+
+    Box mnuDisplay;
+    Box mnuHide, mnusystray, mnuCpop, mnuDisableGraphs, mnuInGraphs;  ///< switches
+    Box mnuNoErrorPop, mnuNoCCPop, mnuNoFTPPop, mnuNoMailPop;         ///< switches
+    Box mnuResetGraphs, mnuBIG;
+    Box mnuFTPdebug;  ///< a switch of this run only: it has no key
+
+    Box mnuAdditional;  ///< on the bar; acts at once
+
+    Box mnuReports;
+    Box mnuAlMonth, mnuAutoReport;
+
+    Box mnuHideNow;  ///< on the bar; acts at once
+    Box mnuRestore;  ///< in the tray icon's menu, beside "Hide"
+
+    Box mnuHelp;
+    Box mnuFHelp, mnuAbout;
+
+    std::array<Box, 7> fmb;  ///< the buttons: Logs, Settings, Exit, Display, Additional, Reports, Help
+};
+
+/// Captions, and enabled as the window's load leaves it: off is what needs a first train. No switch is checked but
+/// those that a missing key would check.
+void reset_main_menu(MainMenu& menu);
+
+/// Takes the check marks of the switches from the settings in force. `mnuFTPdebug`, which has no key, stays as it is.
+void apply_menu_checks(MainMenu& menu, const MainSettings& settings);
+
+}  // namespace nimbry
