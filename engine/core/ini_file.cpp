@@ -56,13 +56,13 @@ struct Line {
 Line line_of(std::string_view bytes) {
     const std::string_view text = inner(without_line_end(bytes));
     if (text.empty()) return {};
-    if (text.front() == ';') return {.kind = LineKind::comment};
+    if (text.front() == ';') return {.kind = LineKind::comment, .name = {}};
     if (text.front() == '[') {
         const std::string_view behind = text.substr(1);
         return {.kind = LineKind::header, .name = inner(behind.substr(0, behind.find(']')))};
     }
     const std::size_t sign = bytes.find('=');
-    if (sign == std::string_view::npos) return {.kind = LineKind::other};
+    if (sign == std::string_view::npos) return {.kind = LineKind::other, .name = {}};
     return {.kind = LineKind::setting, .name = inner(bytes.substr(0, sign)), .value = sign + 1};
 }
 
