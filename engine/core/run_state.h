@@ -16,12 +16,14 @@ struct RunState {
     BusyFlag savingrafs;          ///< the graph save is running
     BusyFlag tdaysaving;          ///< the save of the day's extremes is running
 
+    bool firstrun = true;      ///< the first cycle that updates the records is still to come
+    bool YFileOK = false;      ///< yesterday's file was read, and it is fresh
     bool LoneAllowed = false;  ///< a cycle has been completed: lone wind groups may be decoded
     int SaveCounter = 0;       ///< cycles since the last save of the extremes
     int SaveRounds = 0;        ///< saves since AlarmMailSent was last cleared
     int ComStateCount = 0;
-    int FtpStuckCount = 0;     ///< cycles in a row that found an upload under way
-    int SyncWaitCount = 0;     ///< cycles in a row that found the sync listener not listening
+    int FtpStuckCount = 0;  ///< cycles in a row that found an upload under way
+    int SyncWaitCount = 0;  ///< cycles in a row that found the sync listener not listening
 };
 
 }  // namespace nimbry

@@ -7,22 +7,26 @@
 #include "engine/displays/additional_panel.h"
 #include "engine/displays/main_menu.h"
 #include "engine/displays/main_panel.h"
+#include "engine/records/log_fields.h"
 #include "engine/station/comm_state.h"
 #include "engine/station/readings.h"
+#include "engine/station/sensor_state.h"
 
 namespace nimbry {
 
-/// All running state of one copy, made of the rooms' own structs. Owned by the Engine (core/engine.h) for the life of the
-/// program and handed to the routines by reference; there is no other state.
+/// All running state of one copy, made of the rooms' own structs. Owned by the Engine (core/engine.h) for the life of
+/// the program and handed to the routines by reference; there is no other state.
 struct WeatherState {
-    MainSettings settings;  ///< the `Main` keys in force
-    Units units;            ///< what displays go through
-    RunState run;           ///< start, exit and cycle
-    CommState comm;         ///< the line and the frame in hand
-    Readings readings;      ///< the current weather
-    RainState rain;         ///< rain of the day and of the last hour
-    MainPanel panel;        ///< the main window's boxes
-    MainMenu menu;          ///< its menu and buttons
+    MainSettings settings;       ///< the `Main` keys in force
+    Units units;                 ///< what displays go through
+    RunState run;                ///< start, exit and cycle
+    CommState comm;              ///< the line and the frame in hand
+    Readings readings;           ///< the current weather
+    SensorFaults sensors;        ///< the fault tests' memory
+    RainState rain;              ///< rain of the day and of the last hour
+    LogFields log_fields;        ///< the weather log's columns
+    MainPanel panel;             ///< the main window's boxes
+    MainMenu menu;               ///< its menu and buttons
     AdditionalPanel additional;  ///< the boxes of the additional data window
 
     bool havegrafdata = false;  ///< the graph store is in use: the status label no longer says "Program Starting"
