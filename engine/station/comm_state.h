@@ -3,15 +3,17 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "engine/core/busy_flag.h"
 #include "engine/ports/serial_line.h"
+#include "engine/station/frame_fault.h"
 
 namespace nimbry {
 
-/// One group as hexadecimal digits, counted from 1 as the group layouts do (docs/formats/stream.md): digit 1 and 2 are the
-/// tag. An unset table (nothing received yet) holds no digits: operator() then gives 0, which is no digit.
+/// One group as hexadecimal digits, counted from 1 as the group layouts do (docs/formats/stream.md): digit 1 and 2 are
+/// the tag. An unset table (nothing received yet) holds no digits: operator() then gives 0, which is no digit.
 template <std::size_t Count>
 struct DigitTable {
     std::array<char, std::size_t{Count}> digits{};
@@ -33,8 +35,8 @@ struct CommState {
     bool ccheckflagb = false;  ///< set by the no-data timer, cleared by every byte
     bool Rflagb = false;       ///< data has flowed
 
-    Bytes RawBytes;         ///< the frame in hand: 27 or 141 bytes
-    std::string GroupTag;   ///< its first byte in hexadecimal, "CF" or "8F"; empty between frames
+    Bytes RawBytes;        ///< the frame in hand: 27 or 141 bytes
+    std::string GroupTag;  ///< its first byte in hexadecimal, "CF" or "8F"; empty between frames
 
     DigitTable<54> DigitsCFLone;  ///< from a lone wind group
     DigitTable<70> Digits8F;
@@ -48,14 +50,17 @@ struct CommState {
 
     /// Counted for `nimbryctl status`; nothing in the engine depends on them.
     struct Counters {
-        std::uint64_t trains = 0;              ///< whole trains whose five checksums passed
-        std::uint64_t lone = 0;                ///< lone wind groups whose checksum passed
+        std::uint64_t trains = 0;  ///< whole trains whose five checksums passed
+        std::uint64_t lone = 0;    ///< lone wind groups whose checksum passed
         std::uint64_t bad_checksum = 0;
-        std::uint64_t wrong_length = 0;        ///< the tag does not fit the count, or the train overran
+        std::uint64_t wrong_length = 0;  ///< the tag does not fit the count, or the train overran
         std::uint64_t unknown_tag = 0;
         std::uint64_t before_first_train = 0;  ///< lone groups dropped because no train had passed yet
-        std::uint64_t bytes_thrown_away = 0;
+        std::uint64_t bytes_thrown_away = 0;   ///< bytes that came to no frame
     } counters;
+
+    /// Why the last frame was not used; nothing when it was. Told by refuse() (station/train_groups.h).
+    std::optional<FrameFault> refusal;
 };
 
 }  // namespace nimbry

@@ -1,0 +1,40 @@
+#include "engine/network/forwarding.h"
+
+#include <optional>
+
+namespace nimbry {
+
+namespace {
+
+/// What a bind that failed is reported as: the classic number of an address that is in use.
+constexpr int address_in_use = 10048;
+
+/// Sends to all of them and returns the first failure.
+std::optional<SendFault> send_to_all(Datagrams& socket, const std::vector<std::string>& clients, const Bytes& frame) {
+    if (!clients.empty() && !socket.is_open() && !socket.bind(server_udp_port))
+        return SendFault{address_in_use, "Address in use"};
+    std::optional<SendFault> first;
+    for (const std::string& client : clients) {
+        const std::optional<SendFault> fault = socket.send(client, client_udp_port, frame);
+        if (!first) first = fault;
+    }
+    return first;
+}
+
+void report(Notices& notices, const SendFault& fault) {
+    Balloon balloon;
+    balloon.title = "Network Error";
+    balloon.text = "Network error. Unable to send data to Nimbry client(s) " + fault.description + " (" +
+                   std::to_string(fault.number) + ")";
+    notices.balloon(balloon);
+}
+
+}  // namespace
+
+void forwardgroup(Copy& copy, const Bytes& frame) {
+    const MainSettings& settings = copy.state.settings;
+    if (!settings.bcastnet || settings.fromnet || copy.state.run.ProgramClosing) return;
+    if (const auto fault = send_to_all(copy.ports.datasock, settings.iplist, frame)) report(copy.ports.notices, *fault);
+}
+
+}  // namespace nimbry
