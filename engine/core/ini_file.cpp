@@ -13,13 +13,6 @@ constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";  // some editors pu
 constexpr std::size_t longest_value = 2047;
 constexpr std::size_t longest_section = 4095;
 
-std::string folded(std::string_view name) {
-    std::string lower(name);
-    for (char& c : lower)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return lower;
-}
-
 std::string_view without_line_end(std::string_view line) {
     if (line.ends_with('\n')) line.remove_suffix(1);
     if (line.ends_with('\r')) line.remove_suffix(1);
@@ -77,7 +70,7 @@ void each_line(std::string_view text, std::size_t begin, std::size_t end, Each&&
 }
 
 bool same_place(const clsIniFile::Setting& a, const clsIniFile::Setting& b) {
-    return folded(a.section) == folded(b.section) && folded(a.key) == folded(b.key);
+    return lower_case(a.section) == lower_case(b.section) && lower_case(a.key) == lower_case(b.key);
 }
 
 void merge(std::vector<clsIniFile::Setting>& settings, const std::vector<clsIniFile::Setting>& later) {
@@ -123,9 +116,9 @@ bool clsIniFile::store(const std::string& on_disk) {
 }
 
 const clsIniFile::Span* clsIniFile::value_of(std::string_view section, std::string_view key) const {
-    const auto place = sections_.find(folded(section));
+    const auto place = sections_.find(lower_case(section));
     if (place == sections_.end()) return nullptr;
-    const auto value = place->second.values.find(folded(key));
+    const auto value = place->second.values.find(lower_case(key));
     return value == place->second.values.end() ? nullptr : &value->second;
 }
 
@@ -166,7 +159,7 @@ bool clsIniFile::SaveSettings(const std::vector<Setting>& settings) {
 
 std::vector<std::string> clsIniFile::GetSection(std::string_view section) const {
     std::vector<std::string> lines;
-    const auto place = sections_.find(folded(section));
+    const auto place = sections_.find(lower_case(section));
     if (place == sections_.end()) return lines;
     std::size_t room = longest_section;
     const auto [begin, end] = place->second.lines;
@@ -184,10 +177,10 @@ std::vector<std::string> clsIniFile::GetSection(std::string_view section) const 
 }
 
 bool clsIniFile::DeleteSection(std::string_view section) {
-    std::erase_if(unsaved_, [&](const Setting& setting) { return folded(setting.section) == folded(section); });
+    std::erase_if(unsaved_, [&](const Setting& setting) { return lower_case(setting.section) == lower_case(section); });
     std::string on_disk;
     const bool readable = load(on_disk);
-    if (const auto place = sections_.find(folded(section)); place != sections_.end()) {
+    if (const auto place = sections_.find(lower_case(section)); place != sections_.end()) {
         const auto [begin, end] = place->second.lines;
         text_.erase(begin, end - begin);
         index();
@@ -203,20 +196,20 @@ void clsIniFile::put(const std::vector<Setting>& settings) {
         bool is_line;  // begins a line of its own
     };
     std::vector<Change> changes;
-    std::vector<std::pair<std::string, std::string>> new_sections;  // folded name, lines
+    std::vector<std::pair<std::string, std::string>> new_sections;  // name in lower case, lines
     for (const auto& [section, key, value] : settings) {
         const std::string rest = on_one_line(value) + std::string(line_end);
         const std::string line = key + "=" + rest;
-        const auto place = sections_.find(folded(section));
+        const auto place = sections_.find(lower_case(section));
         if (const Span* old = value_of(section, key)) {
             changes.push_back({*old, rest, false});
         } else if (place != sections_.end()) {
             changes.push_back({{place->second.insert, place->second.insert}, line, true});
         } else {
-            const auto is_it = [&](const auto& known) { return known.first == folded(section); };
+            const auto is_it = [&](const auto& known) { return known.first == lower_case(section); };
             auto known = std::find_if(new_sections.begin(), new_sections.end(), is_it);
             if (known == new_sections.end())
-                known = new_sections.insert(known, {folded(section), "[" + section + "]" + std::string(line_end)});
+                known = new_sections.insert(known, {lower_case(section), "[" + section + "]" + std::string(line_end)});
             known->second += line;
         }
     }
@@ -246,14 +239,14 @@ void clsIniFile::index() {
         const Line line = line_of(bytes);
         const std::size_t end = begin + bytes.size();
         if (line.kind == LineKind::header) {
-            const auto [place, is_new] = sections_.try_emplace(folded(line.name), Section{{begin, end}, end, {}});
+            const auto [place, is_new] = sections_.try_emplace(lower_case(line.name), Section{{begin, end}, end, {}});
             current = is_new ? &place->second : nullptr;
         }
         if (current == nullptr) return;
         current->lines.end = end;
         if (line.kind != LineKind::blank) current->insert = end;
         if (line.kind == LineKind::setting)
-            current->values.try_emplace(folded(line.name), Span{begin + line.value, end});
+            current->values.try_emplace(lower_case(line.name), Span{begin + line.value, end});
     });
 }
 

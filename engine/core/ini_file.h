@@ -65,7 +65,7 @@ private:
     struct Section {
         Span lines;                                    // from its header to the next one
         std::size_t insert;                            // behind its last line that is not blank
-        std::unordered_map<std::string, Span> values;  // by folded key: from behind "=" to the next line
+        std::unordered_map<std::string, Span> values;  // by key in lower case: from behind "=" to the next line
     };
 
     [[nodiscard]] const Span* value_of(std::string_view section, std::string_view key) const;
@@ -77,7 +77,7 @@ private:
     Files& files_;
     std::string name_;
     std::string text_;
-    std::unordered_map<std::string, Section> sections_;  // by folded name
+    std::unordered_map<std::string, Section> sections_;  // by name in lower case
     std::vector<Setting> unsaved_;                       // what a failed write left in memory only
 };
 

@@ -1,6 +1,5 @@
 #include "engine/derived/dates.h"
 
-#include <algorithm>
 #include <array>
 
 #include "engine/derived/number_text.h"
@@ -16,14 +15,6 @@ constexpr std::size_t short_name = 3;
 
 bool is_month(int month) {
     return month >= 1 && month <= 12;
-}
-
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool same_letters(char a, char b) {
-    return lower(a) == lower(b);
 }
 
 // Reads a text from its front; once something did not fit, everything after it fails too.
@@ -99,10 +90,9 @@ std::string full_month_name(int month) {
 }
 
 int month_number(std::string_view name) {
-    for (int month = 1; month <= 12; ++month) {
-        const std::string known = month_name(month);
-        if (std::equal(known.begin(), known.end(), name.begin(), name.end(), same_letters)) return month;
-    }
+    const std::string wanted = lower_case(name);
+    for (int month = 1; month <= 12; ++month)
+        if (lower_case(month_name(month)) == wanted) return month;
     return 0;
 }
 

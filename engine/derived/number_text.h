@@ -37,6 +37,9 @@ namespace nimbry {
 /// The text without blanks at both ends.
 [[nodiscard]] std::string trimmed(std::string_view text);
 
+/// ASCII letters in lower case; every other byte stays.
+[[nodiscard]] std::string lower_case(std::string_view text);
+
 /// Every "," becomes ".": what a decimal comma looks like in tag texts, logs and uploads.
 [[nodiscard]] std::string repcomma(std::string text);
 
