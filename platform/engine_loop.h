@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+
+#include "engine/core/engine.h"
+#include "platform/exit_signals.h"
+#include "platform/loop_pauses.h"
+#include "platform/qt_serial_line.h"
+
+namespace nimbry::platform {
+
+/// Keeps an Engine running on the Qt event loop: hands it the events of the line, of its timers and of the signals,
+/// each in a conversation of its own, and leaves the event loop when the engine has gone.
+///
+/// Whoever else has an event for the engine (a click, a request) starts a conversation on the same LoopPauses; this
+/// object then looks by itself at what has become due.
+class EngineLoop : public QObject {
+public:
+    /// All of these must outlive this object.
+    EngineLoop(Engine& engine, LoopPauses& pauses, const Clock& clock, QtSerialLine& line);
+
+    /// Starts the engine and runs the application's event loop until the engine has gone. Returns its exit status.
+    int run(const Engine::StartOptions& options);
+
+private:
+    void look_ahead();
+
+    Engine& engine_;
+    LoopPauses& pauses_;
+    const Clock& clock_;
+    ExitSignals signals_;
+    QTimer wake_;
+};
+
+}  // namespace nimbry::platform

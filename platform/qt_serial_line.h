@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QSerialPort>
+#include <functional>
+#include <optional>
+
+#include "engine/ports/serial_line.h"
+#include "platform/line_counters.h"
+
+namespace nimbry::platform {
+
+/// The serial port through QSerialPort. Any device name works: "/dev/ttyUSB0", a link below /dev/serial/by-id, a
+/// pseudo-terminal. Needs the QCoreApplication.
+///
+/// The two listeners are called from the event loop, from an event of this object's own, so they may do anything with
+/// the port, closing it too.
+class QtSerialLine : public QObject, public SerialLine {
+public:
+    QtSerialLine();
+
+    PortOpenResult open(const std::string& device) override;
+    void close() override;
+    [[nodiscard]] bool is_open() const override { return port_.isOpen(); }
+    Bytes take() override;
+
+    /// Bytes have arrived since the listener was called last.
+    void on_readable(std::function<void()> readable) { readable_ = std::move(readable); }
+    /// The line reports a fault; `gone` at most once for an open.
+    void on_fault(std::function<void(LineFault)> fault) { fault_ = std::move(fault); }
+
+private:
+    void note_error(QSerialPort::SerialPortError error);
+    void note_readable();
+    void lose();
+    void tell_later();
+    void tell();
+    void tell_counted_faults();
+    void drain_kernel(Bytes& bytes);
+
+    QSerialPort port_;
+    std::optional<LineCounters> counters_;  ///< nothing while the driver keeps none
+    std::function<void()> readable_;
+    std::function<void(LineFault)> fault_;
+    bool opening_ = false;    ///< inside open(), whose result tells of its errors
+    bool has_bytes_ = false;  ///< to be told: bytes have arrived
+    bool is_lost_ = false;    ///< to be told: the device went away
+    bool telling_ = false;    ///< tell() is on its way
+};
+
+/// How a failed QSerialPort::open() is counted. `text` is the port's errorString(): Qt gives a busy device and a
+/// forbidden one the same error.
+[[nodiscard]] PortOpenResult open_result(QSerialPort::SerialPortError error, const QString& text);
+
+}  // namespace nimbry::platform
