@@ -1,0 +1,49 @@
+#include "engine/records/almanac_file.h"
+
+#include "engine/core/run_time_error.h"
+
+namespace nimbry {
+namespace {
+
+bool is_row(std::string_view line) {
+    return !line.empty() && line.front() >= '0' && line.front() <= '9';
+}
+
+AlmanacRow read_row(std::string_view line) {
+    AlmanacRow row;
+    for (std::size_t n = 0; n < almanac_columns; ++n) {
+        const std::size_t comma = line.find(',');
+        if (comma == std::string_view::npos && n + 1 < almanac_columns) throw RunTimeError{ErrorNumber::index};
+        row.fields[n] = line.substr(0, comma);
+        line.remove_prefix(comma == std::string_view::npos ? line.size() : comma + 1);
+    }
+    return row;
+}
+
+// What a line of the head says of the day's end, if it says anything.
+void look_for_day_end(std::string_view line, DayEnd& day_end) {
+    if (line.find("Midnight") != std::string_view::npos) day_end = DayEnd::midnight;
+    if (line.find("9.00am") != std::string_view::npos) day_end = DayEnd::nine;
+    if (line.find("10.00am") != std::string_view::npos) day_end = DayEnd::ten;
+}
+
+}  // namespace
+
+Almanac read_almanac(std::string_view text, DayEnd fallback) {
+    Almanac almanac;
+    almanac.day_end = fallback;
+    while (!text.empty()) {
+        const std::size_t end = text.find('\n');
+        std::string_view line = text.substr(0, end);
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+        if (!is_row(line)) {
+            if (almanac.rows.empty()) look_for_day_end(line, almanac.day_end);
+        } else if (almanac.rows.size() < Almanac::most_rows) {
+            almanac.rows.push_back(read_row(line));
+        }
+    }
+    return almanac;
+}
+
+}  // namespace nimbry
