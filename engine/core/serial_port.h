@@ -1,11 +1,33 @@
 #pragma once
 
+#include <string>
+
 #include "engine/core/copy.h"
 
 namespace nimbry {
 
-/// The device of the open port has gone away: sees to it that the port is opened again. Called by OnComm half a second after
-/// the fault, in a conversation that may wait.
+// Opening the serial port, and opening it again when it was lost. Handling what arrives on it is station/oncomm.h.
+
+/// What the box of a failed open says for an error number.
+[[nodiscard]] std::string port_failure_text(int number);
+
+/// Closes the port, lets no receive event through any more, and ends every attempt to open it that is still going on.
+void close_serial_port(Copy& copy);
+
+/// Opens the port of this run twice with half a second between, as some adapters deliver nothing after their first
+/// open; empties it; then lets receive events through (`SerComReady`), clears `Rflagb` and `ccheckflagb` and starts
+/// TimComFail.
+///
+/// If an open fails and there is a window, a box offers to try the same open again; Cancel ends the program at once,
+/// and WaitCancelled is thrown. Without a window the failure goes to the program log once, and the port is tried again
+/// after 1, 2, 5 and 10 seconds and then every 30, for ever; this function then returns after the first failure.
+///
+/// A later call takes over from one that is still trying.
+void open_serial_port(Copy& copy);
+
+/// The device of the open port has gone away: called by OnComm half a second after the fault. Logs " Serial port lost"
+/// and tries to open it by the same schedule, without a box in either program, until " Serial port opened again" can be
+/// logged. Returns at its first wait.
 void line_lost(Copy& copy);
 
 }  // namespace nimbry

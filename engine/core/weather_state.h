@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/alarms/alarm_state.h"
 #include "engine/core/main_settings.h"
 #include "engine/core/run_state.h"
 #include "engine/derived/rain_state.h"
@@ -7,6 +8,11 @@
 #include "engine/displays/additional_panel.h"
 #include "engine/displays/main_menu.h"
 #include "engine/displays/main_panel.h"
+#include "engine/displays/main_window.h"
+#include "engine/displays/notice_list.h"
+#include "engine/displays/setup_windows.h"
+#include "engine/network/network_state.h"
+#include "engine/publish/publish_state.h"
 #include "engine/records/log_fields.h"
 #include "engine/station/comm_state.h"
 #include "engine/station/readings.h"
@@ -28,6 +34,12 @@ struct WeatherState {
     MainPanel panel;             ///< the main window's boxes
     MainMenu menu;               ///< its menu and buttons
     AdditionalPanel additional;  ///< the boxes of the additional data window
+    MainWindow window;           ///< the main window as a whole
+    SetupWindows setup;          ///< the setup windows that a cycle takes notice of
+    NoticeList notices;          ///< what was shown last
+    AlarmState alarms;           ///< what the threshold alarms have raised
+    PublishState publish;        ///< what goes out, and what of it is under way
+    NetworkState network;        ///< server and client
 
     bool havegrafdata = false;  ///< the graph store is in use: the status label no longer says "Program Starting"
 };

@@ -50,10 +50,13 @@ VirtualPauses::~VirtualPauses() {
 }
 
 void VirtualPauses::pause(Milliseconds how_long) {
+    pause_until(clock_.monotonic() + how_long);
+}
+
+void VirtualPauses::pause_until(Instant when) {
     refuse_if_cancelled();
-    const Instant due = clock_.monotonic() + how_long;
     // A pause of no length lets everything run that is due now, so it stands behind all of it.
-    wait(due, how_long <= Milliseconds{0}, nullptr, due);
+    wait(when, when <= clock_.monotonic(), nullptr, when);
 }
 
 bool VirtualPauses::wait_until(const std::function<bool()>& condition, std::optional<Milliseconds> limit) {

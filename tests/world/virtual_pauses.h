@@ -52,6 +52,9 @@ public:
     void at(Instant when, std::function<void()> event);
     void after(MonotonicClock::duration delay, std::function<void()> event);
 
+    /// Like pause(), to an instant.
+    void pause_until(Instant when);
+
     /// Something that knows by itself when it wants to run, as the Engine does: `when` is asked before every step, and
     /// at that instant `wake` runs as a conversation.
     void set_wake_source(std::function<std::optional<Instant>()> when, std::function<void()> wake);

@@ -1,0 +1,73 @@
+#include "engine/core/initprog.h"
+
+#include "engine/alarms/alarms.h"
+#include "engine/core/run_time_error.h"
+#include "engine/core/serial_port.h"
+#include "engine/derived/units.h"
+#include "engine/displays/main_menu.h"
+#include "engine/displays/main_panel.h"
+#include "engine/graphs/graph_store.h"
+#include "engine/network/start_network.h"
+#include "engine/publish/publishing.h"
+
+namespace nimbry {
+
+namespace {
+
+constexpr std::string_view main_section = "Main";
+
+/// A newcomer sees the setup window before anything else happens; data waits meanwhile.
+void first_run(Copy& copy) {
+    if (copy.ini.GetFlag(main_section, "HasRun", false)) return;
+    if (copy.state.run.has_window) {
+        SetupWindow& window = copy.state.setup.Form2;
+        copy.state.comm.initflag = true;
+        window.open = true;
+        copy.ports.notices.show_window("Form2");
+        copy.ports.pauses.wait_until([&] { return !window.open; });
+        copy.state.comm.initflag = false;
+    }
+    copy.ini.SaveFlag(main_section, "HasRun", true);
+}
+
+void apply_settings(WeatherState& state) {
+    const WindUnit wind_before = state.units.wind;
+    state.units = units_from(state.settings);
+    if (state.units.wind != wind_before) start_gauge(state.panel, state.units.wind);
+    apply_menu_checks(state.menu, state.settings);
+    set_changeover_captions(state.panel, state.settings);
+}
+
+/// A client never publishes and never watches a line.
+void become_client(Copy& copy) {
+    close_serial_port(copy);
+    copy.timers.stop(TimerId::TimComFail);
+    for (Box* entry : {&copy.state.menu.mnulogFTP, &copy.state.menu.mnulogMail, &copy.state.menu.mnuFTPdebug}) {
+        entry->checked = false;
+        entry->enabled = false;
+    }
+}
+
+}  // namespace
+
+void initprog(Copy& copy) {
+    tagged("initprog", [&] {
+        copy.state.comm.EventWord.clear();
+        copy.state.comm.ErrorWord.clear();
+        getalarms(copy);
+        getFTP(copy);
+        first_run(copy);
+        // What a client fetched from its server has been written to section `Main`, so this reads it too.
+        copy.state.settings = read_main_settings(copy.ini);
+        apply_settings(copy.state);
+        loadgrafdata(copy);
+        if (copy.state.settings.fromnet) {
+            become_client(copy);
+        } else {
+            open_serial_port(copy);
+        }
+        startnetwork(copy);
+    });
+}
+
+}  // namespace nimbry

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+#include "engine/displays/main_panel.h"
+
+namespace nimbry {
+
+/// The main window as a whole: what its title bar and the tray show. Whoever moves the window tells the engine, and the
+/// other way round: the fields say how the window is to be.
+struct MainWindow {
+    static constexpr const char* plain_caption = "Nimbry 2.02 - WM-918 Weather Monitoring";
+
+    bool minimised = false;
+    bool in_tray = false;  ///< hidden, with its icon in the tray
+    std::string caption = plain_caption;
+};
+
+/// Sets the caption: while the window is minimised and not in the tray the outdoor temperature and humidity as their
+/// boxes show them, trimmed and joined by " : " ("+9.8 \xB0""C : 93 %"; before any reading " : "), else the plain one.
+/// Called after every cycle, and when the window is minimised or comes back.
+void update_caption(MainWindow& window, const MainPanel& panel);
+
+}  // namespace nimbry

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "engine/core/copy.h"
+
+namespace nimbry {
+
+/// Opens the sockets of the configured role; the last act of initprog, each time it runs. A client binds
+/// client_udp_port, also when it was a server before: being a client wins over being a server. A server binds
+/// server_udp_port and opens its listener. A copy with neither role binds nothing. A second run closes and binds again,
+/// which throws away what had queued up.
+///
+/// A client's port that is taken is noted in the program log once and tried again every ten seconds. A server's is
+/// tried again with each group it sends. Does nothing while the program closes.
+void startnetwork(Copy& copy);
+
+/// Opens a server's listener for clients that synchronise; an open one, and a connection on it, is closed first.
+void open_sync_listener(Copy& copy);
+
+}  // namespace nimbry

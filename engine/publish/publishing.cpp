@@ -1,0 +1,25 @@
+#include "engine/publish/publishing.h"
+
+namespace nimbry {
+
+void getFTP(Copy&) {}
+
+void ftp_schedule(Copy&) {}
+
+void ftp_time_out(Copy&) {}
+
+void cancel_ftp(Copy& copy) {
+    copy.state.publish.uloadftpbusy.clear();
+}
+
+void weather_services(Copy&) {}
+
+void update_location_text(Copy&) {}
+
+void send_scheduled_mails(Copy&) {}
+
+void send_alarm_mail(Copy&) {}
+
+void offer_to_hang_up(Copy&) {}
+
+}  // namespace nimbry

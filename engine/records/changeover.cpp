@@ -1,0 +1,7 @@
+#include "engine/records/changeover.h"
+
+namespace nimbry {
+
+void MailChangeover(Copy&) {}
+
+}  // namespace nimbry

@@ -1,0 +1,7 @@
+#include "engine/records/data_log.h"
+
+namespace nimbry {
+
+void weather_log_minute(Copy&) {}
+
+}  // namespace nimbry

@@ -1,0 +1,7 @@
+#include "engine/sun/sun_texts.h"
+
+namespace nimbry {
+
+void refresh_sun_texts(Copy&) {}
+
+}  // namespace nimbry
