@@ -1,13 +1,13 @@
 #include "platform/qt_serial_line.h"
 
+#include <poll.h>
+#include <unistd.h>
+
 #include <QFile>
 #include <array>
 #include <cerrno>
 #include <cstring>
-
-#ifdef Q_OS_UNIX
-#include <unistd.h>
-#endif
+#include <utility>
 
 namespace nimbry::platform {
 
@@ -23,11 +23,6 @@ PortOpenResult open_result(QSerialPort::SerialPortError error, const QString& te
     }
 }
 
-QtSerialLine::QtSerialLine() {
-    connect(&port_, &QSerialPort::readyRead, this, &QtSerialLine::note_readable);
-    connect(&port_, &QSerialPort::errorOccurred, this, &QtSerialLine::note_error);
-}
-
 PortOpenResult QtSerialLine::open(const std::string& device) {
     close();
     port_.setPortName(QFile::decodeName(device.c_str()));
@@ -36,76 +31,67 @@ PortOpenResult QtSerialLine::open(const std::string& device) {
     port_.setParity(QSerialPort::NoParity);
     port_.setStopBits(QSerialPort::OneStop);
     port_.setFlowControl(QSerialPort::NoFlowControl);
-    port_.setReadBufferSize(0);  // no limit: what the line delivers is counted by the engine
-
-    opening_ = true;
-    PortOpenResult result = PortOpenResult::ok;
-    if (port_.open(QIODevice::ReadWrite)) {
-        // The station's adaptor draws its power from these lines. Where they do not exist, nothing draws on them.
-        port_.setRequestToSend(true);
-        port_.setDataTerminalReady(true);
-        counters_ = read_counters(port_.handle());
-    } else {
-        result = open_result(port_.error(), port_.errorString());
-        if (result == PortOpenResult::ok) result = PortOpenResult::failed;
-    }
     port_.clearError();
-    opening_ = false;
-    return result;
+    if (!port_.open(QIODevice::ReadWrite)) {
+        const PortOpenResult result = open_result(port_.error(), port_.errorString());
+        return result == PortOpenResult::ok ? PortOpenResult::failed : result;
+    }
+    // The station's adaptor draws its power from these lines. Where they do not exist, nothing draws on them.
+    port_.setRequestToSend(true);
+    port_.setDataTerminalReady(true);
+    counters_ = read_counters(port_.handle());
+    begin_reading();
+    return PortOpenResult::ok;
+}
+
+void QtSerialLine::begin_reading() {
+    // QSerialPort fetches bytes only from its own event, so what take() owes, all that the kernel holds now, has to be
+    // read past it; and finding less than its event promised, it would take the line for broken. So it does not read.
+    for (QSocketNotifier* const own : port_.findChildren<QSocketNotifier*>()) own->setEnabled(false);
+
+    arrival_ = std::make_unique<QSocketNotifier>(port_.handle(), QSocketNotifier::Read);
+    connect(arrival_.get(), &QSocketNotifier::activated, this, [this] {
+        fetch();
+        has_bytes_ = !held_.empty();
+        if (has_bytes_) tell_later();
+    });
 }
 
 void QtSerialLine::close() {
+    arrival_.reset();
     if (port_.isOpen()) port_.close();
+    held_.clear();
     has_bytes_ = is_lost_ = false;
 }
 
 Bytes QtSerialLine::take() {
-    Bytes bytes;
-    if (!port_.isOpen()) return bytes;
-    const QByteArray fetched = port_.readAll();
-    bytes.assign(fetched.begin(), fetched.end());
-    drain_kernel(bytes);
-    return bytes;
+    if (arrival_ && !is_lost_) fetch();
+    return std::exchange(held_, {});
 }
 
-/// QSerialPort fetches only from its own event; a caller that counts needs what the kernel holds now.
-void QtSerialLine::drain_kernel(Bytes& bytes) {
-#ifdef Q_OS_UNIX
+/// Adds everything that the kernel has to `held_`, and finds out whether the device is still there.
+void QtSerialLine::fetch() {
     std::array<std::uint8_t, 4096> chunk;
-    for (;;) {
-        const ssize_t count = ::read(port_.handle(), chunk.data(), chunk.size());
-        if (count > 0) {
-            bytes.insert(bytes.end(), chunk.begin(), chunk.begin() + count);
-        } else if (count < 0 && errno == EINTR) {
-            continue;
-        } else {
-            if (count == 0 || errno != EAGAIN) lose();
-            return;
-        }
-    }
-#else
-    static_cast<void>(bytes);
-#endif
-}
+    ssize_t count = 0;
+    do {
+        count = ::read(port_.handle(), chunk.data(), chunk.size());
+        if (count > 0) held_.insert(held_.end(), chunk.begin(), chunk.begin() + count);
+    } while (count > 0 || (count < 0 && errno == EINTR));
 
-void QtSerialLine::note_readable() {
-    has_bytes_ = true;
-    tell_later();
-}
-
-void QtSerialLine::note_error(QSerialPort::SerialPortError error) {
-    const bool harmless = error == QSerialPort::NoError || error == QSerialPort::UnsupportedOperationError ||
-                          error == QSerialPort::TimeoutError || error == QSerialPort::NotOpenError;
-    if (!harmless && !opening_ && port_.isOpen()) lose();
+    // Nothing to read looks like the end of the file on a line set as this one is: only poll tells them apart.
+    pollfd line{port_.handle(), POLLIN, 0};
+    const bool has_failed = count < 0 && errno != EAGAIN;
+    const bool has_hung_up = ::poll(&line, 1, 0) > 0 && (line.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
+    if (has_failed || has_hung_up) lose();
 }
 
 void QtSerialLine::lose() {
+    arrival_->setEnabled(false);  // it would be told of the end again and again
     is_lost_ = true;
     tell_later();
 }
 
-/// QSerialPort emits from inside its own notifier, which must outlive the emission; so the listeners hear of it from
-/// the next event.
+/// The listeners hear of it from the next event: they may close the port, and with it the notifier that called.
 void QtSerialLine::tell_later() {
     if (std::exchange(telling_, true)) return;
     QMetaObject::invokeMethod(
@@ -114,16 +100,15 @@ void QtSerialLine::tell_later() {
 
 void QtSerialLine::tell() {
     telling_ = false;
-    if (std::exchange(is_lost_, false)) {
-        // At once: QSerialPort would repeat the error without pause, and a descriptor that is held makes the kernel
-        // give a returning USB adapter another number.
+    if (std::exchange(has_bytes_, false)) {
+        tell_counted_faults();
+        if (readable_) readable_();
+    }
+    if (is_lost_) {
+        // At once: a descriptor that is held makes the kernel give a returning USB adapter another number.
         close();
         if (fault_) fault_(LineFault::gone);
-        return;
     }
-    if (!std::exchange(has_bytes_, false)) return;
-    tell_counted_faults();
-    if (readable_) readable_();
 }
 
 void QtSerialLine::tell_counted_faults() {

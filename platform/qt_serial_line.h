@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QSerialPort>
+#include <QSocketNotifier>
 #include <functional>
+#include <memory>
 #include <optional>
 
 #include "engine/ports/serial_line.h"
@@ -9,15 +11,13 @@
 
 namespace nimbry::platform {
 
-/// The serial port through QSerialPort. Any device name works: "/dev/ttyUSB0", a link below /dev/serial/by-id, a
-/// pseudo-terminal. Needs the QCoreApplication.
+/// The serial port through QSerialPort, which opens, locks and sets the device; the bytes are read here. Any device
+/// name works: "/dev/ttyUSB0", a link below /dev/serial/by-id, a pseudo-terminal. Needs the QCoreApplication.
 ///
 /// The two listeners are called from the event loop, from an event of this object's own, so they may do anything with
 /// the port, closing it too.
 class QtSerialLine : public QObject, public SerialLine {
 public:
-    QtSerialLine();
-
     PortOpenResult open(const std::string& device) override;
     void close() override;
     [[nodiscard]] bool is_open() const override { return port_.isOpen(); }
@@ -29,19 +29,19 @@ public:
     void on_fault(std::function<void(LineFault)> fault) { fault_ = std::move(fault); }
 
 private:
-    void note_error(QSerialPort::SerialPortError error);
-    void note_readable();
+    void begin_reading();
+    void fetch();
     void lose();
     void tell_later();
     void tell();
     void tell_counted_faults();
-    void drain_kernel(Bytes& bytes);
 
     QSerialPort port_;
-    std::optional<LineCounters> counters_;  ///< nothing while the driver keeps none
+    std::unique_ptr<QSocketNotifier> arrival_;  ///< while the port is open
+    Bytes held_;                                ///< fetched from the kernel, not taken yet
+    std::optional<LineCounters> counters_;      ///< nothing while the driver keeps none
     std::function<void()> readable_;
     std::function<void(LineFault)> fault_;
-    bool opening_ = false;    ///< inside open(), whose result tells of its errors
     bool has_bytes_ = false;  ///< to be told: bytes have arrived
     bool is_lost_ = false;    ///< to be told: the device went away
     bool telling_ = false;    ///< tell() is on its way

@@ -16,7 +16,7 @@
 #include <vector>
 
 #include "platform/descriptor.h"
-#include "tests/platform/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace nimbry::platform::test {
 namespace {

@@ -8,7 +8,7 @@
 #include <optional>
 
 #include "platform/descriptor.h"
-#include "tests/platform/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace nimbry::platform::test {
 namespace {

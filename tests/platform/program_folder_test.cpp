@@ -5,7 +5,7 @@
 
 #include <filesystem>
 
-#include "tests/platform/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace nimbry::platform::test {
 namespace {

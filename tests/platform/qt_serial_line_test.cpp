@@ -101,6 +101,38 @@ TEST_F(QtSerialLineTest, TakeReturnsMoreThanOneReadHolds) {
     EXPECT_EQ(text(line.take()), "");
 }
 
+TEST_F(QtSerialLineTest, ALineThatHasBeenEmptiedIsStillThere) {
+    ASSERT_EQ(line.open(station.device()), PortOpenResult::ok);
+    for (int n = 0; n < 20; ++n) {
+        station.send("x");
+        EXPECT_EQ(text(line.take()), "x");  // before the event loop has seen it
+        EXPECT_EQ(text(line.take()), "");
+        run_pending_events();
+    }
+    EXPECT_TRUE(line.is_open());
+    EXPECT_TRUE(faults.empty());
+}
+
+TEST_F(QtSerialLineTest, BytesThatNobodyTakesAreToldOnceAndKept) {
+    ASSERT_EQ(line.open(station.device()), PortOpenResult::ok);
+    station.send("kept");
+    ASSERT_TRUE(run_events_until([this] { return readable > 0; }));
+    run_pending_events();
+    EXPECT_EQ(readable, 1);
+    EXPECT_EQ(text(line.take()), "kept");
+}
+
+TEST_F(QtSerialLineTest, TheLastBytesBeforeALossAreStillDelivered) {
+    ASSERT_EQ(line.open(station.device()), PortOpenResult::ok);
+    std::string got;
+    line.on_readable([&] { got += text(line.take()); });
+    station.send("last");
+    ASSERT_TRUE(run_events_until([&] { return !got.empty(); }));
+    station.unplug();
+    ASSERT_TRUE(run_events_until([this] { return !faults.empty(); }));
+    EXPECT_EQ(got, "last");
+}
+
 TEST_F(QtSerialLineTest, NothingIsReportedFromInsideACall) {
     station.send("x");
     ASSERT_EQ(line.open(station.device()), PortOpenResult::ok);

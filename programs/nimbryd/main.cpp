@@ -1,0 +1,80 @@
+// nimbryd: a running copy of Nimbry without a window.
+
+#include <QCoreApplication>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "engine/core/engine.h"
+#include "platform/command_line.h"
+#include "platform/disk_files.h"
+#include "platform/engine_loop.h"
+#include "platform/instance_lock.h"
+#include "platform/loop_pauses.h"
+#include "platform/program_folder.h"
+#include "platform/qt_datagrams.h"
+#include "platform/qt_serial_line.h"
+#include "platform/stderr_notices.h"
+#include "platform/system_clock.h"
+
+namespace {
+
+using namespace nimbry;
+using namespace nimbry::platform;
+
+enum ExitStatus { bad_usage = 2, other_instance = 3 };
+
+/// Standard error carries notices and boxes only; what Qt has to say (a device without control lines, say) is known
+/// here.
+void drop_message(QtMsgType, const QMessageLogContext&, const QString&) {}
+
+/// Runs a copy in `folder` until it has gone.
+int run_copy(const std::string& folder, const std::string& device) {
+    SystemClock clock;
+    LoopPauses pauses(clock);
+    DiskFiles files(folder);
+    QtSerialLine line;
+    QtDatagrams datasock;
+    StderrNotices notices;
+    SilentSounds sounds;
+    Engine engine(Ports{clock, pauses, files, line, datasock, notices, sounds});
+    EngineLoop loop(engine, pauses, clock, line);
+
+    Engine::StartOptions options;
+    options.device = device;
+    return loop.run(options);
+}
+
+int run(const CommandLine& command_line) {
+    const ProgramFolder folder = program_folder(FolderHints::of_process(command_line.dir));
+    if (!folder) {
+        write_line_to_stderr("nimbryd: " + folder.error);
+        return bad_usage;
+    }
+    InstanceLock lock(folder.path);
+    if (lock.take() == InstanceLock::Result::other_instance) {
+        StderrNotices().box({.title = "Nimbry",
+                             .text = "Nimbry is already running on this computer,\r\n"
+                                     "You can not run more than one instance of the program"});
+        return other_instance;
+    }
+    // A folder that takes no lock takes no program log either, and that is how the copy reports it.
+    return run_copy(folder.path, command_line.device);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const CommandLine command_line = read_command_line(std::vector<std::string>(argv + 1, argv + argc));
+    switch (command_line.wish) {
+        case CommandLine::Wish::version: std::fputs(version_text("nimbryd").c_str(), stdout); return 0;
+        case CommandLine::Wish::help: std::fputs(help_text("nimbryd").c_str(), stdout); return 0;
+        case CommandLine::Wish::bad_usage:
+            write_line_to_stderr(usage_complaint("nimbryd", command_line.complaint));
+            return bad_usage;
+        case CommandLine::Wish::run: break;
+    }
+    qInstallMessageHandler(drop_message);
+    QCoreApplication application(argc, argv);
+    return run(command_line);
+}

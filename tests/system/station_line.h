@@ -1,0 +1,48 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "engine/ports/serial_line.h"
+#include "tests/support/pseudo_terminal.h"
+#include "tests/support/temporary_folder.h"
+
+namespace nimbry::system_test {
+
+/// A station on a line that can be pulled out and put in again under the same name, as a USB adapter below
+/// /dev/serial/by-id.
+class StationLine {
+public:
+    StationLine() { plug_in(); }
+
+    /// The name that stays.
+    [[nodiscard]] std::string device() const { return folder_.path("line"); }
+
+    void plug_in() {
+        terminal_ = std::make_unique<PseudoTerminal>();
+        std::filesystem::create_symlink(terminal_->device(), device());
+    }
+
+    void unplug() {
+        terminal_.reset();
+        std::filesystem::remove(device());
+    }
+
+    /// Sends bytes in one go.
+    void send(const Bytes& bytes) const { terminal_->send(bytes); }
+
+    /// Sends bytes one by one, as fast as a line of 9600 baud does.
+    void send_paced(const Bytes& bytes) const {
+        for (const std::uint8_t byte : bytes) {
+            terminal_->send(Bytes{byte});
+            usleep(1040);
+        }
+    }
+
+private:
+    platform::test::TemporaryFolder folder_;
+    std::unique_ptr<PseudoTerminal> terminal_;
+};
+
+}  // namespace nimbry::system_test
