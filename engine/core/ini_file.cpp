@@ -200,20 +200,21 @@ void clsIniFile::put(const std::vector<Setting>& settings) {
     for (const auto& [section, key, value] : settings) {
         const std::string rest = on_one_line(value) + std::string(line_end);
         const std::string line = key + "=" + rest;
-        const auto place = sections_.find(lower_case(section));
+        const std::string name = lower_case(section);
+        const auto place = sections_.find(name);
         if (const Span* old = value_of(section, key)) {
             changes.push_back({*old, rest, false});
         } else if (place != sections_.end()) {
             changes.push_back({{place->second.insert, place->second.insert}, line, true});
         } else {
-            const auto is_it = [&](const auto& known) { return known.first == lower_case(section); };
+            const auto is_it = [&name](const auto& known) { return known.first == name; };
             auto known = std::find_if(new_sections.begin(), new_sections.end(), is_it);
             if (known == new_sections.end())
-                known = new_sections.insert(known, {lower_case(section), "[" + section + "]" + std::string(line_end)});
+                known = new_sections.insert(known, {name, "[" + section + "]" + std::string(line_end)});
             known->second += line;
         }
     }
-    for (auto& [name, lines] : new_sections) changes.push_back({{text_.size(), text_.size()}, std::move(lines), true});
+    for (auto& [lower_name, lines] : new_sections) changes.push_back({{text_.size(), text_.size()}, std::move(lines), true});
     std::stable_sort(changes.begin(), changes.end(), [](const Change& a, const Change& b) {
         return std::pair(a.replaced.begin, a.is_line) < std::pair(b.replaced.begin, b.is_line);
     });

@@ -41,9 +41,9 @@ std::string laid_out(std::string_view scientific) {
         digits.insert(0, static_cast<std::size_t>(-exponent), '0');
         digits.insert(1, ".");
     } else if (count <= exponent + 1) {
-        digits.append(static_cast<std::size_t>(exponent + 1 - count), '0');
+        digits.resize(static_cast<std::size_t>(exponent) + 1, '0');
     } else {
-        digits.insert(static_cast<std::size_t>(exponent + 1), ".");
+        digits.insert(static_cast<std::size_t>(exponent) + 1, ".");
     }
     return negative ? "-" + digits : digits;
 }

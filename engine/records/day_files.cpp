@@ -37,7 +37,7 @@ public:
     std::string text() {
         if (rest_.empty()) throw RunTimeError{ErrorNumber::past_end};
         const std::size_t end = rest_.find('\n');
-        const std::string line = trimmed(without_return(rest_.substr(0, end)));
+        std::string line = trimmed(without_return(rest_.substr(0, end)));
         rest_ = end == std::string_view::npos ? std::string_view{} : rest_.substr(end + 1);
         return line;
     }
