@@ -1,0 +1,119 @@
+#include "engine/network/forwarding.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "engine/station/train_writer.h"
+#include "tests/world/bare_copy.h"
+
+namespace nimbry {
+namespace {
+
+struct Server : test::BareCopy {
+    Server() {
+        state.settings.bcastnet = true;
+        state.settings.iplist = {"10.0.0.7", "255.255.255.255", "10.0.0.2"};
+    }
+    [[nodiscard]] std::vector<std::string> hosts() const {
+        std::vector<std::string> hosts;
+        for (const auto& sent : datasock.sent) hosts.push_back(sent.host);
+        return hosts;
+    }
+};
+
+TEST(Forwarding, a_frame_goes_to_every_client_in_the_order_of_the_list) {
+    Server server;
+    const Bytes train = write_train({});
+    forwardgroup(server.copy, train);
+    EXPECT_EQ(server.hosts(), (std::vector<std::string>{"10.0.0.7", "255.255.255.255", "10.0.0.2"}));
+    for (const auto& sent : server.datasock.sent) {
+        EXPECT_EQ(sent.port, 60135);
+        EXPECT_EQ(sent.bytes, train);
+    }
+    EXPECT_TRUE(server.notices.balloons.empty());
+}
+
+TEST(Forwarding, a_lone_group_is_one_datagram_of_27_bytes) {
+    Server server;
+    server.state.settings.iplist = {"10.0.0.7"};
+    forwardgroup(server.copy, write_lone_wind({}));
+    ASSERT_EQ(server.datasock.sent.size(), 1U);
+    EXPECT_EQ(server.datasock.sent[0].bytes.size(), 27U);
+}
+
+TEST(Forwarding, the_socket_is_bound_once_to_60137) {
+    Server server;
+    forwardgroup(server.copy, write_lone_wind({}));
+    forwardgroup(server.copy, write_lone_wind({}));
+    EXPECT_EQ(server.datasock.binds, std::vector<std::uint16_t>{60137});
+}
+
+TEST(Forwarding, only_a_server_forwards) {
+    struct Case {
+        std::string what;
+        bool bcastnet, fromnet, closing;
+    };
+    for (const Case& c : {Case{"a copy alone", false, false, false}, Case{"a client", false, true, false},
+                          Case{"both roles chosen: the client's wins", true, true, false},
+                          Case{"a server that closes", true, false, true}}) {
+        SCOPED_TRACE(c.what);
+        Server server;
+        server.state.settings.bcastnet = c.bcastnet;
+        server.state.settings.fromnet = c.fromnet;
+        server.state.run.ProgramClosing = c.closing;
+        forwardgroup(server.copy, write_lone_wind({}));
+        EXPECT_TRUE(server.datasock.sent.empty());
+        EXPECT_TRUE(server.datasock.binds.empty());
+    }
+}
+
+TEST(Forwarding, a_server_without_clients_does_nothing) {
+    Server server;
+    server.state.settings.iplist.clear();
+    server.datasock.bindable = false;
+    forwardgroup(server.copy, write_lone_wind({}));
+    EXPECT_TRUE(server.datasock.binds.empty());
+    EXPECT_TRUE(server.notices.balloons.empty());
+}
+
+TEST(Forwarding, a_failed_address_does_not_stop_the_later_ones) {
+    Server server;
+    server.datasock.refusals = {{"255.255.255.255", {101, "Network is unreachable"}}};
+    forwardgroup(server.copy, write_train({}));
+    EXPECT_EQ(server.hosts(), (std::vector<std::string>{"10.0.0.7", "255.255.255.255", "10.0.0.2"}));
+    ASSERT_EQ(server.notices.balloons.size(), 1U);
+    const Balloon& balloon = server.notices.balloons[0].what;
+    EXPECT_EQ(balloon.title, "Network Error");
+    EXPECT_EQ(balloon.text, "Network error. Unable to send data to Nimbry client(s) Network is unreachable (101)");
+    EXPECT_EQ(balloon.closes_after, Milliseconds{5000});
+    EXPECT_TRUE(server.log_lines().empty());
+}
+
+TEST(Forwarding, one_notice_a_frame_tells_of_the_first_failure) {
+    Server server;
+    server.datasock.refusals = {{"10.0.0.2", {13, "Permission denied"}}, {"10.0.0.7", {5, "Odd"}}};
+    forwardgroup(server.copy, write_train({}));
+    ASSERT_EQ(server.notices.balloons.size(), 1U);
+    EXPECT_EQ(server.notices.balloons[0].what.text, "Network error. Unable to send data to Nimbry client(s) Odd (5)");
+    forwardgroup(server.copy, write_train({}));
+    EXPECT_EQ(server.notices.balloons.size(), 2U);
+}
+
+TEST(Forwarding, a_socket_that_cannot_be_bound_is_tried_again_with_each_frame) {
+    Server server;
+    server.datasock.bindable = false;
+    forwardgroup(server.copy, write_train({}));
+    EXPECT_TRUE(server.datasock.sent.empty());
+    ASSERT_EQ(server.notices.balloons.size(), 1U);
+    EXPECT_EQ(server.notices.balloons[0].what.text,
+              "Network error. Unable to send data to Nimbry client(s) Address in use (10048)");
+    server.datasock.bindable = true;
+    forwardgroup(server.copy, write_train({}));
+    EXPECT_EQ(server.datasock.binds, (std::vector<std::uint16_t>{60137, 60137}));
+    EXPECT_EQ(server.datasock.sent.size(), 3U);
+}
+
+}  // namespace
+}  // namespace nimbry
