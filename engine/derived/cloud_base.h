@@ -15,7 +15,7 @@ struct CloudBase {
 /// `temperature` and `dew_point` in degrees C, one decimal each. A dew point above the temperature (a humidity read as
 /// 100 and a rounding) gives a negative height.
 ///
-///   cloud_base(20, 9.3) = 1337 m, 4386 ft    cloud_base(8.1, -0.6) = 1087 m, 3566 ft    cloud_base(30, 30) = 0 m, 0 ft
+///   cloud_base(20, 9.3) = 1337 m, 4387 ft    cloud_base(8.1, -0.6) = 1087 m, 3567 ft    cloud_base(30, 30) = 0 m, 0 ft
 [[nodiscard]] CloudBase cloud_base(double temperature, double dew_point);
 
 }  // namespace nimbry

@@ -12,12 +12,15 @@ struct HeatIndex {
     double celsius = 0;
 };
 
+/// The sixteen-term polynomial, degrees F, not rounded, of `temperature` in degrees F and `humidity` in percent, summed
+/// from left to right. Constants as given: do not improve. It is a fit: outside the weather it was made from its
+/// results are no weather (dry air at 68 degrees gives less than 68).
+///   heat_index_sum(68, 50) = 75.75827358   heat_index_sum(86, 97) = 107.98044445   heat_index_sum(68, 1) = 61.50999849
+[[nodiscard]] double heat_index_sum(double temperature, double humidity);
+
 /// Heat index of air at `temperature` (degrees C, heat_index_from or more) and `humidity` (percent as read: a 97 that
-/// stands for 100 counts as 97): the sixteen-term polynomial in degrees F, summed from left to right. Constants as
-/// given: do not improve. It is a fit, so outside the weather it was made from its results are no weather (dry air at
-/// 20 degrees gives less than 20).
-///
-///   heat_index(20, 50) = 75.8 F, 24.3 C    heat_index(30, 97) = 108 F, 42.2 C    heat_index(20, 1) = 61.5 F, 16.4 C
+/// stands for 100 counts as 97).
+///   heat_index(20, 50) = 75.8 F, 24.3 C   heat_index(30, 97) = 108 F, 42.2 C   heat_index(20, 1) = 61.5 F, 16.4 C
 [[nodiscard]] HeatIndex heat_index(double temperature, double humidity);
 
 }  // namespace nimbry
