@@ -12,11 +12,11 @@ namespace nimbry {
 /// One running copy of Nimbry without its outside: the state and everything that happens to it.
 ///
 /// The program makes the ports and one Engine, and then hands it events, each from a conversation of its own
-/// (Pauses::start), on one thread. An event that finds the program closing does nothing. An error that a routine cannot go on
-/// from ends in the report and the exit; no exception but WaitCancelled leaves an event.
+/// (Pauses::start), on one thread. An event that finds the program closing does nothing. An error that a routine cannot
+/// go on from ends in the report and the exit; no exception but WaitCancelled leaves an event.
 class Engine {
 public:
-    /// `ports` and what they refer to must outlive the engine. Does nothing yet.
+    /// `ports` and what they refer to must outlive the engine. Nothing is asked of them before start().
     explicit Engine(const Ports& ports);
     ~Engine();
     Engine(const Engine&) = delete;
@@ -28,11 +28,12 @@ public:
 
     /// How the start goes in this program.
     struct StartOptions {
-        bool has_window = false;       ///< the first-run setup window can be shown, and a splash is held for 5 s
-        std::string device;            ///< for this run, instead of the chosen port's device; empty: by the settings
+        bool has_window = false;  ///< the first-run setup window can be shown, and a splash is held for 5 s
+        std::string device;       ///< for this run, instead of the chosen port's device; empty: by the settings
     };
 
-    /// Reads the settings, stamps the version key, writes the start line, and opens the port (or, as a client, the network). Waits.
+    /// Reads the settings, stamps the version key, writes the start line, and opens the port (or, as a client, the
+    /// network). Returns when the copy is running: with a window that is the end of the splash. Waits.
     void start(const StartOptions& options);
 
     /// Bytes have arrived at the serial line.
@@ -40,7 +41,7 @@ public:
     /// The serial line reported a fault.
     void line_fault(LineFault fault);
 
-    /// When wake() wants to be called next: the nearest timer tick, settling time or retry; nothing when none is due.
+    /// When wake() wants to be called next: the nearest timer tick or settling time; nothing when there is none.
     [[nodiscard]] std::optional<Instant> wake_at() const;
     /// Does one thing that is due. Call it, each time in a conversation of its own, until wake_at() lies in the future.
     void wake();

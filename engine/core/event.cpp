@@ -1,5 +1,6 @@
 #include "engine/core/event.h"
 
+#include <optional>
 #include <utility>
 
 #include "engine/core/exits.h"
@@ -9,11 +10,13 @@ namespace nimbry {
 
 void run_event(Copy& copy, std::string_view tag, const std::function<void()>& work) {
     if (copy.state.run.ProgramClosing || copy.state.run.HaveError) return;
+    std::optional<UnrecoverableError> failure;
     try {
         tagged(tag, work);
     } catch (const UnrecoverableError& error) {
-        report_unrecoverable(copy, error);
+        failure = error;  // reported outside: nothing may wait inside a handler
     }
+    if (failure) report_unrecoverable(copy, *failure);
 }
 
 void start_event(Copy& copy, std::string tag, std::function<void()> work) {

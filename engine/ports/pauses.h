@@ -14,6 +14,9 @@ struct WaitCancelled {};
 /// Waiting, for code that reads top to bottom. A call suspends the conversation it is made from; meanwhile other
 /// events run (they may change any state), and the call returns on the same thread.
 ///
+/// Never wait inside a catch block: note what was caught, leave the block, and wait then. The language keeps one pile
+/// of caught exceptions for all conversations.
+///
 /// Every event of the engine runs as a conversation, so any routine may wait. In the programs a conversation is a
 /// fiber of the event loop; in tests the wait moves a virtual clock forward and lets scripted events happen.
 class Pauses {
@@ -23,8 +26,8 @@ public:
     /// Lets `how_long` pass (zero: lets the events that are due run once). Throws WaitCancelled after cancel_all().
     virtual void pause(Milliseconds how_long) = 0;
 
-    /// Waits until `condition` holds, looking at it again after each short interval (1 ms of virtual time, 20 ms of real
-    /// time). Returns true when it holds, at once if it does already; false when `limit` ran out first (no limit:
+    /// Waits until `condition` holds, looking at it again after each short interval (1 ms of virtual time, 20 ms of
+    /// real time). Returns true when it holds, at once if it does already; false when `limit` ran out first (no limit:
     /// never). Throws WaitCancelled after cancel_all().
     virtual bool wait_until(const std::function<bool()>& condition,
                             std::optional<Milliseconds> limit = std::nullopt) = 0;
@@ -37,8 +40,8 @@ public:
     /// Unhurried. Called once, when the program begins to close.
     virtual void cancel_all() = 0;
 
-    /// Marks the running conversation as one that may go on waiting after cancel_all(): the exit itself and the saves it
-    /// waits for. Held by Unhurried.
+    /// Marks the running conversation as one that may go on waiting after cancel_all(): the exit itself and the saves
+    /// it waits for. Held by Unhurried.
     virtual void hold_unhurried() = 0;
     virtual void release_unhurried() = 0;
 };

@@ -15,7 +15,10 @@ PortOpenResult ScriptedLine::open(const std::string& device) {
     }
     attempts_.push_back({clock_.monotonic(), device, result});
     if (journal_ != nullptr) journal_->note("line open " + device + (result == PortOpenResult::ok ? "" : " failed"));
-    if (result == PortOpenResult::ok) device_ = device;
+    if (result == PortOpenResult::ok) {
+        device_ = device;
+        held_ = at_open_;
+    }
     return result;
 }
 

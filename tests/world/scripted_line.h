@@ -3,6 +3,7 @@
 #include <deque>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "engine/ports/clock.h"
@@ -25,6 +26,8 @@ public:
 
     /// Bytes reach the port. They are lost while it is closed, as on a real line.
     void arrive(const Bytes& bytes);
+    /// From now on every device holds these bytes already when it is opened.
+    void hold_at_open(Bytes bytes) { at_open_ = std::move(bytes); }
     /// The device goes away: the port is closed, and opening it fails until plug_in().
     void unplug(const std::string& device);
     void plug_in(const std::string& device) { refusals_.erase(device); }
@@ -48,6 +51,7 @@ private:
     Journal* journal_;
     std::string device_;
     Bytes held_;
+    Bytes at_open_;
     std::map<std::string, PortOpenResult> refusals_;
     std::deque<PortOpenResult> next_results_;
     std::vector<Attempt> attempts_;
