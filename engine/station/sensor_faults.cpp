@@ -150,9 +150,15 @@ void clear_once_flags(SensorFaults& faults) {
 }
 
 void clear_fault_colours(MainPanel& panel) {
-    for (const SensorRow& row : sensors)
-        for (Box* box : boxes_of(panel, row.sensor))
-            if (box != nullptr && box->fore == colours::red) box->fore = colours::black;
+    const auto clear = [](Box& box) {
+        if (box.fore == colours::red) box.fore = colours::black;
+    };
+    for (const SensorRow& row : sensors) {
+        for (Box* box : boxes_of(panel, row.sensor)) {
+            if (box != nullptr) clear(*box);
+        }
+    }
+    clear(panel.Text2[1]);  // the dew point has no sensor of its own
 }
 
 }  // namespace nimbry
