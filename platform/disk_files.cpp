@@ -5,7 +5,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <QUtf8StringView>
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
@@ -13,11 +12,11 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <utility>
 
+#include "engine/derived/code_page.h"
 #include "platform/descriptor.h"
-#include "platform/text_bytes.h"
+#include "platform/system_clock.h"
 
 namespace nimbry::platform {
 
@@ -139,8 +138,7 @@ DiskFiles::DiskFiles(std::string folder) : folder_(std::move(folder)) {
 }
 
 std::string DiskFiles::path(const std::string& name) const {
-    const bool utf8_already = QUtf8StringView(name.data(), static_cast<qsizetype>(name.size())).isValidUtf8();
-    const std::string on_disk = utf8_already ? name : utf8(name);
+    const std::string on_disk = utf8_name(name);
     return on_disk.starts_with('/') ? on_disk : folder_ + '/' + on_disk;
 }
 
@@ -287,9 +285,7 @@ bool DiskFiles::in_use(const std::string& name) const {
 std::optional<CivilTime> DiskFiles::modified(const std::string& name) const {
     struct stat facts {};
     if (look_at(path(name), facts) != FileResult::ok) return std::nullopt;
-    std::tm local{};
-    if (::localtime_r(&facts.st_mtime, &local) == nullptr) return std::nullopt;
-    return CivilTime{std::chrono::seconds{::timegm(&local)}};
+    return civil_time(std::chrono::system_clock::from_time_t(facts.st_mtime));
 }
 
 }  // namespace nimbry::platform

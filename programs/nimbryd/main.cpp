@@ -2,11 +2,14 @@
 
 #include <QCoreApplication>
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "engine/control/verbs.h"
 #include "engine/core/engine.h"
 #include "platform/command_line.h"
+#include "platform/control_server.h"
 #include "platform/disk_files.h"
 #include "platform/engine_loop.h"
 #include "platform/instance_lock.h"
@@ -28,8 +31,8 @@ enum ExitStatus { bad_usage = 2, other_instance = 3 };
 /// here.
 void drop_message(QtMsgType, const QMessageLogContext&, const QString&) {}
 
-/// Runs a copy in `folder` until it has gone.
-int run_copy(const std::string& folder, const std::string& device) {
+/// Runs a copy in `folder` until it has gone. nimbryctl can reach it when it `has_lock` of that folder.
+int run_copy(const std::string& folder, const std::string& device, bool has_lock) {
     SystemClock clock;
     LoopPauses pauses(clock);
     DiskFiles files(folder);
@@ -38,6 +41,15 @@ int run_copy(const std::string& folder, const std::string& device) {
     StderrNotices notices;
     SilentSounds sounds;
     Engine engine(Ports{clock, pauses, files, line, datasock, notices, sounds});
+    std::optional<ControlServer> control;
+    if (has_lock) {
+        control.emplace(folder, pauses, [&engine](const std::vector<std::string>& arguments, Asker& asker) {
+            return static_cast<int>(answer_request(engine.copy(), arguments, asker));
+        });
+        if (!control->error().empty()) {
+            write_line_to_stderr("Nimbry: nimbryctl cannot reach this copy: " + control->error());
+        }
+    }
     EngineLoop loop(engine, pauses, clock, line);
 
     Engine::StartOptions options;
@@ -52,14 +64,15 @@ int run(const CommandLine& command_line) {
         return bad_usage;
     }
     InstanceLock lock(folder.path);
-    if (lock.take() == InstanceLock::Result::other_instance) {
+    const InstanceLock::Result taken = lock.take();
+    if (taken == InstanceLock::Result::other_instance) {
         StderrNotices().box({.title = "Nimbry",
                              .text = "Nimbry is already running on this computer,\r\n"
                                      "You can not run more than one instance of the program"});
         return other_instance;
     }
     // A folder that takes no lock takes no program log either, and that is how the copy reports it.
-    return run_copy(folder.path, command_line.device);
+    return run_copy(folder.path, command_line.device, taken == InstanceLock::Result::held);
 }
 
 }  // namespace

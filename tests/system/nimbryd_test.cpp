@@ -19,7 +19,9 @@ protected:
     static bool train_is_taken(const RunningCopy& copy, const StationLine& station) {
         const int before = copy.frames("trains");
         return eventually([&] {
-            station.send(write_train({}));
+            station.send(train_of_now());
+            // Longer than both settling times, or the next train would end up in this one.
+            usleep(150'000);
             return copy.frames("trains") > before;
         });
     }

@@ -1,14 +1,26 @@
 #pragma once
 
+#include <ctime>
 #include <filesystem>
 #include <memory>
 #include <string>
 
 #include "engine/ports/serial_line.h"
+#include "engine/station/train_writer.h"
 #include "tests/support/pseudo_terminal.h"
 #include "tests/support/temporary_folder.h"
 
 namespace nimbry::system_test {
+
+/// A train of the usual readings from a station whose clock is right.
+inline Bytes train_of_now() {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    localtime_r(&now, &local);
+    StationReadings readings;
+    readings.clock = {local.tm_sec, local.tm_min, local.tm_hour, local.tm_mday, local.tm_mon + 1};
+    return write_train(readings);
+}
 
 /// A station on a line that can be pulled out and put in again under the same name, as a USB adapter below
 /// /dev/serial/by-id.

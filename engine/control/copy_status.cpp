@@ -1,0 +1,107 @@
+#include "engine/control/copy_status.h"
+
+#include <string_view>
+#include <utility>
+
+#include "engine/control/json_text.h"
+#include "engine/core/main_settings.h"
+#include "engine/core/version.h"
+#include "engine/derived/code_page.h"
+#include "engine/derived/dates.h"
+
+namespace nimbry {
+
+namespace {
+
+std::string role_of(const MainSettings& settings) {
+    if (settings.fromnet) return "client";
+    return settings.bcastnet ? "server" : "alone";
+}
+
+std::string folder_of(const Files& files) {
+    std::string folder = files.path("");
+    if (folder.size() > 1 && folder.ends_with('/')) folder.pop_back();
+    return utf8_name(folder);
+}
+
+void add_counters(std::vector<StatusField>& fields, const CommState::Counters& counters) {
+    fields.push_back({"frames.trains", counters.trains});
+    fields.push_back({"frames.lone", counters.lone});
+    fields.push_back({"frames.bad_checksum", counters.bad_checksum});
+    fields.push_back({"frames.wrong_length", counters.wrong_length});
+    fields.push_back({"frames.unknown_tag", counters.unknown_tag});
+    fields.push_back({"frames.before_first_train", counters.before_first_train});
+    fields.push_back({"frames.bytes_thrown_away", counters.bytes_thrown_away});
+}
+
+/// What a value looks like as text: "" for an unknown one.
+struct AsText {
+    std::string operator()(std::monostate) const { return ""; }
+    std::string operator()(bool value) const { return value ? "true" : "false"; }
+    std::string operator()(std::uint64_t value) const { return std::to_string(value); }
+    std::string operator()(const std::string& value) const { return value; }
+};
+
+struct AsJson : AsText {
+    using AsText::operator();
+    std::string operator()(std::monostate) const { return "null"; }
+    std::string operator()(const std::string& value) const { return json_string(value); }
+};
+
+/// The object of the fields from `at` on whose names begin with `prefix`; `at` is behind them then.
+std::string object_of(const std::vector<StatusField>& fields, std::size_t& at, std::string_view prefix) {
+    JsonObject object;
+    while (at < fields.size() && fields[at].name.starts_with(prefix)) {
+        const std::string_view name = std::string_view(fields[at].name).substr(prefix.size());
+        if (const std::size_t point = name.find('.'); point != std::string_view::npos) {
+            object.field(name.substr(0, point),
+                         object_of(fields, at, std::string(prefix) + std::string(name.substr(0, point + 1))));
+        } else {
+            object.field(name, std::visit(AsJson{}, fields[at++].value));
+        }
+    }
+    return object.text();
+}
+
+}  // namespace
+
+std::vector<StatusField> copy_status(const Copy& copy) {
+    const WeatherState& state = copy.state;
+    std::vector<StatusField> fields{
+        {"version", std::string(program_version)},
+        {"folder", folder_of(copy.ports.files)},
+        {"role", role_of(state.settings)},
+        {"fullystarted", state.run.fullystarted},
+        {"station_time", {}},
+        {"serial.device", {}},
+        {"serial.open", copy.ports.line.is_open()},
+    };
+    if (state.readings.dtvar) fields[4].value = stamp_text(*state.readings.dtvar);
+    if (!state.settings.fromnet) {
+        fields[5].value = utf8_name(state.run.device.empty() ? device_of(state.settings, chosen_port(state.settings))
+                                                             : state.run.device);
+    }
+    add_counters(fields, state.comm.counters);
+    for (const std::string kind : {"ftp", "mail", "weather", "aprs"}) {
+        for (const char* fact : {".last_end", ".last_result", ".next_due"}) {
+            fields.push_back({"uploads." + kind + fact, {}});
+        }
+    }
+    fields.push_back({"sync.running", state.network.syncing});
+    fields.push_back({"sync.last_end", {}});
+    fields.push_back({"sync.last_result", {}});
+    return fields;
+}
+
+std::string status_lines(const std::vector<StatusField>& fields) {
+    std::string lines;
+    for (const StatusField& field : fields) lines += field.name + '\t' + std::visit(AsText{}, field.value) + '\n';
+    return lines;
+}
+
+std::string status_json(const std::vector<StatusField>& fields) {
+    std::size_t at = 0;
+    return object_of(fields, at, "") + '\n';
+}
+
+}  // namespace nimbry

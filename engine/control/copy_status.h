@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "engine/core/copy.h"
+
+namespace nimbry {
+
+/// One thing that `nimbryctl status` tells. A name with points stands in objects within the object: "serial.open".
+/// std::monostate: not known, or it has not happened yet. Texts are UTF-8.
+struct StatusField {
+    std::string name;
+    std::variant<std::monostate, bool, std::uint64_t, std::string> value;
+};
+
+/// How a copy stands, in a fixed order; fields of one object stand together.
+///
+///   version, folder, role ("server", "client", or "alone" for a copy with both roles off), fullystarted,
+///   station_time ("DD MMM YYYY HH:MM:SS"),
+///   serial.device (unknown in a client), serial.open,
+///   frames.trains, .lone, .bad_checksum, .wrong_length, .unknown_tag, .before_first_train, .bytes_thrown_away,
+///   uploads.ftp, .mail, .weather, .aprs: each .last_end, .last_result, .next_due,
+///   sync.running, .last_end, .last_result
+[[nodiscard]] std::vector<StatusField> copy_status(const Copy& copy);
+
+/// The fields as `name<TAB>value` lines; an unknown value is empty.
+[[nodiscard]] std::string status_lines(const std::vector<StatusField>& fields);
+
+/// The fields as one object of JSON; an unknown value is null.
+[[nodiscard]] std::string status_json(const std::vector<StatusField>& fields);
+
+}  // namespace nimbry

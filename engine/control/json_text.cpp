@@ -1,0 +1,45 @@
+#include "engine/control/json_text.h"
+
+namespace nimbry {
+
+std::string json_string(std::string_view text) {
+    static constexpr std::string_view digits = "0123456789abcdef";
+    std::string json = "\"";
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        switch (c) {
+            case '"': json += "\\\""; break;
+            case '\\': json += "\\\\"; break;
+            case '\r': json += "\\r"; break;
+            case '\n': json += "\\n"; break;
+            case '\t': json += "\\t"; break;
+            default:
+                if (byte < 0x20) {
+                    json += "\\u00";
+                    json += digits[byte >> 4U];
+                    json += digits[byte & 0xFU];
+                } else {
+                    json += c;
+                }
+        }
+    }
+    return json + '"';
+}
+
+JsonObject& JsonObject::field(std::string_view name, std::string_view value) {
+    if (!fields_.empty()) fields_ += ',';
+    fields_ += json_string(name);
+    fields_ += ':';
+    fields_ += value;
+    return *this;
+}
+
+JsonObject& JsonObject::field(std::string_view name, bool value) {
+    return field(name, std::string_view(value ? "true" : "false"));
+}
+
+std::string JsonObject::text() const {
+    return '{' + fields_ + '}';
+}
+
+}  // namespace nimbry

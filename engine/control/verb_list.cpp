@@ -1,0 +1,38 @@
+#include "engine/control/verb_list.h"
+
+#include <algorithm>
+#include <array>
+
+namespace nimbry {
+
+namespace {
+
+constexpr std::array kVerbs{
+    VerbUsage{"boxes", "[NAME...] [--json]", "the boxes of the windows with their texts"},
+    VerbUsage{"status", "[--json]", "role, station time, serial line and what it has delivered"},
+    VerbUsage{"notices", "[--json]", "the last 50 notices, oldest first"},
+    VerbUsage{"panel", "[--once]", "the readings as a table, drawn again when they change, until Ctrl-C"},
+    VerbUsage{"get", "SECTION KEY", "the value in force of a key of Nimbry.ini"},
+    VerbUsage{"set", "SECTION KEY VALUE", "sets a key in Nimbry.ini and in the running copy"},
+    VerbUsage{"prune-log", "[--yes]", "keeps the last 10 lines of the program log"},
+    VerbUsage{"stop", "", "the menu's exit; returns when the copy has gone"},
+};
+
+}  // namespace
+
+std::span<const VerbUsage> verb_list() {
+    return kVerbs;
+}
+
+const VerbUsage* verb_named(std::string_view name) {
+    const auto* verb = std::find_if(kVerbs.begin(), kVerbs.end(), [&](const VerbUsage& v) { return v.name == name; });
+    return verb == kVerbs.end() ? nullptr : verb;
+}
+
+std::string usage_line(const VerbUsage& verb) {
+    std::string line = "usage: nimbryctl --dir DIR " + std::string(verb.name);
+    if (!verb.arguments.empty()) line += ' ' + std::string(verb.arguments);
+    return line;
+}
+
+}  // namespace nimbry

@@ -1,0 +1,167 @@
+// nimbryctl: asks a running copy of Nimbry, and prints what it answers.
+
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <QByteArray>
+#include <cerrno>
+#include <cstdio>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/control/verb_list.h"
+#include "engine/core/version.h"
+#include "platform/control_protocol.h"
+#include "platform/control_socket.h"
+#include "platform/program_folder.h"
+
+namespace {
+
+using nimbry::platform::AnswerPiece;
+using nimbry::platform::ControlConnection;
+using nimbry::platform::Descriptor;
+
+enum Status { done = 0, failed = 1, bad_usage = 2, no_copy = 4 };
+
+void say(FILE* where, std::string_view text) {
+    std::fwrite(text.data(), 1, text.size(), where);
+    std::fflush(where);
+}
+
+int refuse(int status, const std::string& line) {
+    say(stderr, "nimbryctl: " + line + '\n');
+    return status;
+}
+
+std::string help() {
+    std::string text =
+        "usage: nimbryctl [--dir DIR] VERB ...\n\n"
+        "Asks the copy of Nimbry that runs in DIR (else in $NIMBRY_HOME, else in the usual folder).\n\n";
+    for (const nimbry::VerbUsage& verb : nimbry::verb_list()) {
+        std::string head = "  " + std::string(verb.name) + ' ' + std::string(verb.arguments);
+        if (head.size() < 28) head.resize(28, ' ');
+        text += head + ' ' + std::string(verb.summary) + '\n';
+    }
+    return text + "\nExit status: 0 done, 1 refused or failed, 2 bad usage, 4 no running copy in DIR.\n";
+}
+
+/// Shows lines in the place of those before; where the output is no terminal, below them.
+void show(const std::string& screen) {
+    static constexpr std::string_view to_the_top = "\x1b[H", clear_line = "\x1b[K", clear_below = "\x1b[J";
+    if (::isatty(STDOUT_FILENO) == 0) {
+        say(stdout, screen + '\n');
+        return;
+    }
+    std::string drawn(to_the_top);
+    for (const char c : screen) {
+        if (c == '\n') drawn += clear_line;
+        drawn += c;
+    }
+    say(stdout, drawn += clear_below);
+}
+
+bool send_all(const Descriptor& socket, const QByteArray& bytes) {
+    for (qsizetype sent = 0; sent < bytes.size();) {
+        const ssize_t more =
+            ::send(socket.number(), bytes.data() + sent, static_cast<std::size_t>(bytes.size() - sent), MSG_NOSIGNAL);
+        if (more < 0 && errno != EINTR) return false;
+        if (more > 0) sent += more;
+    }
+    return true;
+}
+
+/// Prints the pieces as they come. The status at their end; nothing when the copy has gone before that.
+std::optional<int> print_answer(const Descriptor& socket) {
+    QByteArray held;
+    char piece[64 * 1024];
+    while (true) {
+        const ssize_t got = ::recv(socket.number(), piece, sizeof piece, 0);
+        if (got < 0 && errno == EINTR) continue;
+        if (got <= 0) return std::nullopt;
+        held.append(piece, got);
+        for (qsizetype end = held.indexOf('\n'); end >= 0; end = held.indexOf('\n')) {
+            const auto answer = nimbry::platform::parse_answer(held.left(end));
+            held.remove(0, end + 1);
+            if (!answer) return refuse(failed, "the copy's answer cannot be read");
+            switch (answer->kind) {
+                case AnswerPiece::Kind::out: say(stdout, answer->text); break;
+                case AnswerPiece::Kind::err: say(stderr, answer->text + '\n'); break;
+                case AnswerPiece::Kind::screen: show(answer->text); break;
+                case AnswerPiece::Kind::status: return answer->status;
+            }
+        }
+    }
+}
+
+/// Waits until a process has ended, also one that its parent has not taken notice of yet.
+void wait_for_end(const Descriptor& process) {
+    if (!process) return;
+    pollfd ended{process.number(), POLLIN, 0};
+    while (::poll(&ended, 1, -1) < 0 && errno == EINTR) {
+    }
+}
+
+int ask(const ControlConnection& copy, const std::vector<std::string>& arguments) {
+    const bool stops = arguments.front() == "stop";
+    // Held from the start, so that it can mean no other process that gets the same number later.
+    const Descriptor process(stops && copy.process > 0 ? static_cast<int>(::syscall(SYS_pidfd_open, copy.process, 0))
+                                                       : -1);
+    const QByteArray request = nimbry::platform::request_line(arguments);
+    if (request.size() > static_cast<qsizetype>(nimbry::platform::longest_request)) {
+        return refuse(failed, "the arguments are too long");
+    }
+    if (!send_all(copy.socket, request)) return refuse(failed, "the copy ended before it was asked");
+
+    const std::optional<int> status = print_answer(copy.socket);
+    if (stops && status.value_or(done) == done) {
+        wait_for_end(process);
+        return done;
+    }
+    if (status) return *status;
+    // A copy that ends takes its panel with it; every other answer would have been complete.
+    if (arguments.front() == "panel") return done;
+    return refuse(failed, "the copy ended before it answered");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::vector<std::string> arguments(argv + 1, argv + argc);
+    std::optional<std::string> dir;
+    while (!arguments.empty() && arguments.front().starts_with('-')) {
+        const std::string option = arguments.front();
+        arguments.erase(arguments.begin());
+        if (option == "--help" || option == "-h") {
+            say(stdout, help());
+            return done;
+        }
+        if (option == "--version") {
+            say(stdout, "nimbryctl " + std::string(nimbry::program_version) + '\n');
+            return done;
+        }
+        if (option == "--dir" && !arguments.empty()) {
+            dir = arguments.front();
+            arguments.erase(arguments.begin());
+        } else if (option.starts_with("--dir=")) {
+            dir = option.substr(std::string_view("--dir=").size());
+        } else {
+            return refuse(bad_usage,
+                          option == "--dir" ? "--dir needs the name of a folder" : "unknown option " + option);
+        }
+    }
+    if (arguments.empty()) return refuse(bad_usage, "no verb: see nimbryctl --help");
+    if (nimbry::verb_named(arguments.front()) == nullptr) {
+        return refuse(bad_usage, "unknown verb " + arguments.front() + ": see nimbryctl --help");
+    }
+    if (dir && dir->empty()) return refuse(bad_usage, "--dir needs the name of a folder");
+
+    const auto folder = nimbry::platform::program_folder(nimbry::platform::FolderHints::of_process(dir), false);
+    if (!folder) return refuse(no_copy, folder.error);
+    const ControlConnection copy = nimbry::platform::connect_to_copy(folder.path);
+    if (!copy.socket) return refuse(no_copy, "no copy of Nimbry runs in " + folder.path);
+    return ask(copy, arguments);
+}
