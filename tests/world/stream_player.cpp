@@ -47,7 +47,13 @@ constexpr Told told[] = {{"Text2(0)", "temperature"},
                          {"Text2(7)", "gust direction"},
                          {"Text2(3)", "average wind"},
                          {"TxtWinDir", "wind direction"},
-                         {"TxtWindChill", "wind chill"}};
+                         {"TxtWindChill", "wind chill"},
+                         {"TxtWindHiG", "record gust"},
+                         {"TxtRainTot", "rain counter"},
+                         {"TxtRainToday", "rain of the day"},
+                         {"TxtRainLH", "rain of the last hour"},
+                         {"txtWetBulb", "wet bulb"},
+                         {"txtCloudBase", "cloud base"}};
 
 std::string utf8(std::string_view text) {
     std::string result;
@@ -86,12 +92,20 @@ public:
             const std::string text = find_box(state, reading.box)->text;
             if (changed(reading.box, text)) news.push_back(std::string(reading.what) + " " + utf8(trimmed_left(text)));
         }
+        if (changed("battery", state.panel.lblLowBattery.visible ? "low" : "")) {
+            news.push_back(state.panel.lblLowBattery.visible ? "the battery is low" : "the battery is not low");
+        }
         const std::string status = state.panel.lblStatus.text + (state.panel.Lamp.fore == 0 ? ", dark" : ", lit");
         if (changed("status", status)) news.push_back("status: " + status);
         for (; notices_ < world_.notices.balloons.size(); ++notices_) {
             const Balloon& balloon = world_.notices.balloons[notices_].what;
             news.push_back("notice: " + balloon.title + ": " + one_line(balloon.text));
         }
+        for (; windows_ < world_.notices.windows.size(); ++windows_)
+            news.push_back("window: " + world_.notices.windows[windows_]);
+        const std::vector<std::string> midnights = world_.lines("rnslm.dat");
+        for (; midnight_lines_ < midnights.size(); ++midnight_lines_)
+            news.push_back("rnslm.dat: " + midnights[midnight_lines_]);
         const std::vector<std::string> log = world_.log();
         for (; log_lines_ < log.size(); ++log_lines_) news.push_back("log: " + log[log_lines_]);
         for (const std::string& line : news) text_ += time_text() + line + "\n";
@@ -134,6 +148,8 @@ private:
     CommState::Counters counted_;
     std::map<std::string, std::string> last_;
     std::size_t notices_ = 0;
+    std::size_t windows_ = 0;
+    std::size_t midnight_lines_ = 0;
     std::size_t log_lines_ = 0;
     std::string text_;
 };

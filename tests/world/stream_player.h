@@ -8,8 +8,8 @@ namespace nimbry::test {
 
 /// Plays a stream to a whole copy of Nimbry in virtual time and tells what the copy makes of it, a line an event: each
 /// frame with its readings, each refusal with its reason, the main readings as they change, the status label and the
-/// lamp, notices, and lines of the program log. Times are seconds from the start of the stream; the degree sign is
-/// UTF-8.
+/// lamp, the battery, notices and windows, and lines of the program log and of the midnight file. Times are seconds
+/// from the start of the stream; the degree sign is UTF-8.
 ///
 /// The copy has been running for two seconds when the stream begins, alone, without a window, with the settings of a
 /// first run.
