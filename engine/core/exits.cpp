@@ -95,7 +95,9 @@ void report_unrecoverable(Copy& copy, const UnrecoverableError& error) {
     run.ExitWord = "Unrecoverable error " + std::to_string(static_cast<int>(error.number));
     // While the window loads, the number alone tells a newcomer too little.
     if (error.tag == "Load") run.ExitWord += " " + std::string(description(error.number));
-    run.ExitWord += " encountered in " + error.tag + ".";
+    run.ExitWord += " encountered in " + error.tag;
+    // Kept on purpose: the one routine whose report has no full stop.
+    if (error.tag != "alanalyse") run.ExitWord += ".";
     copy.ports.notices.box(
         {.title = "Nimbry", .text = run.ExitWord + "\r\nNimbry will now exit.", .icon = "x", .choices = Choices::ok});
     menu_exit(copy);

@@ -2,6 +2,7 @@
 
 #include "engine/ports/clock.h"
 #include "engine/ports/datagrams.h"
+#include "engine/ports/desktop.h"
 #include "engine/ports/files.h"
 #include "engine/ports/notices.h"
 #include "engine/ports/pauses.h"
@@ -19,6 +20,7 @@ struct Ports {
     Datagrams& datasock;
     Notices& notices;
     Sounds& sounds;
+    Desktop& desktop;
 };
 
 }  // namespace nimbry

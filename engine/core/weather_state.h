@@ -14,6 +14,7 @@
 #include "engine/network/network_state.h"
 #include "engine/publish/publish_state.h"
 #include "engine/records/log_fields.h"
+#include "engine/records/records_state.h"
 #include "engine/station/comm_state.h"
 #include "engine/station/readings.h"
 #include "engine/station/sensor_state.h"
@@ -30,6 +31,7 @@ struct WeatherState {
     Readings readings;           ///< the current weather
     SensorFaults sensors;        ///< the fault tests' memory
     RainState rain;              ///< rain of the day and of the last hour
+    RecordsState records;        ///< extremes of the day, almanac, changeover
     LogFields log_fields;        ///< the weather log's columns
     MainPanel panel;             ///< the main window's boxes
     MainMenu menu;               ///< its menu and buttons

@@ -11,8 +11,16 @@ struct PublishState {
     bool chkWU = false;         ///< key `WUactive` of section FTP: Weather Underground
     bool chkHW = false;         ///< key `HWactive` of section FTP: Hamweather
 
+    bool chkLocal = false;     ///< key `LocalSave`: logs and pages are also put into a folder of the user's
+    std::string txtLocalPath;  ///< key `LocalPath`: that folder
+
+    bool revisitftp = false;   ///< an upload was put off by a changeover
+    bool revisitmail = false;  ///< a mail was put off by it
+    bool revisitwu = false;    ///< the weather services were
+
     BusyFlag uloadftpbusy;  ///< an FTP upload is under way
     BusyFlag emailbusy;     ///< a mail is under way
+    BusyFlag wubusy;        ///< the weather services are being told
 };
 
 }  // namespace nimbry

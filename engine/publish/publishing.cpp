@@ -2,7 +2,10 @@
 
 namespace nimbry {
 
-void getFTP(Copy&) {}
+void getFTP(Copy& copy) {
+    copy.state.publish.chkLocal = copy.ini.GetFlag("FTP", "LocalSave", false);
+    copy.state.publish.txtLocalPath = copy.ini.GetSetting("FTP", "LocalPath", "C:\\");
+}
 
 void ftp_schedule(Copy&) {}
 
@@ -19,6 +22,18 @@ void update_location_text(Copy&) {}
 void send_scheduled_mails(Copy&) {}
 
 void send_alarm_mail(Copy&) {}
+
+void gencomail(Copy&) {}
+
+bool send_changeover_mails(Copy&) {
+    return false;
+}
+
+void FTPupload(Copy&) {}
+
+void uploadmail(Copy&) {}
+
+void wunderground(Copy&) {}
 
 void offer_to_hang_up(Copy&) {}
 

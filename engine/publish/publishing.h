@@ -31,6 +31,17 @@ void send_scheduled_mails(Copy& copy);
 /// Composes the alarm mail of `AlarmReason` and sends it, with `emailbusy` held. May wait.
 void send_alarm_mail(Copy& copy);
 
+/// Composes the changeover mail, before the day is closed. Waits for it.
+void gencomail(Copy& copy);
+
+/// Sends the changeover mail to every entry of the mail schedule that asks for one; true when there was one. May wait.
+bool send_changeover_mails(Copy& copy);
+
+/// Uploads the pages by FTP; sends a mail; tells the weather services. May wait.
+void FTPupload(Copy& copy);
+void uploadmail(Copy& copy);
+void wunderground(Copy& copy);
+
 /// Asks whether to hang up, where a dial-up connection of ours is up.
 void offer_to_hang_up(Copy& copy);
 

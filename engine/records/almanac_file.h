@@ -75,4 +75,7 @@ struct Almanac {
 /// `fallback`. A line that begins with a digit is a row. Throws RunTimeError (index) for a row of fewer than 34 fields.
 [[nodiscard]] Almanac read_almanac(std::string_view text, DayEnd fallback);
 
+/// The lines that begin with a digit.
+[[nodiscard]] int count_almanac_rows(std::string_view text);
+
 }  // namespace nimbry

@@ -1,7 +1,102 @@
 #include "engine/records/changeover.h"
 
-namespace nimbry {
+#include "engine/core/run_time_error.h"
+#include "engine/publish/publishing.h"
+#include "engine/records/do_changeover.h"
+#include "engine/records/record_step.h"
 
-void MailChangeover(Copy&) {}
+namespace nimbry {
+namespace {
+
+using std::chrono::hours;
+using std::chrono::seconds;
+constexpr seconds settled{61};
+
+void lock(SetupWindow& window) {
+    if (!window.open) return;
+    window.caption = "Temporarily Locked";
+    window.enabled = false;
+}
+
+void trigger(Copy& copy) {
+    WeatherState& state = copy.state;
+    if (!state.settings.fromnet) {
+        state.comm.changebusy.set();
+        lock(state.setup.Form2);
+        lock(state.setup.FTP);
+        lock(state.setup.Units);
+        gencomail(copy);
+    }
+    state.records.ChangeTriggered = true;
+    DoChangeover(copy);
+}
+
+// The mails that ask for a changeover go out in the pass that changed over early.
+void mail_changeover(Copy& copy) {
+    const WeatherState& state = copy.state;
+    if (state.publish.emailbusy || !state.comm.changebusy || !state.publish.ChkSendMail) return;
+    if (send_changeover_mails(copy)) copy.state.records.coMailSent = true;
+}
+
+// Station hour and minute as the clock shows them, and its seconds: all compared as texts.
+struct StationClock {
+    std::string tthours, ttmins, ttsecs;
+};
+
+StationClock cut(const std::string& time) {
+    if (time.size() < 8) return {};
+    return {time.substr(0, 2), time.substr(3, 2), time.substr(6, 2)};
+}
+
+// The last ten seconds before the hour: `hour` is the one that ends.
+bool early(const StationClock& clock, std::string_view hour) {
+    return clock.tthours == hour && clock.ttmins == "59" && clock.ttsecs >= "50";
+}
+
+bool first_minute(const StationClock& clock, std::string_view hour) {
+    return clock.tthours == hour && clock.ttmins == "00";
+}
+
+void catch_up_what_was_put_off(Copy& copy) {
+    PublishState& publish = copy.state.publish;
+    if (std::exchange(publish.revisitftp, false)) FTPupload(copy);
+    if (std::exchange(publish.revisitmail, false)) {
+        uploadmail(copy);
+        copy.state.records.coMailSent = true;
+    }
+    if (std::exchange(publish.revisitwu, false)) wunderground(copy);
+}
+
+}  // namespace
+
+CivilTime changeover_instant(const MainSettings& settings, CivilTime now) {
+    const hours hour{settings.tmidnight ? 0 : settings.AddOneHour ? 10 : 9};
+    return std::chrono::floor<std::chrono::days>(now) + hour + seconds{1};
+}
+
+void MailChangeover(Copy& copy) {
+    WeatherState& state = copy.state;
+    if (!state.readings.dtvar) return;
+    tagged("MailChangeover", [&] {
+        const MainSettings& settings = state.settings;
+        const StationClock clock = cut(state.readings.rdattime);
+        const bool midnight = settings.tmidnight;
+        bool& triggered = state.records.ChangeTriggered;
+        state.records.coMailSent = false;
+        if (*state.readings.dtvar - changeover_instant(settings, *state.readings.dtvar) >= settled) triggered = false;
+
+        const std::string_view ctrigtime = midnight ? "23" : settings.AddOneHour ? "09" : "08";
+        if (early(clock, ctrigtime)) {
+            record_step(copy, [&] { trigger(copy); });
+            record_step(copy, [&] { mail_changeover(copy); });
+        }
+        const std::string_view mctrigtime = midnight ? "00" : settings.AddOneHour ? "10" : "09";
+        if (first_minute(clock, mctrigtime) && !triggered) record_step(copy, [&] { trigger(copy); });
+
+        state.comm.changebusy.clear();
+        record_step(copy, [&] { catch_up_what_was_put_off(copy); });
+        state.run.DuplicateError = false;
+    });
+}
 
 }  // namespace nimbry

@@ -1,7 +1,120 @@
 #include "engine/records/data_log.h"
 
-namespace nimbry {
+#include "engine/core/run_time_error.h"
+#include "engine/derived/dates.h"
+#include "engine/publish/local_save.h"
+#include "engine/records/archive_names.h"
 
-void weather_log_minute(Copy&) {}
+namespace nimbry {
+namespace {
+
+constexpr std::string_view log_file = "nimbry.dat";
+constexpr std::string_view line_end = "\r\n";
+constexpr std::string_view columns =
+    "DATE,MONTH,TIME,TEMPERATURE,HUMIDITY,DEWPOINT,WINDCHILL,HEAT INDEX,WIND SPEED,WIND DIRECTION,GUST SPEED,"
+    "GUST DIRECTION,BAROMETER,TREND,RAIN RATE,RAIN TOTAL,INDOOR TEMPERATURE,INDOOR HUMIDITY";
+
+std::string data_line(const LogFields& f) {
+    std::string line;
+    for (const std::string* field : {&f.logdate, &f.logmonth, &f.logtime, &f.logostemp, &f.logoshum, &f.logdew,
+                                     &f.logchill, &f.loghind, &f.logwindas, &f.logwindad, &f.logwindgs, &f.logwindgdr,
+                                     &f.logbaro, &f.logbtrend, &f.lograinr, &f.lograintot, &f.logintemp, &f.loginhum})
+        line.append(line.empty() ? "" : ",").append(*field);
+    return line.append(line_end);
+}
+
+void append(Copy& copy, const std::string& name, std::string_view bytes) {
+    require(copy.ports.files.append(name, bytes));
+}
+
+void make_if_missing(Copy& copy, const std::string& name) {
+    if (!copy.ports.files.exists(name)) append(copy, name, data_log_head(copy.state.units));
+}
+
+bool first_of_month(CivilTime time) {
+    return parts_of(time).day == 1;
+}
+
+// The last entry of a month closes the file; the first entry of a month does, if that was missed.
+bool month_is_over(const Copy& copy) {
+    const CivilTime now = *copy.state.readings.dtvar;
+    const std::string archive = archive_name("log", now - std::chrono::days{2}, now - std::chrono::days{2});
+    if (first_of_month(now) && !copy.ports.files.exists(archive)) return true;
+    if (first_of_month(now) && copy.ports.files.exists(std::string(log_file))) return false;
+    return first_of_month(now + std::chrono::minutes{copy.state.settings.LogMin});
+}
+
+// The weather log is not worth the program's end.
+template <class Work>
+void softly(Copy& copy, std::string_view routine, Work&& work) {
+    try {
+        work();
+    } catch (const RunTimeError& error) {
+        const std::string text =
+            "Error " + std::to_string(static_cast<int>(error.number)) + " encountered in " + std::string(routine) + ".";
+        copy.log.event_or_nothing(" " + text);
+        copy.ports.notices.balloon({.title = "Log File Error", .text = text, .icon = "!"});
+    }
+}
+
+}  // namespace
+
+std::string data_log_units(const Units& units) {
+    const std::string& t = units.temperature_text;
+    const std::string& w = units.wind_text;
+    const std::string& r = units.rain_text;
+    return ",,," + t + ",%," + t + "," + t + "," + t + "," + w + ",\xB0," + w + ",\xB0," + units.barometer_text + ",," +
+           r + " /hour," + r + "," + t + ",%";
+}
+
+std::string data_log_head(const Units& units) {
+    return "This is the Nimbry Log\r\n\r\n\r\n" + std::string(columns) + "\r\n\r\n" + data_log_units(units) +
+           "\r\n\r\n";
+}
+
+void weather_log_minute(Copy& copy) {
+    const WeatherState& state = copy.state;
+    if (state.settings.fromnet || state.comm.changebusy || state.run.ProgramClosing) return;
+    int& minutes = copy.state.records.log_minutes;
+    ++minutes;
+    if (!state.settings.fwrtlog) minutes = 0;
+    if (minutes < state.settings.LogMin) return;
+    minutes = 0;
+    if (!state.settings.fwrtlog) return;
+    softly(copy, "writelog", [&] { writelog(copy); });
+}
+
+void writelog(Copy& copy) {
+    const WeatherState& state = copy.state;
+    const std::string main_log(log_file);
+    const std::string twin = local_twin(state.publish, log_file);
+    const std::string line = data_line(state.log_fields);
+    make_if_missing(copy, main_log);
+    if (!twin.empty()) make_if_missing(copy, twin);
+    if (state.settings.fwrtlog) append(copy, main_log, line);
+    if (!twin.empty()) append(copy, twin, line);
+    if (state.readings.dtvar && month_is_over(copy)) softly(copy, "rolllog", [&] { rolllog(copy); });
+}
+
+void rolllog(Copy& copy) {
+    const std::string main_log(log_file);
+    Files& files = copy.ports.files;
+    if (!files.exists(main_log)) return;
+    // Kept on purpose: month and year come from two clocks with two offsets.
+    const std::string archive = archive_name("log", *copy.state.readings.dtvar - std::chrono::days{2},
+                                             copy.ports.clock.computer_time() - std::chrono::days{1});
+    require(files.rename(main_log, archive));
+    require(files.sync(archive));
+    copy.log.event(" Main log successfully archived and rolled over");
+    const std::string twin = local_path(copy.state.publish, log_file);
+    if (!twin.empty() && files.exists(twin)) require(files.rename(twin, local_path(copy.state.publish, archive)));
+}
+
+void log_units_line(Copy& copy) {
+    const std::string lines =
+        std::string(columns) + std::string(line_end) + data_log_units(copy.state.units) + std::string(line_end);
+    for (const std::string& name : {std::string(log_file), local_twin(copy.state.publish, log_file)})
+        if (!name.empty() && copy.ports.files.exists(name)) append(copy, name, lines);
+}
 
 }  // namespace nimbry

@@ -6,7 +6,9 @@
 #include "engine/graphs/graph_store.h"
 #include "engine/publish/publishing.h"
 #include "engine/records/changeover.h"
+#include "engine/records/load_extremes.h"
 #include "engine/records/record_step.h"
+#include "engine/records/update_extremes.h"
 #include "engine/sun/sun_texts.h"
 
 namespace nimbry {
@@ -15,7 +17,8 @@ namespace {
 
 void mail_by_schedule(Copy& copy) {
     const WeatherState& state = copy.state;
-    if (state.comm.changebusy || state.settings.fromnet || !state.publish.ChkSendMail) return;
+    if (state.comm.changebusy || state.settings.fromnet || !state.publish.ChkSendMail || state.records.coMailSent)
+        return;
     send_scheduled_mails(copy);
 }
 
@@ -55,7 +58,10 @@ void extremes(Copy& copy) {
     if (!state.run.fullystarted || state.run.DuplicateError || state.run.HaveError) return;
     tagged("extremes", [&] {
         record_step(copy, [&] { refresh_sun_texts(copy); });
+        if (state.run.firstrun) resetextremes(copy);
+        record_step(copy, [&] { update_outdoor_extremes(copy); });
         record_step(copy, [&] { rain_of_the_day(copy); });
+        record_step(copy, [&] { update_indoor_extremes(copy); });
         record_step(copy, [&] { MailChangeover(copy); });
         record_step(copy, [&] { mail_by_schedule(copy); });
         unlock_setup_windows(state);

@@ -19,6 +19,7 @@
 #include "platform/qt_serial_line.h"
 #include "platform/stderr_notices.h"
 #include "platform/system_clock.h"
+#include "platform/system_desktop.h"
 
 namespace {
 
@@ -40,7 +41,8 @@ int run_copy(const std::string& folder, const std::string& device, bool has_lock
     QtDatagrams datasock;
     StderrNotices notices;
     SilentSounds sounds;
-    Engine engine(Ports{clock, pauses, files, line, datasock, notices, sounds});
+    SystemDesktop desktop;
+    Engine engine(Ports{clock, pauses, files, line, datasock, notices, sounds, desktop});
     std::optional<ControlServer> control;
     if (has_lock) {
         control.emplace(folder, pauses, [&engine](const std::vector<std::string>& arguments, Asker& asker) {

@@ -23,7 +23,8 @@ struct BareCopy {
     RecordingDatagrams datasock;
     RecordingNotices notices{clock, pauses};
     RecordingSounds sounds;
-    Ports ports{clock, pauses, files, line, datasock, notices, sounds};
+    RecordingDesktop desktop;
+    Ports ports{clock, pauses, files, line, datasock, notices, sounds, desktop};
 
     WeatherState state;
     clsIniFile ini{files, "Nimbry.ini"};

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "engine/ports/datagrams.h"
+#include "engine/ports/desktop.h"
 #include "engine/ports/notices.h"
 #include "engine/ports/pauses.h"
 #include "tests/world/journal.h"
@@ -90,6 +91,14 @@ private:
     Pauses& pauses_;
     Journal* journal_;
     std::deque<Scripted> answers_;
+};
+
+/// The batch files that were started, by their full path, in order.
+class RecordingDesktop : public Desktop {
+public:
+    void run_batch(const std::string& path) override { batches.push_back(path); }
+
+    std::vector<std::string> batches;
 };
 
 /// The sounds that were asked for, in order.

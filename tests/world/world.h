@@ -41,6 +41,7 @@ public:
     RecordingDatagrams datasock;
     RecordingNotices notices;
     RecordingSounds sounds;
+    RecordingDesktop desktop;
     Engine engine;
 
     [[nodiscard]] WeatherState& state() { return engine.state(); }

@@ -499,7 +499,7 @@ struct SlowDatagrams : test::RecordingDatagrams {
 
 struct SlowWork : BareCopy {
     SlowDatagrams slow{pauses};
-    Ports slow_ports{clock, pauses, files, line, slow, notices, sounds};
+    Ports slow_ports{clock, pauses, files, line, slow, notices, sounds, desktop};
     Copy slow_copy{state, slow_ports, ini, log, timers};
     OnComm oncomm{slow_copy};
 
@@ -590,7 +590,7 @@ TEST(OnComm, an_error_of_its_own_bears_its_tag) {
     };
     BareCopy copy;
     BrokenLine line;
-    Ports ports{copy.clock, copy.pauses, copy.files, line, copy.datasock, copy.notices, copy.sounds};
+    Ports ports{copy.clock, copy.pauses, copy.files, line, copy.datasock, copy.notices, copy.sounds, copy.desktop};
     Copy broken{copy.state, ports, copy.ini, copy.log, copy.timers};
     OnComm oncomm(broken);
     copy.state.comm.SerComReady = true;

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+namespace nimbry {
+
+/// The system around the program: what it starts for its user.
+class Desktop {
+public:
+    virtual ~Desktop() = default;
+
+    /// Runs the user's batch file in the program's folder, minimised and without the focus where there are windows, and
+    /// does not wait for it: through the interpreter that the environment's COMSPEC names, with "/C", or through the
+    /// system's shell where that is not set. A failed start is silent. `path` is the file's full path.
+    virtual void run_batch(const std::string& path) = 0;
+};
+
+}  // namespace nimbry

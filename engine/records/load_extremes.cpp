@@ -1,0 +1,149 @@
+#include "engine/records/load_extremes.h"
+
+#include "engine/core/exits.h"
+#include "engine/core/run_time_error.h"
+#include "engine/derived/dates.h"
+#include "engine/derived/number_text.h"
+#include "engine/graphs/graph_store.h"
+#include "engine/records/changeover.h"
+#include "engine/records/data_log.h"
+#include "engine/records/day_files.h"
+#include "engine/records/do_changeover.h"
+#include "engine/records/extremes_display.h"
+#include "engine/records/record_step.h"
+
+namespace nimbry {
+namespace {
+
+using std::chrono::seconds;
+constexpr seconds freshness{86380};
+
+std::string contents(Copy& copy, std::string_view name) {
+    std::string text;
+    require(copy.ports.files.read(std::string(name), text));
+    return text;
+}
+
+void load_yesterday(Copy& copy) {
+    WeatherState& state = copy.state;
+    if (!copy.ports.files.exists(std::string(yesterday_file))) {
+        show_no_yesterday(state);
+        return;
+    }
+    state.run.YFileOK = false;
+    const std::string text = contents(copy, yesterday_file);
+    if (*state.readings.dtvar - day_file_stamp(text) >= freshness) {
+        show_no_yesterday(state);
+        state.log_fields.logdate.clear();
+        state.records.YFileBad = true;
+        return;
+    }
+    const YesterdayRecord record = read_yesterday(text);
+    state.run.YFileOK = true;
+    state.records.day = record.extremes;
+    state.rain.raintoday = record.raintoday;
+    state.rain.rainatchange = record.rainatchange;
+    ResYesterday(state);
+}
+
+void start_today_afresh(WeatherState& state) {
+    blank_today(state);
+    state.additional.txtDSR.text = "0";
+    state.additional.txtAmtLastRain.text = "0";
+    state.records.day.reset_values();
+    state.rain.raintoday = 0;
+}
+
+// The stamp of today's file; nothing when there is none, or a stale one.
+std::optional<CivilTime> load_today(Copy& copy) {
+    WeatherState& state = copy.state;
+    state.records.TFileOK = false;
+    if (!copy.ports.files.exists(std::string(today_file))) {
+        start_today_afresh(state);
+        return std::nullopt;
+    }
+    const std::string text = contents(copy, today_file);
+    const CivilTime stamp = day_file_stamp(text);
+    if (*state.readings.dtvar - stamp > freshness) {
+        start_today_afresh(state);
+        return std::nullopt;
+    }
+    const TodayRecord record = read_today(text);
+    state.records.TFileOK = true;
+    state.records.day = record.extremes;
+    state.records.DaySinceRain = record.DaySinceRain;
+    state.records.LastRain = record.LastRain;
+    state.rain.raintoday = record.raintoday;
+    show_today(state);
+    return stamp;
+}
+
+void make_up_for_changeover(Copy& copy, CivilTime stamp) {
+    WeatherState& state = copy.state;
+    const CivilTime now = *state.readings.dtvar;
+    const CivilTime change = changeover_instant(state.settings, now);
+    state.records.row_date.clear();
+    state.records.row_month.clear();
+    const bool FileBeforeChange = stamp < change - seconds{10};
+    const bool PastChange = now > change + seconds{61};
+    if (!FileBeforeChange || !PastChange) return;
+    if (state.settings.tmidnight) {
+        const DateParts day_before = parts_of(now - std::chrono::hours{24});
+        state.records.row_date = numtext(day_before.day);
+        state.records.row_month = month_name(day_before.month);
+    }
+    DoChangeover(copy);
+}
+
+[[noreturn]] void leave_for_short_file(Copy& copy) {
+    copy.state.run.HaveError = true;
+    copy.state.run.ExitWord = "There is a problem with your extremes data file(s)";
+    copy.ports.notices.box(
+        {.title = "Nimbry",
+         .text = "There is a problem with your extremes data file(s) (nimbrTday.log or nimbrYday.log).\r\n"
+                 "The file(s) may be corrupt or from an earlier version of Nimbry.\r\n"
+                 "The program cannot continue.",
+         .icon = "!",
+         .choices = Choices::ok});
+    menu_exit(copy);
+    throw WaitCancelled{};  // nothing of the cycle that asked for the files may go on
+}
+
+// A step of the loading. A file that ends too early is the one damage that a person is told about in words.
+template <class Step>
+void load_step(Copy& copy, Step&& step) {
+    record_step(copy, [&] {
+        try {
+            step();
+        } catch (const RunTimeError& error) {
+            if (error.number == ErrorNumber::past_end) leave_for_short_file(copy);
+            throw;
+        }
+    });
+}
+
+}  // namespace
+
+void resetextremes(Copy& copy) {
+    blank_today(copy.state);
+    copy.state.records.day.reset_values();
+    copy.state.rain.raintoday = 0;
+    loadextremes(copy);
+    copy.state.records.doingreset = false;
+}
+
+void loadextremes(Copy& copy, bool units_changed) {
+    WeatherState& state = copy.state;
+    if (!state.run.fullystarted || state.run.DuplicateError || state.run.HaveError || !state.readings.dtvar) return;
+    tagged("ResYesterday", [&] {
+        std::optional<CivilTime> stamp;
+        if (units_changed) load_step(copy, [&] { log_units_line(copy); });
+        load_step(copy, [&] { load_yesterday(copy); });
+        load_step(copy, [&] { stamp = load_today(copy); });
+        if (stamp && !units_changed) load_step(copy, [&] { make_up_for_changeover(copy, *stamp); });
+        load_step(copy, [&] { loadgrafdata(copy); });
+        state.run.DuplicateError = false;
+    });
+}
+
+}  // namespace nimbry

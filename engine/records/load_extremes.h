@@ -1,0 +1,22 @@
+#pragma once
+
+#include "engine/core/copy.h"
+
+namespace nimbry {
+
+/// Starts the day's record: today's displays blank, the reset values, then loadextremes(). In the first cycle that
+/// updates.
+void resetextremes(Copy& copy);
+
+/// Reads yesterday's file and today's, in this order, and shows both. Yesterday's counts while it is less than 86380 s
+/// old, today's while it is not more than 86380 s old; a stale one is as good as none. If the changeover fell into the
+/// time that the program was off (today's file is older than it by more than 10 s, the station's clock past it by more
+/// than 61 s), it is done now. Then the graphs are loaded. Does nothing before the first cycle, or while an error of a
+/// record routine stands.
+///
+/// `units_changed`: after a change of units the column and units lines go to the weather log, the graphs start afresh,
+/// and no changeover is made up for. A file that is too short ends the program with a box; any other damage bears the
+/// tag "ResYesterday". May wait.
+void loadextremes(Copy& copy, bool units_changed = false);
+
+}  // namespace nimbry

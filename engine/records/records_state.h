@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+
+#include "engine/records/day_extremes.h"
+
+namespace nimbry {
+
+/// The records' own state. Yesterday has none: its file is read into `day`, shown, and then overwritten by today's.
+struct RecordsState {
+    DayExtremes day;         ///< the weather day's extremes
+    int DaySinceRain = 0;    ///< whole days without rain
+    float LastRain = 0;      ///< amount of the most recent day with rain; kept on purpose: in the rain unit of that day
+    bool doingreset = true;  ///< a reset of the day is in progress
+    bool TFileOK = false;    ///< today's file was fresh when it was read
+    bool YFileBad = false;   ///< yesterday's file is there, but stale
+
+    bool ChangeTriggered = false;  ///< the changeover of this change time is done
+    bool coMailSent = false;       ///< the changeover has sent mail, so this cycle's scheduled mails are passed over
+
+    /// Date and month of the next almanac row, where a missed changeover knows better than the station's clock; else
+    /// empty.
+    std::string row_date, row_month;
+    bool alarchiving = false;      ///< the almanac is being archived
+    std::string alarchmessage;     ///< what was said of an almanac that was archived late
+    bool summary_uploaded = true;  ///< clear: a fresh summary page waits to be uploaded
+
+    int log_minutes = 0;  ///< minutes since the last line of the weather log
+};
+
+}  // namespace nimbry

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "engine/ports/desktop.h"
+
+namespace nimbry::platform {
+
+/// Starts programs of the system's as processes of their own, which outlive this one.
+class SystemDesktop : public Desktop {
+public:
+    void run_batch(const std::string& path) override;
+};
+
+}  // namespace nimbry::platform
