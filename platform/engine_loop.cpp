@@ -29,6 +29,7 @@ int EngineLoop::run(const Engine::StartOptions& options) {
 }
 
 void EngineLoop::look_ahead() {
+    if (changed_) changed_();
     if (engine_.gone()) {
         QCoreApplication::quit();
         return;

@@ -2,6 +2,8 @@
 
 #include <QObject>
 #include <QTimer>
+#include <functional>
+#include <utility>
 
 #include "engine/core/engine.h"
 #include "platform/exit_signals.h"
@@ -23,6 +25,10 @@ public:
     /// Starts the engine and runs the application's event loop until the engine has gone. Returns its exit status.
     int run(const Engine::StartOptions& options);
 
+    /// `changed` is called on the main stack each time after an event of the engine has ended or begun to wait: for a
+    /// window, which then looks at what there is to paint. One listener.
+    void on_changed(std::function<void()> changed) { changed_ = std::move(changed); }
+
 private:
     void look_ahead();
 
@@ -31,6 +37,7 @@ private:
     const Clock& clock_;
     ExitSignals signals_;
     QTimer wake_;
+    std::function<void()> changed_;
 };
 
 }  // namespace nimbry::platform

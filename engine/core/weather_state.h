@@ -11,6 +11,7 @@
 #include "engine/displays/main_window.h"
 #include "engine/displays/notice_list.h"
 #include "engine/displays/setup_windows.h"
+#include "engine/displays/status_message.h"
 #include "engine/network/network_state.h"
 #include "engine/publish/publish_state.h"
 #include "engine/records/log_fields.h"
@@ -38,6 +39,7 @@ struct WeatherState {
     AdditionalPanel additional;  ///< the boxes of the additional data window
     MainWindow window;           ///< the main window as a whole
     SetupWindows setup;          ///< the setup windows that a cycle takes notice of
+    StatusMessage status_message;  ///< the small status window
     NoticeList notices;          ///< what was shown last
     AlarmState alarms;           ///< what the threshold alarms have raised
     PublishState publish;        ///< what goes out, and what of it is under way

@@ -30,6 +30,8 @@ struct Box {
     bool visible = true;
     bool enabled = true;
     bool checked = false;       ///< check mark of a menu entry
+
+    bool operator==(const Box&) const = default;
 };
 
 }  // namespace nimbry

@@ -1,10 +1,22 @@
 #pragma once
 
-#include "engine/core/copy.h"
+#include <string>
+#include <string_view>
 
 namespace nimbry {
 
-/// TimDisplay: the small status window (`NimbryDisplay`) has been shown long enough.
+struct Copy;
+
+/// The small status window (`NimbryDisplay`).
+struct StatusMessage {
+    bool open = false;
+    std::string text;
+};
+
+/// Shows a status message for 3.9 seconds; one that is showing is replaced and its time begins anew.
+void show_status_message(Copy& copy, std::string_view text);
+
+/// TimDisplay: the status window has been shown long enough.
 void close_status_message(Copy& copy);
 
 }  // namespace nimbry

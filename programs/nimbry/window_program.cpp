@@ -1,0 +1,140 @@
+#include "programs/nimbry/window_program.h"
+
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "engine/core/engine.h"
+#include "engine/core/event.h"
+#include "engine/core/program_log.h"
+#include "engine/core/program_log_pruning.h"
+#include "engine/core/switches.h"
+#include "engine/displays/main_window.h"
+#include "platform/canberra_sounds.h"
+#include "platform/disk_files.h"
+#include "platform/engine_loop.h"
+#include "platform/loop_pauses.h"
+#include "platform/qt_datagrams.h"
+#include "platform/qt_serial_line.h"
+#include "platform/system_clock.h"
+#include "windows/form1.h"
+#include "windows/small_windows.h"
+#include "windows/splash.h"
+#include "windows/window_notices.h"
+
+namespace nimbry {
+namespace {
+
+using namespace nimbry::platform;
+using namespace nimbry::windows;
+
+/// A copy with its window: the outside, the engine on it, and the windows on the engine's state.
+class WindowProgram {
+public:
+    explicit WindowProgram(const std::string& folder)
+        : pauses_(clock_),
+          files_(folder),
+          notices_(pauses_),
+          sounds_(files_),
+          engine_(Ports{clock_, pauses_, files_, line_, datasock_, notices_, sounds_}),
+          loop_(engine_, pauses_, clock_, line_) {}
+
+    ~WindowProgram() { notices_.set_main_window(nullptr); }
+    WindowProgram(const WindowProgram&) = delete;
+    WindowProgram& operator=(const WindowProgram&) = delete;
+
+    int run(const std::string& device) {
+        // There is no setup window to wait for in a first run: the settings stay as they are.
+        notices_.set_opener("Form2", [this] { engine_.state().setup.Form2.open = false; });
+        splash_.emplace();
+        splash_->show();
+        loop_.on_changed([this] { changed(); });
+        return loop_.run({.has_window = true, .device = device});
+    }
+
+private:
+    [[nodiscard]] Copy& copy() { return engine_.copy(); }
+
+    /// A click on the window, as an event of the engine.
+    template <class Work>
+    std::function<void()> click(const char* tag, Work work) {
+        return [this, tag, work] { start_event(copy(), tag, work); };
+    }
+
+    void changed() {
+        if (splash_ && !engine_.state().comm.splashing && !engine_.gone()) show_main_window();
+        if (form_) form_->state_changed();
+        if (small_) small_->refresh();
+    }
+
+    void show_main_window() {
+        splash_.reset();
+        form_.emplace(engine_.state(), actions());
+        small_.emplace(engine_.state(), &*form_);
+        small_->offer_to(notices_);
+        notices_.set_main_window(&*form_);
+        form_->show();
+    }
+
+    Form1::Actions actions() {
+        Form1::Actions actions;
+        actions.close = [this] { pauses_.start([this] { engine_.window_close(); }); };
+        actions.moved = [this](bool minimised, bool in_tray) {
+            MainWindow& window = engine_.state().window;
+            window.minimised = minimised;
+            window.in_tray = in_tray;
+            update_caption(window, engine_.state().panel);
+        };
+        actions.click = [this] { sounds_.play(std::string(click_sound)); };
+        actions.menu["mnuExit1"] = [this] { pauses_.start([this] { engine_.menu_exit(); }); };
+        actions.menu["mnuProgLog"] = click("mnuProgLog", [this] {
+            if (mnuProgLog(copy())) show_program_log_later();
+        });
+        actions.menu["mnuClearProgLog"] = click("mnuClearProgLog", [this] { mnuClearProgLog(copy()); });
+        actions.menu["mnuAbout"] = [this] {
+            sounds_.play(std::string(click_sound));
+            small_->show_about(copy().ini.GetSetting("Main", "Version", ""));
+        };
+        for (const Switch& each : switches()) {
+            if (!acts(each)) continue;
+            actions.menu[std::string(each.name)] = click("Menu", [this, &each] { click_switch(copy(), each); });
+        }
+        return actions;
+    }
+
+    /// True for a switch that something in this copy follows.
+    static bool acts(const Switch& which) { return key_of(which) != std::string_view(); }
+
+    /// On the main stack: a conversation's own is too small for a window.
+    void show_program_log_later() {
+        QMetaObject::invokeMethod(
+            &loop_,
+            [this] {
+                std::string bytes;
+                if (files_.read(std::string(ProgramLog::file), bytes) == FileResult::ok)
+                    small_->show_program_log(bytes);
+            },
+            Qt::QueuedConnection);
+    }
+
+    SystemClock clock_;
+    LoopPauses pauses_;
+    DiskFiles files_;
+    QtSerialLine line_;
+    QtDatagrams datasock_;
+    WindowNotices notices_;
+    CanberraSounds sounds_;
+    Engine engine_;
+    EngineLoop loop_;
+    std::optional<Splash> splash_;
+    std::optional<Form1> form_;
+    std::optional<SmallWindows> small_;
+};
+
+}  // namespace
+
+int run_with_window(const std::string& folder, const std::string& device) {
+    return WindowProgram(folder).run(device);
+}
+
+}  // namespace nimbry

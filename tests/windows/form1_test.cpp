@@ -1,0 +1,409 @@
+#include "windows/form1.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QLabel>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTest>
+#include <set>
+#include <string>
+
+#include "engine/displays/box_list.h"
+#include "platform/text_bytes.h"
+#include "tests/windows/sample_states.h"
+#include "tests/windows/screens.h"
+#include "tests/world/world.h"
+#include "windows/caption_label.h"
+#include "windows/gust_bar.h"
+#include "windows/lamp.h"
+#include "windows/picture_box.h"
+#include "windows/status_pill.h"
+#include "windows/value_box.h"
+
+namespace nimbry::test {
+namespace {
+
+using windows::CaptionLabel;
+using windows::Form1;
+using windows::PictureBox;
+using windows::StatusPill;
+using windows::ValueBox;
+
+/// The boxes of the main window, each once and under the name that its widget bears.
+std::vector<NamedConstBox> boxes_of_main_window(const WeatherState& state) {
+    std::vector<NamedConstBox> boxes;
+    for (const NamedConstBox& entry : named_boxes(state)) {
+        if (entry.name == "txtWetBulb") break;  // the first of the additional window
+        if (entry.name != "TxtPeakRain") boxes.push_back(entry);
+    }
+    return boxes;
+}
+
+template <class Widget>
+Widget* widget(const Form1& form, std::string_view name) {
+    return form.findChild<Widget*>(QString::fromStdString(object_name(name)));
+}
+
+void expect_shown(const Form1& form, const NamedConstBox& entry) {
+    const QString text = platform::unicode(entry.box->text);
+    switch (entry.kind) {
+        case BoxKind::reading: {
+            const auto* box = widget<ValueBox>(form, entry.name);
+            ASSERT_NE(box, nullptr);
+            EXPECT_EQ(box->text(), text);
+            EXPECT_EQ(box->toolTip(), windows::full_tip(*entry.box));
+            EXPECT_EQ(box->accessibleDescription(), windows::full_tip(*entry.box));
+            EXPECT_NE(box->accessibleName(), QString());
+            EXPECT_EQ(box->shown().fore, entry.box->fore);
+            EXPECT_EQ(box->shown().back, entry.box->back);
+            EXPECT_EQ(box->isHidden(), !entry.box->visible);
+            return;
+        }
+        case BoxKind::label: {
+            const auto* label = widget<QLabel>(form, entry.name);
+            ASSERT_NE(label, nullptr);
+            EXPECT_EQ(label->text(), text);
+            EXPECT_EQ(label->textFormat(), Qt::PlainText);
+            EXPECT_EQ(label->isHidden(), !entry.box->visible);
+            return;
+        }
+        case BoxKind::picture: {
+            const auto* picture = widget<QWidget>(form, entry.name);
+            ASSERT_NE(picture, nullptr);
+            EXPECT_EQ(picture->isHidden(), !entry.box->visible);
+            return;
+        }
+        case BoxKind::button: {
+            const auto* button = widget<QAbstractButton>(form, entry.name);
+            ASSERT_NE(button, nullptr);
+            EXPECT_EQ(button->text(), text);
+            return;
+        }
+        case BoxKind::menu_entry: {
+            const auto* action = widget<QAction>(form, entry.name);
+            ASSERT_NE(action, nullptr);
+            EXPECT_EQ(action->text(), text);
+            return;
+        }
+    }
+}
+
+void expect_all_shown(const Form1& form, const WeatherState& state) {
+    for (const NamedConstBox& entry : boxes_of_main_window(state)) {
+        SCOPED_TRACE(std::string(entry.name));
+        expect_shown(form, entry);
+    }
+}
+
+TEST(Form1, ShowsEveryBoxOfTheModelUnderItsName) {
+    WeatherState state;
+    fill_with_a_plain_day(state);
+    const Form1 form(state, {});
+    expect_all_shown(form, state);
+}
+
+TEST(Form1, FollowsATrainFromTheStation) {
+    World world;
+    world.start();
+    Form1 form(world.state(), {});
+    const QString before = widget<ValueBox>(form, "Text2(0)")->text();
+    world.send_trains(3);
+    EXPECT_NE(world.panel().Text2[0].text, "");
+    EXPECT_GT(form.refresh(), 0);
+    EXPECT_NE(widget<ValueBox>(form, "Text2(0)")->text(), before);
+    expect_all_shown(form, world.state());
+    EXPECT_EQ(form.refresh(), 0) << "nothing has changed since";
+}
+
+TEST(Form1, FollowsTroubleAndItsEnd) {
+    WeatherState state;
+    fill_with_a_plain_day(state);
+    Form1 form(state, {});
+    fill_with_trouble(state);
+    form.refresh();
+    expect_all_shown(form, state);
+    EXPECT_EQ(widget<ValueBox>(form, "Text2(0)")->looks().mark, windows::BoxMark::fault) << "its text reads Error";
+    EXPECT_EQ(widget<ValueBox>(form, "Text2(6)")->looks().mark, windows::BoxMark::alarm);
+    fill_with_a_plain_day(state);
+    form.refresh();
+    expect_all_shown(form, state);
+    EXPECT_EQ(widget<ValueBox>(form, "Text2(0)")->looks().mark, windows::BoxMark::none);
+}
+
+TEST(Form1, PaintsExactModelColoursWhenAsked) {
+    WeatherState state;
+    fill_with_trouble(state);
+    state.panel.Text2[3].fore = colours::red;
+    Form1 form(state, {});
+    form.use_colours(windows::ColourTable::as_printed);
+    EXPECT_EQ(widget<ValueBox>(form, "Text2(0)")->looks().back, QColor(128, 255, 128));
+    EXPECT_EQ(widget<ValueBox>(form, "Text2(4)")->looks().back, QColor(255, 192, 192));
+    EXPECT_EQ(widget<ValueBox>(form, "Text2(3)")->looks().text, QColor(255, 0, 0));
+    EXPECT_EQ(widget<StatusPill>(form, "lblStatus")->text_colour(), QColor(0, 0, 255));
+}
+
+TEST(Form1, ShowsOneOfSixWeatherPictures) {
+    WeatherState state;
+    reset_main_panel(state);
+    Form1 form(state, {});
+    const auto shown = [&form] {
+        std::string names;
+        for (const PictureBox* picture : form.findChildren<PictureBox*>()) {
+            if (!picture->isHidden()) names += picture->objectName().toStdString() + " ";
+        }
+        return names;
+    };
+    EXPECT_EQ(shown(), "") << "none before the first outlook";
+    state.panel.PicSnow.visible = true;
+    form.refresh();
+    EXPECT_EQ(shown(), "PicSnow ");
+}
+
+TEST(Form1, PutsTheGaugeAtItsValue) {
+    WeatherState state;
+    fill_with_trouble(state);
+    Form1 form(state, {});
+    const auto* gauge = form.findChild<windows::GustBar*>("Gauge1");
+    ASSERT_NE(gauge, nullptr);
+    EXPECT_EQ(gauge->value(), 97.2);
+    EXPECT_EQ(gauge->maximum(), 98);
+}
+
+TEST(Form1, TellsTheLampInWords) {
+    WeatherState state;
+    reset_main_panel(state);
+    Form1 form(state, {});
+    const auto* lamp = form.findChild<windows::Lamp*>("Picture2_2");
+    ASSERT_NE(lamp, nullptr);
+    EXPECT_FALSE(lamp->is_lit());
+    EXPECT_EQ(lamp->accessibleDescription(), "idle");
+    EXPECT_EQ(lamp->toolTip(), "Indicates data is being received");
+    state.panel.Lamp.fore = 255;
+    form.refresh();
+    EXPECT_TRUE(lamp->is_lit());
+    EXPECT_EQ(lamp->accessibleDescription(), "receiving");
+}
+
+TEST(Form1, NamesEachExtremeWithItsColumn) {
+    WeatherState state;
+    reset_main_panel(state);
+    const Form1 form(state, {});
+    EXPECT_EQ(widget<ValueBox>(form, "TxtYTempMax")->accessibleName(), "Yesterday, Maximum Temperature");
+    EXPECT_EQ(widget<ValueBox>(form, "TxtBarMin")->accessibleName(), "Today, Barometer Minimum");
+    EXPECT_EQ(widget<ValueBox>(form, "TxtWindHiG")->accessibleName(),
+              "Since the last station reset, Maximum Wind Speed");
+    EXPECT_EQ(widget<ValueBox>(form, "Text2(2)")->accessibleName(), "Outdoor Humidity");
+}
+
+TEST(Form1, PaintsSeveralChangesInOneFrame) {
+    WeatherState state;
+    fill_with_a_plain_day(state);
+    Form1 form(state, {});
+    form.show();
+    QApplication::processEvents();
+    auto* box = widget<ValueBox>(form, "Text2(0)");
+    state.panel.Text2[0].text =
+        "+1 \xB0"
+        "C";
+    form.state_changed();
+    EXPECT_EQ(box->text(), QStringLiteral("+12.6 \u00B0C")) << "not from inside the event";
+    state.panel.Text2[0].text =
+        "+2 \xB0"
+        "C";
+    form.state_changed();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return box->text() == QStringLiteral("+2 \u00B0C"); }));
+    EXPECT_EQ(form.refresh(), 0);
+}
+
+// --- Room for every text
+
+struct RoomCase {
+    const char* law;
+    void (*fill)(WeatherState&);
+    QSize size;
+    double font_scale;
+};
+
+const RoomCase room_cases[]{
+    {"a plain day at the ideal size", fill_with_a_plain_day, {1180, 800}, 1},
+    {"a plain day at the smallest size", fill_with_a_plain_day, {980, 660}, 1},
+    {"the longest texts at the smallest size", fill_with_long_texts, {980, 660}, 1},
+    {"faults and alarms at the smallest size", fill_with_trouble, {980, 660}, 1},
+    {"letters of one and a half size", fill_with_long_texts, {980, 660}, 1.5},
+    {"letters of double size", fill_with_long_texts, {980, 660}, 2},
+};
+
+class FontScale {
+public:
+    explicit FontScale(double factor) : usual_(QApplication::font()) {
+        QFont larger = usual_;
+        larger.setPointSizeF(usual_.pointSizeF() * factor);
+        QApplication::setFont(larger);
+    }
+    ~FontScale() { QApplication::setFont(usual_); }
+    FontScale(const FontScale&) = delete;
+    FontScale& operator=(const FontScale&) = delete;
+
+private:
+    QFont usual_;
+};
+
+TEST(Form1, CutsNoTextAtAnySize) {
+    for (const RoomCase& c : room_cases) {
+        SCOPED_TRACE(c.law);
+        const FontScale font(c.font_scale);
+        WeatherState state;
+        c.fill(state);
+        Form1 form(state, {});
+        form.show();
+        form.resize(c.size);
+        QApplication::processEvents();
+        EXPECT_EQ(form.size(), c.size);
+        for (const ValueBox* box : form.findChildren<ValueBox*>()) {
+            EXPECT_LE(box->text_width(), box->room_for_text()) << box->objectName().toStdString();
+            EXPECT_LE(box->minimumSizeHint().height(), box->height()) << box->objectName().toStdString();
+        }
+        for (const CaptionLabel* caption : form.findChildren<CaptionLabel*>()) {
+            EXPECT_LE(caption->fontMetrics().horizontalAdvance(caption->text()), caption->width())
+                << caption->text().toStdString();
+            EXPECT_LE(caption->fontMetrics().height(), caption->height()) << caption->text().toStdString();
+        }
+    }
+}
+
+TEST(Form1, NeedsNoScrollingAtItsSmallestSize) {
+    for (auto* fill : {fill_with_a_plain_day, fill_with_long_texts, fill_with_trouble}) {
+        WeatherState state;
+        fill(state);
+        Form1 form(state, {});
+        form.show();
+        form.resize(980, 660);
+        QApplication::processEvents();
+        const auto* scroll = qobject_cast<QScrollArea*>(form.centralWidget());
+        ASSERT_NE(scroll, nullptr);
+        EXPECT_EQ(scroll->horizontalScrollBar()->maximum(), 0);
+        EXPECT_EQ(scroll->verticalScrollBar()->maximum(), 0);
+    }
+}
+
+TEST(Form1, ScrollsWhenItIsMadeSmaller) {
+    WeatherState state;
+    fill_with_a_plain_day(state);
+    Form1 form(state, {});
+    form.show();
+    form.resize(600, 400);
+    QApplication::processEvents();
+    const auto* scroll = qobject_cast<QScrollArea*>(form.centralWidget());
+    EXPECT_GT(scroll->horizontalScrollBar()->maximum(), 0);
+    EXPECT_GT(scroll->verticalScrollBar()->maximum(), 0);
+}
+
+TEST(Form1, KeepsTheStatusInItsPlaceWhenTheBatteryRunsLow) {
+    WeatherState state;
+    fill_with_a_plain_day(state);
+    Form1 form(state, {});
+    form.show();
+    QApplication::processEvents();
+    const auto* status = form.findChild<QWidget*>("lblStatus");
+    const int before = status->mapTo(&form, QPoint(0, 0)).x();
+    state.panel.lblLowBattery.visible = true;
+    form.refresh();
+    QApplication::processEvents();
+    EXPECT_EQ(status->mapTo(&form, QPoint(0, 0)).x(), before);
+}
+
+// --- The window as a whole
+
+TEST(Form1, LeavesTheClosingToTheEngine) {
+    WeatherState state;
+    reset_main_panel(state);
+    int asked = 0;
+    Form1::Actions actions;
+    actions.close = [&asked] { ++asked; };
+    Form1 form(state, actions);
+    form.show();
+    EXPECT_FALSE(form.close());
+    EXPECT_EQ(asked, 1);
+    EXPECT_TRUE(form.isVisible());
+}
+
+TEST(Form1, BearsTheCaptionOfTheModel) {
+    WeatherState state;
+    reset_main_panel(state);
+    Form1 form(state, {});
+    EXPECT_EQ(form.windowTitle(), "Nimbry 2.02 - WM-918 Weather Monitoring");
+    state.window.caption =
+        "+9.8 \xB0"
+        "C : 93 %";
+    form.refresh();
+    EXPECT_EQ(form.windowTitle(), QStringLiteral("+9.8 \u00B0C : 93 %"));
+}
+
+TEST(Form1, TellsTheModelWhereItIs) {
+    WeatherState state;
+    reset_main_panel(state);
+    std::vector<std::pair<bool, bool>> places;
+    Form1::Actions actions;
+    actions.moved = [&](bool minimised, bool in_tray) {
+        places.emplace_back(minimised, in_tray);
+        state.window.minimised = minimised;
+        state.window.in_tray = in_tray;
+    };
+    Form1 form(state, actions);
+    form.show();
+    form.showMinimized();
+    QApplication::processEvents();
+    ASSERT_FALSE(places.empty());
+    EXPECT_EQ(places.back(), std::pair(true, false));
+    form.restore();
+    QApplication::processEvents();
+    EXPECT_EQ(places.back(), std::pair(false, false));
+    EXPECT_FALSE(form.isMinimized());
+}
+
+TEST(Form1, MinimisesWhenTheModelSaysSo) {
+    WeatherState state;
+    reset_main_panel(state);
+    Form1 form(state, {});
+    form.show();
+    state.window.minimised = true;
+    form.refresh();
+    EXPECT_TRUE(form.isMinimized());
+    state.window.minimised = false;
+    form.refresh();
+    EXPECT_FALSE(form.isMinimized());
+}
+
+TEST(Form1, IsMinimisedWhereThereIsNoTrayToHideIn) {
+    WeatherState state;
+    reset_main_panel(state);
+    std::pair<bool, bool> place;
+    int clicks = 0;
+    Form1::Actions actions;
+    actions.moved = [&place](bool minimised, bool in_tray) { place = {minimised, in_tray}; };
+    actions.click = [&clicks] { ++clicks; };
+    Form1 form(state, actions);
+    form.show();
+    form.findChild<QAction*>("mnuHideNow")->trigger();
+    EXPECT_TRUE(form.isVisible());
+    EXPECT_TRUE(form.isMinimized());
+    EXPECT_EQ(place, std::pair(true, false));
+    EXPECT_EQ(clicks, 1);
+}
+
+TEST(Form1, FindsTheWidgetThatANoticeStandsAt) {
+    WeatherState state;
+    reset_main_panel(state);
+    const Form1 form(state, {});
+    ASSERT_NE(form.widget_of("TxtWindChill"), nullptr);
+    EXPECT_EQ(form.widget_of("TxtWindChill")->objectName(), "TxtWindChill");
+    EXPECT_EQ(form.widget_of("Text2(6)")->objectName(), "Text2_6");
+    EXPECT_EQ(form.widget_of("NoSuchBox"), nullptr);
+}
+
+}  // namespace
+}  // namespace nimbry::test

@@ -1,0 +1,22 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QString>
+#include <cstdio>
+
+#include "tests/windows/screens.h"
+
+// Runs the window tests, or with `--screens DIR` writes pictures of the windows into a folder.
+int main(int argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    const QStringList arguments = QApplication::arguments();
+    if (const qsizetype place = arguments.indexOf(QStringLiteral("--screens"));
+        place > 0 && place + 1 < arguments.size()) {
+        std::printf("%d pictures in %s\n", nimbry::test::write_screens(arguments[place + 1]),
+                    qPrintable(arguments[place + 1]));
+        return 0;
+    }
+    return RUN_ALL_TESTS();
+}

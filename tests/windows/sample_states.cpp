@@ -1,0 +1,180 @@
+#include "tests/windows/sample_states.h"
+
+#include <utility>
+
+#include "engine/displays/box_list.h"
+
+namespace nimbry::test {
+namespace {
+
+struct Text {
+    const char* box;
+    const char* text;
+};
+
+void put(WeatherState& state, const Text* texts, std::size_t count) {
+    for (std::size_t n = 0; n < count; ++n) find_box(state, texts[n].box)->text = texts[n].text;
+}
+
+template <std::size_t Count>
+void put(WeatherState& state, const Text (&texts)[Count]) {
+    put(state, texts, Count);
+}
+
+}  // namespace
+
+void fill_with_a_plain_day(WeatherState& state) {
+    reset_main_panel(state);
+    set_changeover_captions(state.panel, state.settings);
+    const Text texts[]{
+        {"TxtTime", "14:26:41"},
+        {"TxtDate", "Oct  5"},
+        {"TxtForecast", "Partly Cloudy"},
+        {"Text2(0)",
+         "+12.6 \xB0"
+         "C"},
+        {"Text2(1)",
+         "+8.1 \xB0"
+         "C"},
+        {"Text2(2)", "74 %"},
+        {"Text2(3)", " 11.2 km/h"},
+        {"Text2(4)", " 1016 mB"},
+        {"Text2(5)", " 0 mm/hour"},
+        {"Text2(6)", " 23.8 km/h"},
+        {"Text2(7)", "Gust 225\xB0"},
+        {"Text2(8)",
+         "+21.4 \xB0"
+         "C"},
+        {"Text2(9)", "48 %"},
+        {"TxtWindChill",
+         "+10.2 \xB0"
+         "C"},
+        {"TxtHeatInd", "n.a."},
+        {"TxtWinDir", "Avg. 240\xB0"},
+        {"TxtWindGLH", " 31.3 km/h"},
+        {"TxtBarTrend", "Falling"},
+        {"TxtRainLH", " 0 mm"},
+        {"TxtRainToday", " 3 mm"},
+        {"TxtRainYest", " 11 mm"},
+        {"TxtRainTot", " 827 mm"},
+        {"TxtTempMax",
+         "+13.1 \xB0"
+         "C at 13:48"},
+        {"TxtTempMin",
+         "+6.4 \xB0"
+         "C at 05:52"},
+        {"TxtHumMax", "93 % at 06:10"},
+        {"TxtHumMin", "71 % at 14:02"},
+        {"TxtGustMax", " 38.5 km/h, 231\xB0 at 11:17"},
+        {"TxtRainMax", " 6 mm/hour at 09:41"},
+        {"TxtBarMax", " 1019 mB at 00:31"},
+        {"TxtBarMin", " 1016 mB at 14:20"},
+        {"TxtYTempMax",
+         "+14.9 \xB0"
+         "C at 15:07"},
+        {"TxtYTempMin",
+         "+8.8 \xB0"
+         "C at 23:59"},
+        {"TxtYHumMax", "97 % at 04:30"},
+        {"TxtYHumMin", "63 % at 15:10"},
+        {"TxtYGustMax", " 52.2 km/h, 270\xB0 at 17:44"},
+        {"TxtYRainMax", " 14 mm/hour at 19:03"},
+        {"TxtYBarMax", " 1021 mB at 09:02"},
+        {"TxtYBarMin", " 1012 mB at 18:55"},
+        {"TxtOShi",
+         "+34.2 \xB0"
+         "C at 15:20 on 19  Jul"},
+        {"TxtOSLo",
+         "-11.7 \xB0"
+         "C at 06:48 on 08  Jan"},
+        {"TxtOsHumHi", "100 % at 07:15 on 02  Feb"},
+        {"TxtOsHumLo", "19 % at 16:31 on 24  Apr"},
+        {"TxtWindHiG", " 88.6 km/h, 275\xB0 at 03:17 on 15 Mar"},
+    };
+    put(state, texts);
+    state.panel.lblStatus.text = "Current Conditions";
+    state.panel.lblStatus.fore = colours::green;
+    state.panel.Lamp.fore = colours::red;
+    state.panel.PicPartly.visible = true;
+    state.panel.Gauge1.value = 23.8;
+    state.readings.adirint = 240;
+    state.readings.gdirint = 225;
+    state.readings.awcompaf = "SW";
+}
+
+void fill_with_long_texts(WeatherState& state) {
+    fill_with_a_plain_day(state);
+    state.settings.AddOneHour = true;
+    set_changeover_captions(state.panel, state.settings);
+    const Text texts[]{
+        {"Text2(0)",
+         "-104.8 \xB0"
+         "F"},
+        {"Text2(1)",
+         "-104.8 \xB0"
+         "F"},
+        {"Text2(2)", "100 %"},
+        {"Text2(3)", " 123.4 km/h"},
+        {"Text2(4)", " 30.04 In.Hg"},
+        {"Text2(5)", " 998.9 mm/hour"},
+        {"Text2(6)", " 123.4 km/h"},
+        {"Text2(7)", "Gust 337\xB0"},
+        {"Text2(8)",
+         "+104.8 \xB0"
+         "F"},
+        {"Text2(9)", "100 %"},
+        {"TxtWindChill",
+         "-104.8 \xB0"
+         "F"},
+        {"TxtHeatInd",
+         "+104.8 \xB0"
+         "F"},
+        {"TxtWinDir", "Avg. 337\xB0"},
+        {"TxtWindGLH", " 123.4 km/h"},
+        {"TxtRainLH", " 123.45 mm"},
+        {"TxtRainToday", " 123.45 mm"},
+        {"TxtRainYest", " 123.45 mm"},
+        {"TxtRainTot", " 12345.67 mm"},
+        {"TxtGustMax", " 123.4 km/h, 337\xB0 at 23:59"},
+        {"TxtYTempMax", "- No Data Available -"},
+        {"TxtYTempMin", "- No Data Available -"},
+        {"TxtYHumMax", "- No Data Available -"},
+        {"TxtYHumMin", "- No Data Available -"},
+        {"TxtYGustMax", " 123.4 km/h, 337\xB0 at 23:59"},
+        {"TxtYRainMax", "- No Data Available -"},
+        {"TxtYBarMax", "- No data available yet -"},
+        {"TxtYBarMin", "- No Data Available -"},
+        {"TxtWindHiG", " 123.4 km/h, 337\xB0 at 23:59 on 30 Sep"},
+    };
+    put(state, texts);
+    state.panel.Gauge1 = {123.4, 124};
+    state.panel.lblGaugeMax.text = "124";
+}
+
+void fill_with_trouble(WeatherState& state) {
+    fill_with_a_plain_day(state);
+    const Text texts[]{
+        {"TxtForecast", "Storm"},     {"Text2(0)", "Error"},       {"Text2(3)", " 64.1 km/h"},
+        {"Text2(4)", " 982 mB"},      {"Text2(5)", " 61 mm/hour"}, {"Text2(6)", " 97.2 km/h"},
+        {"Text2(7)", "Gust 281\xB0"}, {"Text2(9)", "Error"},       {"TxtWinDir", "Avg. 262\xB0"},
+        {"TxtWindGLH", " 104 km/h"},  {"TxtRainToday", " 38 mm"},  {"TxtRainLH", " 17 mm"},
+        {"TxtWindChill", "Error"},
+    };
+    put(state, texts);
+    for (const char* alarm : {"Text2(4)", "Text2(5)", "Text2(6)", "TxtRainToday"}) {
+        find_box(state, alarm)->back = colours::alarm_back;
+    }
+    state.panel.lblStatus.text = "Framing Error";
+    state.panel.lblStatus.fore = colours::blue;
+    state.panel.lblLowBattery.visible = true;
+    state.panel.PicPartly.visible = false;
+    state.panel.PicStorm.visible = true;
+    state.panel.Gauge1 = {97.2, 98};
+    state.panel.lblGaugeMax.text = "98";
+    state.readings.adirint = 262;
+    state.readings.gdirint = 281;
+    state.readings.awcompaf = "W";
+    state.menu.fmb[0].fore = colours::red;
+}
+
+}  // namespace nimbry::test

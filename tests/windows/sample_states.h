@@ -1,0 +1,19 @@
+#pragma once
+
+#include "engine/core/weather_state.h"
+
+namespace nimbry::test {
+
+// States as a running copy would hold them, for windows to show.
+
+/// An autumn day: every box has a text, the outlook is partly cloudy.
+void fill_with_a_plain_day(WeatherState& state);
+
+/// The longest texts that the boxes are made for.
+void fill_with_long_texts(WeatherState& state);
+
+/// A gale: alarms on wind, rain and pressure, the outdoor temperature sensor and the indoor humidity faulty, battery
+/// low.
+void fill_with_trouble(WeatherState& state);
+
+}  // namespace nimbry::test

@@ -1,0 +1,128 @@
+#include "windows/small_windows.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+#include <memory>
+
+#include "engine/displays/main_panel.h"
+#include "engine/displays/status_message.h"
+#include "tests/world/world.h"
+#include "windows/about_window.h"
+#include "windows/sensor_window.h"
+#include "windows/splash.h"
+
+namespace nimbry::test {
+namespace {
+
+using namespace nimbry::windows;
+
+QString label(const QWidget& window, const char* name) {
+    return window.findChild<QLabel*>(QString::fromLatin1(name))->text();
+}
+
+TEST(SensorWindow, HasItsTextWithoutAnEnd) {
+    const SensorWindow window;
+    EXPECT_EQ(window.windowTitle(), "Nimbry Sensor Error Message");
+    EXPECT_EQ(
+        label(window, "Label1"),
+        "Nimbry has detected invalid data from one or more of your weather station sensors at some point. This may be "
+        "due to a faulty or intermittent sensor or there may have been an out of range condition. The program will "
+        "have "
+        "continued");
+    EXPECT_EQ(window.findChild<QPushButton*>("Command1")->text(), "Close");
+    EXPECT_FALSE(window.isModal());
+}
+
+TEST(SensorWindow, IsNeverShownTwice) {
+    WeatherState state;
+    QWidget parent;
+    SmallWindows windows(state, &parent);
+    windows.show_sensor_window();
+    windows.show_sensor_window();
+    EXPECT_EQ(parent.findChildren<SensorWindow*>().size(), 1);
+    auto* window = parent.findChild<SensorWindow*>();
+    EXPECT_TRUE(window->isVisible());
+    window->findChild<QPushButton*>("Command1")->click();
+    EXPECT_FALSE(window->isVisible());
+    windows.show_sensor_window();
+    EXPECT_TRUE(window->isVisible());
+}
+
+TEST(Splash, NamesTheProduct) {
+    const Splash splash;
+    EXPECT_EQ(label(splash, "lblProduct"), "Nimbry 2.02");
+    EXPECT_EQ(label(splash, "lblLoading"), "Program loading .....");
+    EXPECT_EQ(splash.size(), QSize(420, 240));
+}
+
+struct StampCase {
+    const char* stamp;
+    const char* version;
+    const char* build;
+};
+
+TEST(AboutWindow, ReadsTheVersionStamp) {
+    const StampCase cases[]{{"Nimbry|202|251003", "Version 2.02", "Build 251003"},
+                            {"Nimbry|210|260101", "Version 2.10", "Build 260101"},
+                            {"Nimbry|202", "Version 2.02", ""},
+                            {"Nimbry", "", ""},
+                            {"", "", ""}};
+    for (const StampCase& c : cases) {
+        SCOPED_TRACE(c.stamp);
+        EXPECT_EQ(about_lines(c.stamp).version, c.version);
+        EXPECT_EQ(about_lines(c.stamp).build, c.build);
+    }
+    const AboutWindow window("Nimbry|202|251003");
+    EXPECT_EQ(window.windowTitle(), "Nimbry About...");
+    EXPECT_EQ(label(window, "lblVersion"), "Version 2.02");
+    EXPECT_EQ(label(window, "lblBuild"), "Build 251003");
+    EXPECT_EQ(label(window, "lblDescription"),
+              "Weather monitoring software for the WM-918/WX-200 electronic weather station");
+}
+
+TEST(StatusMessage, ShowsForThreeSecondsAndNineTenths) {
+    World world;
+    world.start();
+    show_status_message(world.copy(), "Synchronising");
+    EXPECT_EQ(world.notices.windows.back(), "NimbryDisplay");
+    EXPECT_TRUE(world.state().status_message.open);
+    EXPECT_EQ(world.state().status_message.text, "Synchronising");
+    world.run_for(std::chrono::milliseconds{3899});
+    EXPECT_TRUE(world.state().status_message.open);
+    world.run_for(std::chrono::milliseconds{1});
+    EXPECT_FALSE(world.state().status_message.open);
+    world.run_for(std::chrono::seconds{60});
+    EXPECT_FALSE(world.state().status_message.open) << "the timer has stopped";
+}
+
+TEST(ProgramLogWindow, ShowsTheLogAndSearchesIt) {
+    WeatherState state;
+    QWidget parent;
+    SmallWindows windows(state, &parent);
+    windows.show_program_log(
+        "05 Oct 2026 14:00:10 one\r\n05 Oct 2026 14:00:20 +4 \xB0"
+        "C two\r\n");
+    auto* text = parent.findChild<QPlainTextEdit*>("Text1");
+    ASSERT_NE(text, nullptr);
+    EXPECT_EQ(text->toPlainText(), QStringLiteral("05 Oct 2026 14:00:10 one\n05 Oct 2026 14:00:20 +4 \u00B0C two\n"));
+    EXPECT_TRUE(text->isReadOnly());
+    EXPECT_TRUE(text->textCursor().atEnd());
+    ASSERT_TRUE(QTest::qWaitForWindowActive(text->window()));
+    auto* search = parent.findChild<QLineEdit*>("txtFind");
+    QTest::keyClick(text, Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(search->isVisible());
+    search->setText("14:00");
+    QTest::keyClick(search, Qt::Key_Return);
+    EXPECT_EQ(text->textCursor().selectionStart(), 12) << "from the end on it begins at the top again";
+    QTest::keyClick(search, Qt::Key_Return);
+    EXPECT_EQ(text->textCursor().selectionStart(), 25 + 12);
+}
+
+}  // namespace
+}  // namespace nimbry::test

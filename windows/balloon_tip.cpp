@@ -1,0 +1,106 @@
+#include "windows/balloon_tip.h"
+
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QScreen>
+#include <algorithm>
+
+#include "platform/text_bytes.h"
+#include "windows/svg_pictures.h"
+
+namespace nimbry::windows {
+namespace {
+
+constexpr int radius = 8;
+constexpr int icon_size = 24;
+
+}  // namespace
+
+BalloonTip::BalloonTip(QWidget* main_window)
+    : QWidget(main_window, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus), auto_close_(this) {
+    setObjectName(QStringLiteral("frmTip"));
+    setAttribute(Qt::WA_TranslucentBackground);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+
+    icon_.setObjectName(QStringLiteral("imgDisplayIcon"));
+    title_.setObjectName(QStringLiteral("lblTitle"));
+    title_.setTextFormat(Qt::PlainText);
+    text_.setObjectName(QStringLiteral("lblText"));
+    text_.setTextFormat(Qt::PlainText);
+    text_.setWordWrap(true);
+    text_.setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    for (QLabel* label : {&title_, &text_}) label->setForegroundRole(QPalette::ToolTipText);
+    close_.setObjectName(QStringLiteral("imgClose"));
+    close_.setAutoRaise(true);
+    close_.setAccessibleName(QStringLiteral("Close"));
+    auto_close_.setObjectName(QStringLiteral("timAutoClose"));
+    auto_close_.setSingleShot(true);
+    connect(&auto_close_, &QTimer::timeout, this, &QWidget::hide);
+    connect(&close_, &QToolButton::clicked, this, &QWidget::hide);
+
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(14, 12, 14, 12);
+    grid->setHorizontalSpacing(10);
+    grid->addWidget(&icon_, 0, 0);
+    grid->addWidget(&title_, 0, 1);
+    grid->addWidget(&close_, 0, 2, Qt::AlignTop);
+    grid->addWidget(&text_, 1, 0, 1, 3);
+    grid->setColumnStretch(1, 1);
+    grid->setRowStretch(1, 1);
+}
+
+void BalloonTip::take(const Balloon& balloon) {
+    QFont bold = font();
+    bold.setBold(true);
+    title_.setFont(bold);
+    title_.setText(platform::unicode(balloon.title));
+    text_.setText(platform::unicode(balloon.text).remove(u'\r'));
+
+    const QString name = notice_picture(platform::unicode(balloon.icon));
+    icon_.setVisible(!name.isEmpty());
+    if (!name.isEmpty()) icon_.setPixmap(picture(name, icon_size, devicePixelRatioF()));
+
+    // A notice that stays needs a way to be sent away.
+    const bool stays = balloon.closes_after <= Milliseconds::zero();
+    close_.setVisible(stays);
+    close_.setIcon(tinted_icon(QStringLiteral("close"), 16, palette().color(QPalette::ToolTipText)));
+    setAccessibleName(title_.text());
+    setAccessibleDescription(text_.text());
+
+    const int width = std::max(least_size.width(), minimumSizeHint().width());
+    resize(width, std::max(least_size.height(), layout()->totalHeightForWidth(width)));
+    auto_close_.stop();
+    if (!stays) auto_close_.start(balloon.closes_after);
+}
+
+void BalloonTip::show_at(const Balloon& balloon, const QRect& anchor) {
+    take(balloon);
+    const QScreen* screen = QGuiApplication::screenAt(anchor.center());
+    if (screen == nullptr) screen = QGuiApplication::primaryScreen();
+    move(place(anchor, size(), screen->availableGeometry()));
+    show();
+}
+
+void BalloonTip::show_in_corner(const Balloon& balloon, const QRect& screen) {
+    take(balloon);
+    move(screen.right() - width() - gap, screen.bottom() - height() - gap);
+    show();
+}
+
+QPoint BalloonTip::place(const QRect& anchor, const QSize& size, const QRect& screen) {
+    const int x = std::clamp(anchor.left(), screen.left(), std::max(screen.left(), screen.right() + 1 - size.width()));
+    const int below = anchor.bottom() + 1 + gap;
+    const int y = std::clamp(below, screen.top(), std::max(screen.top(), screen.bottom() + 1 - size.height()));
+    return {x, y};
+}
+
+void BalloonTip::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(palette().color(QPalette::ToolTipText), 1));
+    painter.setBrush(palette().color(QPalette::ToolTipBase));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+}
+
+}  // namespace nimbry::windows

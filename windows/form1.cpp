@@ -1,0 +1,176 @@
+#include "windows/form1.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QScrollArea>
+#include <QShortcut>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "engine/displays/box_list.h"
+#include "platform/text_bytes.h"
+#include "windows/accessibility.h"
+#include "windows/area_keys.h"
+#include "windows/button_row.h"
+#include "windows/card_group.h"
+#include "windows/conditions_row.h"
+#include "windows/extremes_table.h"
+#include "windows/status_header.h"
+#include "windows/status_pill.h"
+#include "windows/svg_pictures.h"
+#include "windows/tray_icon.h"
+#include "windows/value_box.h"
+
+namespace nimbry::windows {
+namespace {
+
+constexpr QSize ideal_size(1180, 800);
+constexpr int frame_ms = 16;
+
+}  // namespace
+
+Form1::Form1(const WeatherState& state, Actions actions) : state_(state), actions_(std::move(actions)) {
+    setObjectName(QStringLiteral("Form1"));
+    setWindowIcon(application_icon());
+    install_accessibility();
+    actions_.menu["mnuHideNow"] = [this] {
+        if (actions_.click) actions_.click();
+        hide_now();
+    };
+    tray_ = new TrayIcon([this] { hide_now(); }, [this] { restore(); }, this);
+
+    build();
+    add_shortcuts();
+    binding_.bind(state_.window.caption, [this](const std::string& text) { setWindowTitle(platform::unicode(text)); });
+    binding_.bind_result([this] { return std::pair(state_.window.minimised, state_.window.in_tray); },
+                         [this](const std::pair<bool, bool>& place) {
+                             if (isVisible() || in_tray_) take_place(place.first, place.second);
+                         });
+    frame_.setSingleShot(true);
+    frame_.setInterval(frame_ms);
+    connect(&frame_, &QTimer::timeout, this, &Form1::refresh);
+    resize(ideal_size);
+    refresh();
+}
+
+Form1::~Form1() = default;
+
+void Form1::build() {
+    auto* bar = new MainMenuBar(state_, actions_.menu, binding_, this);
+    setMenuBar(bar);
+
+    auto* header = new StatusHeader(state_.panel, binding_);
+    auto* conditions = new ConditionsRow(state_, binding_);
+    auto* extremes = new ExtremesTable(state_.panel, binding_);
+    auto* buttons = new ButtonRow(state_.menu, *bar, binding_);
+
+    auto* content = new QWidget;
+    auto* column = new QVBoxLayout(content);
+    column->setContentsMargins(8, 4, 8, 8);
+    column->setSpacing(8);
+    column->addWidget(header);
+    column->addWidget(conditions, 5);
+    column->addWidget(extremes, 4);
+    column->addWidget(buttons);
+
+    // A window that is too small for its content, or a large font, scrolls instead of cutting.
+    auto* scroll = new QScrollArea;
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    scroll->setWidget(content);
+    setCentralWidget(scroll);
+
+    std::vector<QWidget*> areas{header};
+    for (CardGroup* group : conditions->groups()) areas.push_back(group);
+    areas.push_back(extremes);
+    areas.push_back(buttons);
+    new AreaKeys(*this, areas);
+}
+
+void Form1::add_shortcuts() {
+    connect(new QShortcut(QKeySequence(Qt::Key_F10), this), &QShortcut::activated, this, [this] {
+        menuBar()->setFocus(Qt::MenuBarFocusReason);
+        menuBar()->setActiveAction(menuBar()->actions().constFirst());
+    });
+    connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this,
+            [this] { menuBar()->findChild<QAction*>(QStringLiteral("mnuFHelp"))->trigger(); });
+}
+
+void Form1::state_changed() {
+    if (!frame_.isActive()) frame_.start();
+}
+
+int Form1::refresh() {
+    return binding_.refresh();
+}
+
+// The model says how the window is to be: the first cycle minimises it where that is asked for.
+void Form1::take_place(bool minimised, bool in_tray) {
+    if (!minimised) {
+        if (isMinimized() || in_tray_) restore();
+    } else if (in_tray) {
+        hide_now();
+    } else if (!isMinimized()) {
+        showMinimized();
+    }
+}
+
+void Form1::note_place(bool minimised, bool in_tray) {
+    in_tray_ = in_tray;
+    tray_->window_is_hidden(in_tray);
+    if (actions_.moved) actions_.moved(minimised, in_tray);
+    state_changed();
+}
+
+void Form1::restore() {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+    note_place(false, false);
+}
+
+void Form1::hide_now() {
+    if (!tray_->is_there()) {
+        showMinimized();
+        note_place(true, false);
+        return;
+    }
+    hide();
+    note_place(true, true);
+}
+
+void Form1::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() != QEvent::WindowStateChange || in_tray_) return;
+    note_place(isMinimized(), false);
+    // Not from inside the window system's own event.
+    if (isMinimized()) QTimer::singleShot(0, this, &Form1::go_to_tray_if_asked);
+}
+
+void Form1::go_to_tray_if_asked() {
+    if (isMinimized() && state_.menu.mnusystray.checked && tray_->is_there()) hide_now();
+}
+
+void Form1::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    if (actions_.close) actions_.close();
+}
+
+void Form1::use_colours(ColourTable table) {
+    for (ValueBox* box : findChildren<ValueBox*>()) box->use_colours(table);
+    for (StatusPill* pill : findChildren<StatusPill*>()) pill->use_colours(table);
+}
+
+void Form1::tell_in_tray(const Balloon& balloon) {
+    if (!isVisible() && tray_->is_there()) {
+        tray_->message(platform::unicode(balloon.title), platform::unicode(balloon.text).remove(u'\r'));
+    }
+}
+
+QWidget* Form1::widget_of(const std::string& box_name) const {
+    return findChild<QWidget*>(QString::fromStdString(object_name(box_name)));
+}
+
+}  // namespace nimbry::windows

@@ -1,0 +1,32 @@
+#include "windows/lamp.h"
+
+#include <QPainter>
+
+#include "engine/displays/box_list.h"
+#include "windows/value_box.h"
+
+namespace nimbry::windows {
+
+Lamp::Lamp(QWidget* parent) : QWidget(parent) {
+    setObjectName(QString::fromStdString(object_name("Picture2(2)")));
+    setAccessibleName(QStringLiteral("Activity lamp"));
+    setFixedSize(16, 16);
+}
+
+void Lamp::show_box(const Box& box) {
+    box_ = box;
+    setToolTip(full_tip(box));
+    setAccessibleDescription(is_lit() ? QStringLiteral("receiving") : QStringLiteral("idle"));
+    update();
+}
+
+void Lamp::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QColor red(0xE5, 0x2B, 0x3A);
+    painter.setPen(QPen(is_lit() ? red.darker(130) : muted_text(palette()), 2));
+    painter.setBrush(is_lit() ? QBrush(red) : QBrush(Qt::NoBrush));
+    painter.drawEllipse(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5));
+}
+
+}  // namespace nimbry::windows

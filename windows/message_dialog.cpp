@@ -1,0 +1,50 @@
+#include "windows/message_dialog.h"
+
+#include <QAbstractButton>
+
+#include "platform/text_bytes.h"
+#include "windows/svg_pictures.h"
+
+namespace nimbry::windows {
+
+MessageDialog::MessageDialog(const MessageBox& message, QWidget* parent) : QMessageBox(parent) {
+    setObjectName(QStringLiteral("MessageBox"));
+    setWindowTitle(platform::unicode(message.title));
+    setTextFormat(Qt::PlainText);
+    setText(platform::unicode(message.text).remove(u'\r'));
+    if (const QString name = notice_picture(platform::unicode(message.icon)); !name.isEmpty()) {
+        setIconPixmap(picture(name, 40, devicePixelRatioF()));
+    }
+    add_buttons(message.choices);
+    connect(this, &QDialog::finished, this, [this] {
+        switch (standardButton(clickedButton())) {
+            case QMessageBox::Yes: answer_ = Answer::yes; break;
+            case QMessageBox::Retry: answer_ = Answer::retry; break;
+            default: break;  // the safe answer stands
+        }
+    });
+}
+
+void MessageDialog::add_buttons(Choices choices) {
+    switch (choices) {
+        case Choices::ok:
+            answer_ = Answer::ok;
+            setStandardButtons(QMessageBox::Ok);
+            setEscapeButton(QMessageBox::Ok);
+            return;
+        case Choices::yes_no:
+            answer_ = Answer::no;
+            setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+            setDefaultButton(QMessageBox::No);
+            setEscapeButton(QMessageBox::No);
+            return;
+        case Choices::retry_cancel:
+            answer_ = Answer::cancel;
+            setStandardButtons(QMessageBox::Retry | QMessageBox::Cancel);
+            setDefaultButton(QMessageBox::Retry);
+            setEscapeButton(QMessageBox::Cancel);
+            return;
+    }
+}
+
+}  // namespace nimbry::windows

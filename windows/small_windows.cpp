@@ -1,0 +1,48 @@
+#include "windows/small_windows.h"
+
+#include "platform/text_bytes.h"
+#include "windows/about_window.h"
+#include "windows/sensor_window.h"
+#include "windows/status_window.h"
+#include "windows/text_window.h"
+#include "windows/window_notices.h"
+
+namespace nimbry::windows {
+
+SmallWindows::SmallWindows(const WeatherState& state, QWidget* parent) : state_(state), parent_(parent) {
+    binding_.bind(state_.status_message.open, [this](bool open) {
+        if (!open && status_ != nullptr) status_->hide();
+    });
+}
+
+SmallWindows::~SmallWindows() = default;
+
+void SmallWindows::offer_to(WindowNotices& notices) {
+    notices.set_opener("NimbrySensor", [this] { show_sensor_window(); });
+    notices.set_opener("NimbryDisplay", [this] { show_status(); });
+}
+
+void SmallWindows::show_about(std::string_view version_stamp) {
+    if (about_ == nullptr) about_ = new AboutWindow(version_stamp, parent_);
+    about_->show();
+    about_->raise();
+    about_->activateWindow();
+}
+
+void SmallWindows::show_program_log(std::string_view bytes) {
+    if (log_ == nullptr) log_ = new TextWindow(parent_);
+    log_->show_text(QStringLiteral("nbyprog.log"), platform::unicode(bytes).remove(u'\r'));
+}
+
+void SmallWindows::show_sensor_window() {
+    if (sensor_ == nullptr) sensor_ = new SensorWindow(parent_);
+    if (!sensor_->isVisible()) sensor_->show();
+}
+
+void SmallWindows::show_status() {
+    if (!state_.status_message.open) return;
+    if (status_ == nullptr) status_ = new StatusWindow(parent_);
+    status_->show_text(platform::unicode(state_.status_message.text));
+}
+
+}  // namespace nimbry::windows

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "engine/core/weather_state.h"
+#include "windows/box_binding.h"
+
+class QWidget;
+
+namespace nimbry::windows {
+
+class AboutWindow;
+class SensorWindow;
+class StatusWindow;
+class TextWindow;
+class WindowNotices;
+
+/// The small windows beside the main one, each made when it is first shown.
+class SmallWindows {
+public:
+    /// `state` must outlive this object; `parent` is the main window.
+    SmallWindows(const WeatherState& state, QWidget* parent);
+    ~SmallWindows();
+    SmallWindows(const SmallWindows&) = delete;
+    SmallWindows& operator=(const SmallWindows&) = delete;
+
+    /// Gives the notices the windows that they open by name. `notices` must not outlive this object.
+    void offer_to(WindowNotices& notices);
+
+    void show_about(std::string_view version_stamp);
+    /// Shows the program log, 8-bit bytes as they stand in the file.
+    void show_program_log(std::string_view bytes);
+    void show_sensor_window();
+
+    /// Closes what the model says is closed.
+    void refresh() { binding_.refresh(); }
+
+private:
+    void show_status();
+
+    const WeatherState& state_;
+    QWidget* parent_;
+    BoxBinding binding_;
+    // Owned by the main window.
+    AboutWindow* about_ = nullptr;
+    SensorWindow* sensor_ = nullptr;
+    StatusWindow* status_ = nullptr;
+    TextWindow* log_ = nullptr;
+};
+
+}  // namespace nimbry::windows

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+#include "engine/displays/box.h"
+#include "windows/palette_colours.h"
+
+namespace nimbry::windows {
+
+/// One text box of the display model on the screen: its text on its background, with a mark when it is faulty or in
+/// alarm.
+///
+/// The text is drawn without its outer blanks, in figures of equal width, never cut: the box is at least as wide as its
+/// sample text, and a longer text is drawn smaller. It can take the focus; Ctrl+C copies the text, Space shows what
+/// hovering shows.
+class ValueBox : public QWidget {
+    Q_OBJECT
+    Q_PROPERTY(QString text READ text)
+
+public:
+    enum class Style {
+        card,   ///< under a caption: 14 pt where the application's font has 9
+        table,  ///< in the table of extremes: 10 pt
+        clock,  ///< the time in the header: 20 pt, no background of its own
+        plain,  ///< the header's other texts: 10 pt, no background of its own
+    };
+
+    /// `name` is the box's name in the model ("Text2(0)"): it becomes the objectName ("Text2_0"). `sample` is the
+    /// longest text that the box is made for.
+    ValueBox(const char* name, Style style, const QString& sample, QWidget* parent = nullptr);
+
+    /// Shows a box: text, colours, tip and balloon, visible or not.
+    void show_box(const Box& box);
+
+    /// What is being shown; the text is the model's, with its blanks.
+    [[nodiscard]] const Box& shown() const { return box_; }
+    [[nodiscard]] QString text() const;
+    [[nodiscard]] BoxColours looks() const { return box_colours(box_, palette(), table_); }
+
+    /// What a screen reader calls the box: its caption, after its column's head if it has one.
+    void set_label(const QString& label) { setAccessibleName(label); }
+
+    void use_colours(ColourTable table);
+
+    /// A one-colour picture at the right end ("trend-rising"); empty: none.
+    void set_picture(const QString& name);
+
+    /// The width that is left for the text, and what the text in hand takes of it in the box's full font size.
+    [[nodiscard]] double room_for_text() const;
+    [[nodiscard]] double text_width() const;
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    [[nodiscard]] QFont value_font() const;
+    [[nodiscard]] int padding() const;
+    [[nodiscard]] bool has_background() const;
+    [[nodiscard]] QString drawn_text() const;
+    [[nodiscard]] int mark_size() const;
+    [[nodiscard]] int marks_width() const;
+    void show_tip(const QPoint& global);
+    void announce_if_serious(const Box& before);
+
+    Box box_;
+    Style style_;
+    QString sample_;
+    QString picture_;
+    ColourTable table_ = ColourTable::legible;
+    bool shows_focus_ = false;
+};
+
+/// The tip of a box as it is shown: the fixed text and, below it, the changing one.
+[[nodiscard]] QString full_tip(const Box& box);
+
+}  // namespace nimbry::windows
