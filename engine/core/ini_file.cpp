@@ -14,7 +14,8 @@ constexpr std::size_t longest_value = 2047;
 constexpr std::size_t longest_section = 4095;
 
 std::string_view without_line_end(std::string_view line) {
-    if (line.ends_with('\n')) line.remove_suffix(1);
+    if (!line.ends_with('\n')) return line;  // a lone CR at the end of the file ends no line
+    line.remove_suffix(1);
     if (line.ends_with('\r')) line.remove_suffix(1);
     return line;
 }
@@ -207,14 +208,15 @@ void clsIniFile::put(const std::vector<Setting>& settings) {
         } else if (place != sections_.end()) {
             changes.push_back({{place->second.insert, place->second.insert}, line, true});
         } else {
-            const auto is_it = [&name](const auto& known) { return known.first == name; };
+            const auto is_it = [&](const auto& known) { return known.first == name; };
             auto known = std::find_if(new_sections.begin(), new_sections.end(), is_it);
             if (known == new_sections.end())
                 known = new_sections.insert(known, {name, "[" + section + "]" + std::string(line_end)});
             known->second += line;
         }
     }
-    for (auto& [lower_name, lines] : new_sections) changes.push_back({{text_.size(), text_.size()}, std::move(lines), true});
+    for (auto& [section, lines] : new_sections)
+        changes.push_back({{text_.size(), text_.size()}, std::move(lines), true});
     std::stable_sort(changes.begin(), changes.end(), [](const Change& a, const Change& b) {
         return std::pair(a.replaced.begin, a.is_line) < std::pair(b.replaced.begin, b.is_line);
     });

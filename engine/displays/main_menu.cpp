@@ -2,6 +2,8 @@
 
 #include <cstddef>
 
+#include "engine/core/switches.h"
+
 namespace nimbry {
 
 void reset_main_menu(MainMenu& menu) {
@@ -71,21 +73,8 @@ void reset_main_menu(MainMenu& menu) {
 }
 
 void apply_menu_checks(MainMenu& menu, const MainSettings& settings) {
-    menu.mnulogFTP.checked = settings.mlogftp;
-    menu.mnulogMail.checked = settings.mlogmail;
-    menu.mnuLogWU.checked = settings.WUactive;
-    menu.mnuLogHW.checked = settings.HWactive;
-    menu.mnuLogAPRS.checked = settings.LogAPRS;
-
-    menu.mnuHide.checked = settings.Hide;
-    menu.mnusystray.checked = settings.MinSysTray;
-    menu.mnuCpop.checked = settings.Cpop;
-    menu.mnuDisableGraphs.checked = settings.DrwGrafs;
-    menu.mnuInGraphs.checked = settings.InGraphs;
-    menu.mnuNoErrorPop.checked = settings.ErrorPop;
-    menu.mnuNoCCPop.checked = settings.CCPop;
-    menu.mnuNoFTPPop.checked = settings.NoFTPop;
-    menu.mnuNoMailPop.checked = settings.NoMailPop;
+    for (const Switch& which : switches())
+        if (which.setting != nullptr) (menu.*which.entry).checked = settings.*which.setting;
 }
 
 }  // namespace nimbry

@@ -89,6 +89,7 @@ INSTANTIATE_TEST_SUITE_P(
         ReadCase{"line feeds end lines too", "[S]\nk=v\nx=1\n", "v"},
         ReadCase{"the last line needs no end", "[S]\r\nk=v", "v"},
         ReadCase{"a carriage return inside a line is value", "[S]\r\nk=a\rb\r\n", "a\rb"},
+        ReadCase{"a lone one at the end of the file too", "[S]\r\nk=v\r", "v\r"},
         ReadCase{"a value ends at a NUL", "[S]\r\nk=v\0w\r\n"s, "v"},
         ReadCase{"NUL bytes elsewhere do no harm", "\0\0[S]\r\nk=no\r\n[S]\r\n\0\0\r\nk=v\r\n"s, "v"},
         ReadCase{"a byte-order mark is no part of a name", "\xEF\xBB\xBF[S]\r\nk=v\r\n", "v"},
