@@ -1,0 +1,237 @@
+#include "tests/world/memory_files.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/world/virtual_clock.h"
+
+namespace nimbry::test {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class MemoryFilesTest : public testing::Test {
+protected:
+    VirtualClock clock;
+    Journal journal;
+    MemoryFiles files{clock, &journal};
+    std::string bytes;
+};
+
+TEST_F(MemoryFilesTest, AppendMakesAFileAndAddsToIt) {
+    EXPECT_EQ(files.append("a", "one"), FileResult::ok);
+    EXPECT_EQ(files.append("a", "two"), FileResult::ok);
+    EXPECT_EQ(files.read("a", bytes), FileResult::ok);
+    EXPECT_EQ(bytes, "onetwo");
+    EXPECT_EQ(files.read("a", bytes, 4), FileResult::ok);
+    EXPECT_EQ(bytes, "onet");
+}
+
+TEST_F(MemoryFilesTest, AMissingFileIsNotFoundAndGivesNoBytes) {
+    bytes = "old";
+    EXPECT_EQ(files.read("a", bytes), FileResult::not_found);
+    EXPECT_EQ(bytes, "");
+    EXPECT_EQ(files.remove("a"), FileResult::not_found);
+    EXPECT_EQ(files.sync("a"), FileResult::not_found);
+    EXPECT_EQ(files.rename("a", "b"), FileResult::not_found);
+    EXPECT_EQ(files.copy("a", "b"), FileResult::not_found);
+    EXPECT_FALSE(files.exists("a"));
+    EXPECT_EQ(files.modified("a"), std::nullopt);
+}
+
+TEST_F(MemoryFilesTest, RewriteAndReplaceLeaveTheNewContentsAlone) {
+    files.put("a", "a long text");
+    EXPECT_EQ(files.rewrite("a", "short"), FileResult::ok);
+    EXPECT_EQ(files.contents("a"), "short");
+    EXPECT_EQ(files.replace("a", "x"), FileResult::ok);
+    EXPECT_EQ(files.contents("a"), "x");
+}
+
+TEST_F(MemoryFilesTest, ReplaceKeepsTheModeOfAnExistingFile) {
+    files.put("old", "");
+    files.replace("old", "x", true);
+    files.replace("new", "x", true);
+    EXPECT_FALSE(files.is_private("old"));
+    EXPECT_TRUE(files.is_private("new"));
+    files.replace("new", "y", false);
+    EXPECT_TRUE(files.is_private("new"));
+}
+
+TEST_F(MemoryFilesTest, RenameAndCopyNeverOverwrite) {
+    files.put("a", "A");
+    files.put("b", "B");
+    EXPECT_EQ(files.rename("a", "b"), FileResult::exists);
+    EXPECT_EQ(files.copy("a", "b"), FileResult::exists);
+    EXPECT_EQ(files.contents("b"), "B");
+    EXPECT_EQ(files.copy("a", "c"), FileResult::ok);
+    EXPECT_EQ(files.rename("a", "d"), FileResult::ok);
+    EXPECT_THAT(files.names(), ElementsAre("b", "c", "d"));
+    EXPECT_EQ(files.remove("d"), FileResult::ok);
+    EXPECT_FALSE(files.exists("d"));
+}
+
+TEST_F(MemoryFilesTest, OtherFoldersMustBeMadeFirst) {
+    EXPECT_EQ(files.append("/save/a", "x"), FileResult::not_found);
+    files.add_folder("/save");
+    EXPECT_EQ(files.append("/save/a", "x"), FileResult::ok);
+    EXPECT_EQ(files.append("/save", "x"), FileResult::not_a_file);
+    EXPECT_EQ(files.read("/save", bytes), FileResult::not_a_file);
+    EXPECT_EQ(files.path("/save/a"), "/save/a");
+    EXPECT_EQ(files.path("a"), "/nimbry/a");
+}
+
+TEST_F(MemoryFilesTest, AFileIsInUseAsLongAsTheTestSaysAndItIsThere) {
+    files.set_in_use("a", true);
+    EXPECT_FALSE(files.in_use("a")) << "a missing file is in nobody's use";
+    files.put("a", "");
+    EXPECT_TRUE(files.in_use("a"));
+    files.set_in_use("a", false);
+    EXPECT_FALSE(files.in_use("a"));
+}
+
+TEST_F(MemoryFilesTest, TheDateOfChangeIsTheComputers) {
+    files.append("a", "x");
+    const CivilTime made = clock.computer_time();
+    clock.advance(1h);
+    EXPECT_EQ(files.modified("a"), made);
+    files.append("a", "x");
+    EXPECT_EQ(files.modified("a"), made + 1h);
+}
+
+TEST_F(MemoryFilesTest, TheNthCallFailsAndChangesNothing) {
+    files.put("a", "A");
+    files.fail_call(2, FileResult::disk_full);
+    EXPECT_EQ(files.append("a", "1"), FileResult::ok);
+    EXPECT_EQ(files.append("a", "2"), FileResult::disk_full);
+    EXPECT_EQ(files.append("a", "3"), FileResult::ok);
+    EXPECT_EQ(files.contents("a"), "A13");
+}
+
+TEST_F(MemoryFilesTest, EveryKindOfCallCanFail) {
+    files.put("a", "A");
+    const auto fails_next = [&](auto call) {
+        files.fail_call(1, FileResult::failed);
+        return call() == FileResult::failed;
+    };
+    EXPECT_TRUE(fails_next([&] { return files.read("a", bytes); }));
+    EXPECT_TRUE(fails_next([&] { return files.append("a", "x"); }));
+    EXPECT_TRUE(fails_next([&] { return files.rewrite("a", "x"); }));
+    EXPECT_TRUE(fails_next([&] { return files.replace("a", "x"); }));
+    EXPECT_TRUE(fails_next([&] { return files.rename("a", "b"); }));
+    EXPECT_TRUE(fails_next([&] { return files.copy("a", "b"); }));
+    EXPECT_TRUE(fails_next([&] { return files.remove("a"); }));
+    EXPECT_TRUE(fails_next([&] { return files.sync("a"); }));
+    EXPECT_THAT(files.names(), ElementsAre("a"));
+    EXPECT_EQ(files.contents("a"), "A");
+}
+
+TEST_F(MemoryFilesTest, ANameIsRefusedUntilItIsAllowedAsTargetToo) {
+    files.put("a", "A");
+    files.refuse("b", FileResult::permission);
+    EXPECT_EQ(files.copy("a", "b"), FileResult::permission);
+    EXPECT_EQ(files.read("b", bytes), FileResult::permission);
+    EXPECT_EQ(files.append("a", "x"), FileResult::ok);
+    files.allow();
+    EXPECT_EQ(files.append("b", "x"), FileResult::ok);
+}
+
+TEST_F(MemoryFilesTest, ADiskThatTakesNoChangesCanBeRead) {
+    files.put("a", "A");
+    files.refuse_changes(FileResult::disk_full);
+    EXPECT_EQ(files.read("a", bytes), FileResult::ok);
+    EXPECT_EQ(files.append("b", "x"), FileResult::disk_full);
+    EXPECT_FALSE(files.exists("b"));
+}
+
+TEST_F(MemoryFilesTest, ARewriteOnAFullDiskHasWrittenOverTheRoomTheFileHad) {
+    files.put("a", "12345");
+    files.refuse_changes(FileResult::disk_full);
+    EXPECT_EQ(files.rewrite("a", "abcdefgh"), FileResult::disk_full);
+    EXPECT_EQ(files.contents("a"), "abcde");
+}
+
+TEST_F(MemoryFilesTest, EveryCallIsRemembered) {
+    files.append("a", "12");
+    files.rename("a", "b");
+    files.read("b", bytes);
+    ASSERT_EQ(files.calls().size(), 3u);
+    EXPECT_EQ(files.calls()[0].operation, "append");
+    EXPECT_EQ(files.calls()[0].bytes, 2u);
+    EXPECT_EQ(files.calls()[1].other, "b");
+    EXPECT_EQ(files.calls()[2].operation, "read");
+    EXPECT_EQ(files.calls()[2].bytes, 2u);
+    EXPECT_THAT(journal.lines(), ElementsAre("append a", "rename a to b"));
+    files.forget_calls();
+    EXPECT_THAT(files.calls(), IsEmpty());
+}
+
+struct PowerCutCase {
+    const char* what;
+    void (*before)(MemoryFiles&);
+    std::vector<std::string> names;
+    std::string a;  // what file "a" holds
+};
+
+TEST(MemoryFilesPowerCut, KeepsWhatWasSyncedAndNoMore) {
+    const PowerCutCase cases[] = {
+        {"a new file", [](MemoryFiles& f) { f.append("a", "1"); }, {}, ""},
+        {"a synced file",
+         [](MemoryFiles& f) {
+             f.append("a", "1");
+             f.sync("a");
+         },
+         {"a"},
+         "1"},
+        {"what came after the sync",
+         [](MemoryFiles& f) {
+             f.append("a", "1");
+             f.sync("a");
+             f.append("a", "2");
+         },
+         {"a"},
+         "1"},
+        {"a replaced file has its old contents",
+         [](MemoryFiles& f) {
+             f.put("a", "old");
+             f.replace("a", "new");
+         },
+         {"a"},
+         "old"},
+        {"a rename without sync has not happened",
+         [](MemoryFiles& f) {
+             f.put("b", "1");
+             f.rename("b", "a");
+         },
+         {"b"},
+         ""},
+        {"a rename with sync has",
+         [](MemoryFiles& f) {
+             f.put("b", "1");
+             f.rename("b", "a");
+             f.sync("a");
+         },
+         {"a"},
+         "1"},
+        {"a removal has not happened",
+         [](MemoryFiles& f) {
+             f.put("a", "1");
+             f.remove("a");
+         },
+         {"a"},
+         "1"},
+    };
+    for (const PowerCutCase& row : cases) {
+        SCOPED_TRACE(row.what);
+        const VirtualClock clock;
+        MemoryFiles files(clock);
+        row.before(files);
+        files.power_cut();
+        EXPECT_EQ(files.names(), row.names);
+        EXPECT_EQ(files.contents("a"), row.a);
+    }
+}
+
+}  // namespace
+}  // namespace nimbry::test
