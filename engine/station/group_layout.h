@@ -101,6 +101,27 @@ inline constexpr FlagField outdoor_over_range{"outdoor humidity is over range: a
 inline constexpr FlagField high_over_range{"record high is over range: 97 means 100", 66, 8};
 inline constexpr FaultMark indoor_fault{"indoor humidity is not heard", 17};
 inline constexpr FaultMark outdoor_fault{"outdoor humidity is not heard", 41};
+
+/// Shows every field of the group to `visit`, in the order of the format page.
+template <class Visitor>
+constexpr Visitor each(Visitor visit) {
+    visit(second);
+    visit(minute);
+    visit(hour);
+    visit(day);
+    visit(month);
+    visit(indoor_humidity);
+    visit(outdoor_humidity);
+    visit(humidity_high);
+    visit(humidity_high_at);
+    visit(humidity_low);
+    visit(humidity_low_at);
+    visit(outdoor_over_range);
+    visit(high_over_range);
+    visit(indoor_fault);
+    visit(outdoor_fault);
+    return visit;
+}
 }  // namespace digits_8f
 
 /// Group 9F: indoor and outdoor temperature, degrees C in tenths. Bit 3 of a temperature's first digit is its sign; the
@@ -124,6 +145,24 @@ inline constexpr MomentFields outdoor_low_at{{"hour of the record low", {51, 52}
                                              {"month of the record low, hexadecimal", {56}}};
 inline constexpr FaultMark indoor_fault{"indoor temperature is not heard", 3};
 inline constexpr FaultMark outdoor_fault{"outdoor temperature is not heard", 33};
+
+/// Shows every field of the group to `visit`, in the order of the format page.
+template <class Visitor>
+constexpr Visitor each(Visitor visit) {
+    visit(indoor);
+    visit(indoor_minus);
+    visit(outdoor);
+    visit(outdoor_minus);
+    visit(outdoor_high);
+    visit(outdoor_high_minus);
+    visit(outdoor_high_at);
+    visit(outdoor_low);
+    visit(outdoor_low_minus);
+    visit(outdoor_low_at);
+    visit(indoor_fault);
+    visit(outdoor_fault);
+    return visit;
+}
 }  // namespace digits_9f
 
 /// Group AF: the barometer and the station's forecast.
@@ -131,6 +170,15 @@ namespace digits_af {
 inline constexpr DigitField barometer{"barometer, whole hectopascals", {12, 9, 10, 7}};
 inline constexpr DigitField trend{"trend: 1 rising, 2 steady, 4 falling", {13}};
 inline constexpr DigitField outlook{"forecast: 1 sunny, 2 cloudy, 4 partly cloudy, 8 rain or snow", {14}};
+
+/// Shows every field of the group to `visit`, in the order of the format page.
+template <class Visitor>
+constexpr Visitor each(Visitor visit) {
+    visit(barometer);
+    visit(trend);
+    visit(outlook);
+    return visit;
+}
 }  // namespace digits_af
 
 /// Group BF: rain.
@@ -142,6 +190,16 @@ inline constexpr MomentFields reset_at{{"hour of the counter's last reset", {17,
                                        {"day of the counter's last reset", {19, 20}},
                                        {"month of the counter's last reset, hexadecimal", {22}}};
 inline constexpr FlagField fault{"rain sensor fault", 25, 8};
+
+/// Shows every field of the group to `visit`, in the order of the format page.
+template <class Visitor>
+constexpr Visitor each(Visitor visit) {
+    visit(rate);
+    visit(total);
+    visit(reset_at);
+    visit(fault);
+    return visit;
+}
 }  // namespace digits_bf
 
 /// Group CF: wind, in a train and alone.
@@ -160,27 +218,48 @@ inline constexpr DigitField chill{"wind chill by the station, whole degrees C", 
 inline constexpr FlagField chill_minus{"wind chill is negative", 43, 2};
 inline constexpr FlagField low_battery{"low battery", 47, 8};
 inline constexpr FlagField fault{"wind sensor fault: either bit", 51, 12};
+
+/// Shows every field of the group to `visit`, in the order of the format page.
+template <class Visitor>
+constexpr Visitor each(Visitor visit) {
+    visit(gust);
+    visit(gust_direction);
+    visit(average);
+    visit(average_direction);
+    visit(record_gust);
+    visit(record_direction);
+    visit(record_at);
+    visit(chill);
+    visit(chill_minus);
+    visit(low_battery);
+    visit(fault);
+    return visit;
+}
 }  // namespace digits_cf
 
-/// Which bits of which digits a group's fields use; tells two fields that share one.
+/// Visits the fields of a group and tells whether they are sound: every digit lies between the tag and the checksum,
+/// and no bit has two meanings. A fault mark is a value of a number's digit and takes no bits of its own.
 class DigitUse {
 public:
     constexpr explicit DigitUse(const GroupSpan& span) : last_payload_(2 * span.length - 2) {}
 
-    constexpr DigitUse& add(const DigitField& field) {
+    constexpr void operator()(const DigitField& field) {
         for (std::size_t n = 0; n < field.count(); ++n) {
             const bool masked = n == 0 && field.first_mask != 0;
             take(field.places[n], masked ? field.first_mask : std::uint8_t{15});
         }
-        return *this;
     }
-    constexpr DigitUse& add(const MomentFields& at) { return add(at.hour).add(at.minute).add(at.day).add(at.month); }
-    constexpr DigitUse& add(const FlagField& flag) {
-        take(flag.place, flag.mask);
-        return *this;
+    constexpr void operator()(const MomentFields& at) {
+        (*this)(at.hour);
+        (*this)(at.minute);
+        (*this)(at.day);
+        (*this)(at.month);
+    }
+    constexpr void operator()(const FlagField& flag) { take(flag.place, flag.mask); }
+    constexpr void operator()(const FaultMark& mark) {
+        if (used_[mark.place] == 0) sound_ = false;
     }
 
-    /// True when every digit lies between the tag and the checksum and no bit has two meanings.
     [[nodiscard]] constexpr bool sound() const { return sound_; }
 
 private:
@@ -193,20 +272,10 @@ private:
     std::array<std::uint8_t, 256> used_{};
     bool sound_ = true;
 };
-
-// clang-format off
-static_assert([] { using namespace digits_8f;
-    return DigitUse(span_8f).add(second).add(minute).add(hour).add(day).add(month).add(indoor_humidity)
-        .add(outdoor_humidity).add(humidity_high).add(humidity_high_at).add(humidity_low).add(humidity_low_at)
-        .add(outdoor_over_range).add(high_over_range).sound(); }());
-static_assert([] { using namespace digits_9f;
-    return DigitUse(span_9f).add(indoor).add(indoor_minus).add(outdoor).add(outdoor_minus).add(outdoor_high)
-        .add(outdoor_high_minus).add(outdoor_high_at).add(outdoor_low).add(outdoor_low_minus).add(outdoor_low_at).sound(); }());
-static_assert([] { using namespace digits_af; return DigitUse(span_af).add(barometer).add(trend).add(outlook).sound(); }());
-static_assert([] { using namespace digits_bf; return DigitUse(span_bf).add(rate).add(total).add(reset_at).add(fault).sound(); }());
-static_assert([] { using namespace digits_cf;
-    return DigitUse(span_cf).add(gust).add(gust_direction).add(average).add(average_direction).add(record_gust)
-        .add(record_direction).add(record_at).add(chill).add(chill_minus).add(low_battery).add(fault).sound(); }());
-// clang-format on
+static_assert(digits_8f::each(DigitUse(span_8f)).sound());
+static_assert(digits_9f::each(DigitUse(span_9f)).sound());
+static_assert(digits_af::each(DigitUse(span_af)).sound());
+static_assert(digits_bf::each(DigitUse(span_bf)).sound());
+static_assert(digits_cf::each(DigitUse(span_cf)).sound());
 
 }  // namespace nimbry

@@ -68,6 +68,17 @@ void empty_line(Copy& copy) {
     copy.state.comm.counters.bytes_thrown_away += copy.ports.line.take().size();
 }
 
+std::optional<FrameFault> fill_train_tables(CommState& comm, const Bytes& train) {
+    if (train.size() != train_length) return FrameFault::wrong_length;
+    if (!all_checksums_hold(train)) return FrameFault::bad_checksum;
+    fill(comm.Digits8F, group_of<span_8f>(train));
+    fill(comm.Digits9F, group_of<span_9f>(train));
+    fill(comm.DigitsAF, group_of<span_af>(train));
+    fill(comm.DigitsBF, group_of<span_bf>(train));
+    fill(comm.DigitsCF, group_of<span_cf>(train));
+    return std::nullopt;
+}
+
 void docfgroup(Copy& copy) {
     tagged("docfgroup", [&] {
         CommState& comm = copy.state.comm;
@@ -85,16 +96,9 @@ void docfgroup(Copy& copy) {
 void domaingroup(Copy& copy) {
     tagged("domaingroup", [&] {
         CommState& comm = copy.state.comm;
-        const Bytes& train = comm.RawBytes;
-        if (train.size() != train_length) return refuse_frame(copy, FrameFault::wrong_length);
-        if (!all_checksums_hold(train)) return refuse_frame(copy, FrameFault::bad_checksum);
+        if (const auto fault = fill_train_tables(comm, comm.RawBytes)) return refuse_frame(copy, *fault);
         comm.goodatab = true;
         ++comm.counters.trains;
-        fill(comm.Digits8F, group_of<span_8f>(train));
-        fill(comm.Digits9F, group_of<span_9f>(train));
-        fill(comm.DigitsAF, group_of<span_af>(train));
-        fill(comm.DigitsBF, group_of<span_bf>(train));
-        fill(comm.DigitsCF, group_of<span_cf>(train));
         splitdomain(copy.state);
 
         group_8f(copy);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "engine/core/copy.h"
 #include "engine/station/frame_fault.h"
 
@@ -17,6 +19,9 @@ void docfgroup(Copy& copy);
 /// the group routines run, 8F first; an impossible date ends it after that one. May wait (the cycle at its end).
 /// Bad frames as above: one bad group loses the whole train, and the tables of the train before stay.
 void domaingroup(Copy& copy);
+
+/// Fills the five tables from a train whose length and five checksums hold; else changes nothing and tells why.
+[[nodiscard]] std::optional<FrameFault> fill_train_tables(CommState& comm, const Bytes& train);
 
 /// Sets the raw wind texts from `DigitsCFLone`: `rdatwindgs` "04.2", `rdatwindgd` "225", `rdatwindas`, `rdatwindad`.
 void splitcf(WeatherState& state);

@@ -485,6 +485,53 @@ TEST(OnComm, a_flood_that_shows_at_the_end_of_a_settling_time_is_a_fault_too) {
     EXPECT_EQ(copy.state.comm.counters.bytes_thrown_away, 5027U);
 }
 
+// A device that goes away
+
+TEST(OnComm, a_device_that_has_gone_is_handed_over_after_the_half_second) {
+    LiveLine copy;
+    copy.fault(LineFault::gone);
+    copy.pauses.pause(499ms);
+    EXPECT_TRUE(copy.log_lines().empty());
+    copy.pauses.pause(1ms);
+    ASSERT_EQ(copy.log_lines().size(), 1U);
+    EXPECT_TRUE(copy.log_lines()[0].ends_with(" Serial port lost"));
+    EXPECT_FALSE(copy.state.comm.SerComReady);
+}
+
+TEST(OnComm, whatever_holds_data_off_a_device_that_has_gone_is_handed_over) {
+    for (const HoldOff& c : hold_offs) {
+        SCOPED_TRACE(c.what);
+        LiveLine copy;
+        copy.arrive(Bytes(5, 0x8F));
+        c.set(copy.state, true);
+        copy.fault(LineFault::gone);
+        EXPECT_EQ(copy.state.comm.ErrorWord, "");
+        copy.pauses.pause(500ms);
+        ASSERT_EQ(copy.log_lines().size(), 1U);
+        EXPECT_FALSE(copy.state.comm.dworkingb);
+    }
+}
+
+TEST(OnComm, a_port_that_was_opened_again_within_the_half_second_is_not_lost) {
+    LiveLine copy;
+    copy.fault(LineFault::gone);
+    copy.line.open(std::string(LiveLine::device));
+    copy.pauses.pause(1s);
+    EXPECT_TRUE(copy.log_lines().empty());
+    EXPECT_TRUE(copy.state.comm.SerComReady);
+}
+
+TEST(OnComm, a_device_that_goes_during_the_exit_or_the_opening_is_nobodys_business) {
+    LiveLine closing;
+    closing.state.run.ProgramClosing = true;
+    closing.fault(LineFault::gone);
+    EXPECT_FALSE(closing.oncomm.wake_at());
+    LiveLine opening;
+    opening.state.comm.SerComReady = false;
+    opening.fault(LineFault::gone);
+    EXPECT_FALSE(opening.oncomm.wake_at());
+}
+
 // While a frame is worked on
 
 /// A socket whose sending takes two seconds: the work on a frame that is forwarded waits that long.
