@@ -93,6 +93,47 @@ TEST(MenuExit, BothSavesHaveLetTheirFlagsGo) {
     EXPECT_FALSE(world.state().run.tdaysaving);
 }
 
+TEST(MenuExit, SavesTheDayBeforeItsStopLine) {
+    StartedWorld world;
+    world.send_trains(3);
+    world.journal.clear();
+    world.act([&] { world.engine.menu_exit(); });
+    EXPECT_THAT(world.journal.lines(), testing::IsSupersetOf({"rewrite nimbrTDay.log", "append nbyprog.log"}));
+    EXPECT_EQ(world.journal.lines().back(), "line close");
+    EXPECT_TRUE(world.files.exists("nimbrTDay.log"));
+}
+
+TEST(MenuExit, BeforeTheRecordsHaveBeenFilledLeavesTheDaysFileAlone) {
+    StartedWorld world;
+    world.files.put("nimbrTDay.log", "yesterday's work");
+    world.send_trains(1);
+    world.act([&] { world.engine.menu_exit(); });
+    EXPECT_EQ(world.files.contents("nimbrTDay.log"), "yesterday's work");
+    EXPECT_TRUE(world.engine.gone());
+}
+
+TEST(MenuExit, ASaveThatFailsIsPassedOverAndTheRestStillHappens) {
+    StartedWorld world;
+    world.send_trains(3);
+    world.files.refuse("nimbrTDay.log", FileResult::disk_full);
+    world.act([&] { world.engine.menu_exit(); });
+    EXPECT_TRUE(world.engine.gone());
+    EXPECT_THAT(world.notices.boxes, IsEmpty());
+    EXPECT_EQ(world.engine.exit_status(), 0);
+    EXPECT_THAT(world.log().back(), testing::EndsWith(" Program stopped, normal exit"));
+    EXPECT_FALSE(world.state().run.tdaysaving);
+    EXPECT_FALSE(world.line.is_open());
+}
+
+TEST(MenuExit, AfterAnErrorSavesNothing) {
+    StartedWorld world;
+    world.send_trains(3);
+    world.journal.clear();
+    world.act([&] { report_unrecoverable(world.copy(), {ErrorNumber::index, "OnComm"}); });
+    EXPECT_THAT(world.journal.lines(), testing::Not(testing::Contains("rewrite nimbrTDay.log")));
+    EXPECT_TRUE(world.engine.gone());
+}
+
 TEST(WindowClose, SaysThatItWasForcedAndMakesNoSound) {
     StartedWorld world;
     world.journal.clear();

@@ -201,5 +201,15 @@ TEST(TagOfARoutine, APortThatCannotBeOpenedSpeaksForInitprog) {
     EXPECT_EQ(world.state().run.ExitWord, "Unrecoverable error 61 encountered in initprog.");
 }
 
+TEST(TagOfARoutine, TheRegularSaveSpeaksForTheCycle) {
+    StartedWorld world;
+    world.files.refuse("nimbrTDay.log", FileResult::disk_full);
+    world.send_trains(29);
+    EXPECT_FALSE(world.state().run.HaveError);
+    world.send_trains(1);
+    EXPECT_EQ(world.state().run.ExitWord, "Unrecoverable error 61 encountered in process routine.");
+    EXPECT_EQ(world.engine.exit_status(), 1);
+}
+
 }  // namespace
 }  // namespace nimbry::test
