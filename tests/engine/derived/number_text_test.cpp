@@ -177,6 +177,11 @@ TEST(Trimmed, TakesTheBlanksAtBothEndsAndNoOthers) {
     EXPECT_EQ(trimmed("\ta "), "\ta");
 }
 
+TEST(LowerCase, TurnsAsciiLettersOnly) {
+    EXPECT_EQ(lower_case("Main AZ az 09 \xC4\xB0["), "main az az 09 \xC4\xB0[");
+    EXPECT_EQ(lower_case(""), "");
+}
+
 TEST(Repcomma, TurnsEveryCommaIntoAPoint) {
     EXPECT_EQ(repcomma("12,3"), "12.3");
     EXPECT_EQ(repcomma("12.3"), "12.3");
