@@ -23,7 +23,10 @@ public:
     Address(const std::string& folder, bool in_folder) {
         folder_ = Descriptor(::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
         struct stat facts {};
-        if (!folder_ || ::fstat(folder_.number(), &facts) != 0) return;
+        if (!folder_ || ::fstat(folder_.number(), &facts) != 0) {
+            error_ = errno;
+            return;
+        }
         owner_ = facts.st_uid;
         path_ = in_folder
                     ? "/proc/self/fd/" + std::to_string(folder_.number()) + '/' + kSocketName
@@ -32,6 +35,8 @@ public:
         path_.copy(address_.sun_path, sizeof address_.sun_path - 1);
     }
 
+    /// Why the folder itself cannot be reached; 0 when it can.
+    [[nodiscard]] int error() const { return error_; }
     [[nodiscard]] const sockaddr* get() const {
         return reinterpret_cast<const sockaddr*>(&address_);  // NOLINT: the socket interface's own way
     }
@@ -50,6 +55,7 @@ private:
     std::string path_;
     sockaddr_un address_{};
     uid_t owner_ = 0;
+    int error_ = 0;
 };
 
 std::optional<ucred> other_end(int socket) {
@@ -59,7 +65,12 @@ std::optional<ucred> other_end(int socket) {
     return peer;
 }
 
+/// The listening socket; none, and errno says why, when it cannot be made.
 Descriptor listen_at(const Address& address) {
+    if (address.error() != 0) {
+        errno = address.error();
+        return {};
+    }
     Descriptor listener(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
     // The mode of the socket itself becomes the mode of its name, so nobody else can open it for even an instant.
     if (!listener || ::fchmod(listener.number(), 0600) != 0) return {};
@@ -100,6 +111,7 @@ Descriptor ControlSocket::accept() const {
 ControlConnection connect_to_copy(const std::string& folder) {
     for (const bool in_folder : {true, false}) {
         const Address address(folder, in_folder);
+        if (address.error() != 0) break;
         Descriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
         if (!socket || ::connect(socket.number(), address.get(), Address::size()) != 0) continue;
         const auto peer = other_end(socket.number());

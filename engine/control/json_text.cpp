@@ -34,8 +34,8 @@ JsonObject& JsonObject::field(std::string_view name, std::string_view value) {
     return *this;
 }
 
-JsonObject& JsonObject::field(std::string_view name, bool value) {
-    return field(name, std::string_view(value ? "true" : "false"));
+JsonObject& JsonObject::flag(std::string_view name, bool value) {
+    return field(name, value ? "true" : "false");
 }
 
 std::string JsonObject::text() const {

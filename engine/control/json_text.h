@@ -14,7 +14,7 @@ class JsonObject {
 public:
     /// Adds a field; `value` is written JSON: json_string(), a number, "true", "null", another object.
     JsonObject& field(std::string_view name, std::string_view value);
-    JsonObject& field(std::string_view name, bool value);
+    JsonObject& flag(std::string_view name, bool value);
 
     /// The object: "{...}".
     [[nodiscard]] std::string text() const;

@@ -43,9 +43,9 @@ std::string box_json(const NamedConstBox& named) {
         .field("text", json_text(box.text))
         .field("fore", std::to_string(box.fore))
         .field("back", std::to_string(box.back))
-        .field("visible", box.visible)
-        .field("enabled", box.enabled)
-        .field("checked", box.checked)
+        .flag("visible", box.visible)
+        .flag("enabled", box.enabled)
+        .flag("checked", box.checked)
         .field("tip", json_text(box.tip))
         .field("balloon", json_text(box.balloon))
         .text();

@@ -8,6 +8,7 @@
 #include "platform/qt_datagrams.h"
 #include "platform/stderr_notices.h"
 #include "platform/system_clock.h"
+#include "platform/system_desktop.h"
 #include "tests/support/pseudo_terminal.h"
 #include "tests/world/memory_files.h"
 
@@ -44,7 +45,8 @@ protected:
     QtDatagrams datasock;
     StderrNotices notices;
     SilentSounds sounds;
-    Engine engine{Ports{clock, pauses, files, line, datasock, notices, sounds}};
+    SystemDesktop desktop;
+    Engine engine{Ports{clock, pauses, files, line, datasock, notices, sounds, desktop}};
     EngineLoop loop{engine, pauses, clock, line};
 };
 

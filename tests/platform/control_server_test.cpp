@@ -1,0 +1,378 @@
+#include "platform/control_server.h"
+
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+
+#include <QByteArray>
+#include <algorithm>
+#include <chrono>
+#include <list>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/control_protocol.h"
+#include "platform/loop_pauses.h"
+#include "platform/system_clock.h"
+#include "tests/platform/event_loop.h"
+#include "tests/support/temporary_folder.h"
+
+namespace nimbry::platform::test {
+namespace {
+
+using namespace std::chrono_literals;
+using Words = std::vector<std::string>;
+
+/// The other end of a connection, in the same event loop.
+class TestCaller {
+public:
+    explicit TestCaller(const std::string& folder) : connection_(connect_to_copy(folder)) {}
+
+    [[nodiscard]] bool connected() const { return static_cast<bool>(connection_.socket); }
+    [[nodiscard]] pid_t process() const { return connection_.process; }
+
+    void send(const QByteArray& bytes) const {
+        (void)::send(connection_.socket.number(), bytes.data(), static_cast<std::size_t>(bytes.size()), MSG_NOSIGNAL);
+    }
+    void ask(const Words& words) const { send(request_line(words)); }
+    void hang_up() { connection_.socket.close(); }
+
+    /// Takes what has come. True once the copy has closed the connection.
+    bool read() {
+        char piece[64 * 1024];
+        while (true) {
+            const ssize_t got = ::recv(connection_.socket.number(), piece, sizeof piece, MSG_DONTWAIT);
+            if (got < 0) return errno != EAGAIN;
+            if (got == 0) return true;
+            received_.append(piece, got);
+        }
+    }
+    /// Reads until the copy has closed the connection.
+    std::string answer() {
+        EXPECT_TRUE(run_events_until([this] { return read(); }));
+        return received_.toStdString();
+    }
+    [[nodiscard]] std::string received() const { return received_.toStdString(); }
+
+private:
+    ControlConnection connection_;
+    QByteArray received_;
+};
+
+class ControlServerTest : public testing::Test {
+protected:
+    ControlServerTest() { serve(folder.path()); }
+    ~ControlServerTest() override { pauses.finish(); }
+
+    void serve(const std::string& path, std::chrono::milliseconds patience = 10s) {
+        server.emplace(
+            path, pauses, [this](const Words& words, Asker& asker) { return answering(words, asker); }, patience);
+    }
+    [[nodiscard]] bool comes(const std::function<bool()>& condition) { return run_events_until(condition); }
+
+    TemporaryFolder folder;
+    SystemClock clock;
+    LoopPauses pauses{clock};
+    /// What the copy does with a request; a test puts its own in.
+    std::function<int(const Words&, Asker&)> answering = [](const Words& words, Asker& asker) {
+        for (const std::string& word : words) asker.print(word + '\n');
+        return 0;
+    };
+    std::optional<ControlServer> server;
+};
+
+constexpr const char* kDone = "{\"status\":0}\n";
+
+TEST_F(ControlServerTest, ARequestIsAnsweredAndTheConnectionCloses) {
+    TestCaller caller(folder.path());
+    caller.ask({"one", "two"});
+    EXPECT_EQ(caller.answer(), std::string("{\"out\":\"one\\n\"}\n{\"out\":\"two\\n\"}\n") + kDone);
+    EXPECT_TRUE(comes([this] { return server->callers() == 0; }));
+    EXPECT_EQ(caller.process(), ::getpid());
+}
+
+TEST_F(ControlServerTest, EveryPieceAndTheStatusReachTheCaller) {
+    answering = [](const Words&, Asker& asker) {
+        asker.complain("why");
+        asker.show("picture\n");
+        return 1;
+    };
+    TestCaller caller(folder.path());
+    caller.ask({"x"});
+    EXPECT_EQ(caller.answer(), "{\"err\":\"why\"}\n{\"screen\":\"picture\\n\"}\n{\"status\":1}\n");
+}
+
+TEST_F(ControlServerTest, ArgumentsBecomeTextsOfTheEngine) {
+    Words heard;
+    answering = [&](const Words& words, Asker&) {
+        heard = words;
+        return 0;
+    };
+    TestCaller caller(folder.path());
+    caller.ask({"für → °C"});
+    caller.answer();
+    EXPECT_EQ(heard, Words{"f\xFCr ? \xB0"
+                           "C"});
+}
+
+TEST_F(ControlServerTest, ARequestMayComeByteByByte) {
+    TestCaller caller(folder.path());
+    for (const char byte : request_line({"slow"})) {
+        caller.send(QByteArray(1, byte));
+        run_pending_events();
+    }
+    EXPECT_EQ(caller.answer(), std::string("{\"out\":\"slow\\n\"}\n") + kDone);
+}
+
+TEST_F(ControlServerTest, OnlyTheFirstLineIsARequest) {
+    TestCaller caller(folder.path());
+    caller.send(request_line({"one"}) + request_line({"two"}));
+    EXPECT_EQ(caller.answer(), std::string("{\"out\":\"one\\n\"}\n") + kDone);
+}
+
+TEST_F(ControlServerTest, ARequestThatWaitsHoldsUpNoOther) {
+    bool go = false;
+    answering = [&](const Words& words, Asker& asker) {
+        if (words.front() == "slow") pauses.wait_until([&] { return go; });
+        asker.print(words.front());
+        return 0;
+    };
+    TestCaller slow(folder.path());
+    slow.ask({"slow"});
+    ASSERT_TRUE(comes([this] { return pauses.waiting() == 1; }));
+    TestCaller fast(folder.path());
+    fast.ask({"fast"});
+    EXPECT_EQ(fast.answer(), std::string("{\"out\":\"fast\"}\n") + kDone);
+    EXPECT_EQ(slow.received(), "");
+    go = true;
+    EXPECT_EQ(slow.answer(), std::string("{\"out\":\"slow\"}\n") + kDone);
+}
+
+TEST_F(ControlServerTest, GarbageIsRefused) {
+    const std::string refusal = "{\"err\":\"This is no request\"}\n{\"status\":2}\n";
+    for (const QByteArray& garbage : {QByteArray("GET / HTTP/1.0\r\n"), QByteArray("\n"), QByteArray("\0\0\0\n", 4),
+                                      QByteArray("{\"arguments\":[[]]}\n"), QByteArray(1000, '[') + '\n'}) {
+        TestCaller caller(folder.path());
+        caller.send(garbage);
+        EXPECT_EQ(caller.answer(), refusal);
+    }
+}
+
+TEST_F(ControlServerTest, ARequestWithoutAnEndIsRefusedAtItsGreatestLength) {
+    TestCaller caller(folder.path());
+    caller.send(QByteArray(static_cast<qsizetype>(longest_request) - 1, 'x'));
+    run_pending_events();
+    EXPECT_FALSE(caller.read());
+    EXPECT_EQ(caller.received(), "") << "one byte is still missing";
+    caller.send("x");
+    EXPECT_EQ(caller.answer(), "{\"err\":\"The request is too long\"}\n{\"status\":2}\n");
+}
+
+TEST_F(ControlServerTest, ACallerWhoDoesNotFinishTheRequestIsDropped) {
+    server.reset();
+    serve(folder.path(), 30ms);
+    TestCaller silent(folder.path());
+    TestCaller half(folder.path());
+    half.send("{\"arguments\":[");
+    EXPECT_EQ(silent.answer(), "");
+    EXPECT_EQ(half.answer(), "");
+    EXPECT_TRUE(comes([this] { return server->callers() == 0; }));
+}
+
+TEST_F(ControlServerTest, AnAnswerMayTakeLongerThanTheRequestMay) {
+    server.reset();
+    serve(folder.path(), 30ms);
+    answering = [this](const Words&, Asker& asker) {
+        pauses.pause(100ms);
+        asker.print("late");
+        return 0;
+    };
+    TestCaller caller(folder.path());
+    caller.ask({"x"});
+    EXPECT_EQ(caller.answer(), std::string("{\"out\":\"late\"}\n") + kDone);
+}
+
+TEST_F(ControlServerTest, AVerbSeesThatItsCallerHasGone) {
+    bool noticed = false;
+    answering = [&](const Words&, Asker& asker) {
+        pauses.wait_until([&] { return !asker.listening(); });
+        asker.print("nobody hears this");
+        noticed = true;
+        return 0;
+    };
+    TestCaller caller(folder.path());
+    caller.ask({"x"});
+    ASSERT_TRUE(comes([this] { return pauses.waiting() == 1; }));
+    caller.hang_up();
+    EXPECT_TRUE(comes([&] { return noticed; }));
+    EXPECT_EQ(server->callers(), 0U);
+}
+
+TEST_F(ControlServerTest, ALongAnswerArrivesWhole) {
+    const std::string text(3'000'000, 'w');
+    answering = [&](const Words&, Asker& asker) {
+        asker.print(text);
+        return 0;
+    };
+    TestCaller caller(folder.path());
+    caller.ask({"x"});
+    EXPECT_EQ(caller.answer(), "{\"out\":\"" + text + "\"}\n" + kDone);
+}
+
+TEST_F(ControlServerTest, ACallerWhoDoesNotTakeItsAnswerIsDropped) {
+    bool dropped = false;
+    answering = [&](const Words&, Asker& asker) {
+        for (int n = 0; n < 100 && asker.listening(); ++n) asker.print(std::string(1'000'000, 'w'));
+        dropped = !asker.listening();
+        return 0;
+    };
+    TestCaller caller(folder.path());
+    caller.ask({"x"});
+    EXPECT_TRUE(comes([&] { return dropped; }));
+    EXPECT_TRUE(comes([this] { return server->callers() == 0; }));
+}
+
+TEST_F(ControlServerTest, AnAnswerThatIsNeverFetchedIsGivenUp) {
+    server.reset();
+    serve(folder.path(), 30ms);
+    answering = [](const Words&, Asker& asker) {
+        asker.print(std::string(4'000'000, 'w'));
+        return 0;
+    };
+    TestCaller caller(folder.path());
+    caller.ask({"x"});
+    EXPECT_TRUE(comes([this] { return server->callers() == 1; }));
+    EXPECT_TRUE(comes([this] { return server->callers() == 0; }));
+}
+
+TEST_F(ControlServerTest, ScreensThatACallerHasNoTimeForAreLeftOut) {
+    answering = [](const Words&, Asker& asker) {
+        for (int n = 0; n < 10'000; ++n) asker.show(std::string(10'000, 's'));
+        return asker.listening() ? 0 : 1;
+    };
+    TestCaller caller(folder.path());
+    caller.ask({"x"});
+    const std::string answer = caller.answer();
+    EXPECT_TRUE(answer.ends_with(kDone));
+    EXPECT_LT(answer.size(), 2'000'000U);
+}
+
+TEST_F(ControlServerTest, MoreCallersThanThereIsRoomForAreTurnedAway) {
+    std::list<TestCaller> callers;
+    for (std::size_t n = 0; n < ControlServer::most_callers; ++n) callers.emplace_back(folder.path());
+    ASSERT_TRUE(comes([this] { return server->callers() == ControlServer::most_callers; }));
+
+    TestCaller late(folder.path());
+    EXPECT_EQ(late.answer(), "{\"err\":\"Too many requests at a time: try again\"}\n{\"status\":1}\n");
+
+    callers.pop_front();
+    ASSERT_TRUE(comes([this] { return server->callers() < ControlServer::most_callers; }));
+    TestCaller next(folder.path());
+    next.ask({"x"});
+    EXPECT_EQ(next.answer(), std::string("{\"out\":\"x\\n\"}\n") + kDone);
+}
+
+TEST_F(ControlServerTest, ItEndsWithCallersStillThere) {
+    TestCaller silent(folder.path());
+    TestCaller asked(folder.path());
+    answering = [this](const Words&, Asker&) {
+        pauses.pause(1h);
+        return 0;
+    };
+    asked.ask({"x"});
+    ASSERT_TRUE(comes([this] { return pauses.waiting() == 1; }));
+    pauses.finish();
+    server.reset();
+    EXPECT_TRUE(comes([&] { return silent.read() && asked.read(); }));
+    EXPECT_FALSE(TestCaller(folder.path()).connected());
+}
+
+TEST_F(ControlServerTest, TheSocketLiesInTheFolderForItsOwnerAloneAndGoesWithTheCopy) {
+    struct stat facts {};
+    ASSERT_EQ(::lstat(folder.path("nimbry.socket").c_str(), &facts), 0);
+    EXPECT_TRUE(S_ISSOCK(facts.st_mode));
+    EXPECT_EQ(facts.st_mode & 0777U, 0600U);
+    server.reset();
+    EXPECT_EQ(folder.count(), 0);
+    EXPECT_FALSE(TestCaller(folder.path()).connected());
+}
+
+TEST_F(ControlServerTest, AnotherUserCannotOpenIt) {
+    if (::geteuid() != 0) GTEST_SKIP() << "only root can become another user";
+    std::filesystem::permissions(folder.path(), std::filesystem::perms::all);
+    const OrdinaryUser user;
+    EXPECT_FALSE(TestCaller(folder.path()).connected());
+}
+
+TEST_F(ControlServerTest, AnotherUsersCopyCountsOnlyForTheOwnerOfTheFolder) {
+    if (::geteuid() != 0) GTEST_SKIP() << "only root can become another user";
+    server.reset();
+    std::filesystem::permissions(folder.path(), std::filesystem::perms::all);
+    {
+        const OrdinaryUser user;
+        serve(folder.path());
+        ASSERT_EQ(server->error(), "");
+    }
+    EXPECT_FALSE(TestCaller(folder.path()).connected()) << "a stranger's socket in root's folder";
+    OrdinaryUser::give(folder.path());
+    EXPECT_TRUE(TestCaller(folder.path()).connected()) << "root asks the copy of the folder's owner";
+}
+
+TEST_F(ControlServerTest, AFoldersNameMayBeOfAnyLength) {
+    std::string deep = folder.path();
+    for (int n = 0; n < 6; ++n) deep += '/' + std::string(200, 'n');
+    std::filesystem::create_directories(deep);
+    server.reset();
+    serve(deep);
+    EXPECT_EQ(server->error(), "");
+    EXPECT_TRUE(std::filesystem::exists(deep + "/nimbry.socket"));
+    TestCaller caller(deep);
+    caller.ask({"x"});
+    EXPECT_EQ(caller.answer(), std::string("{\"out\":\"x\\n\"}\n") + kDone);
+}
+
+TEST_F(ControlServerTest, TheSocketOfAKilledCopyIsReplaced) {
+    server.reset();
+    {
+        // What a killed copy leaves: a name that nobody listens at.
+        const Descriptor left(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        folder.path("nimbry.socket").copy(address.sun_path, sizeof address.sun_path - 1);
+        ASSERT_EQ(::bind(left.number(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    }
+    ASSERT_TRUE(folder.holds("nimbry.socket"));
+    EXPECT_FALSE(TestCaller(folder.path()).connected());
+    serve(folder.path());
+    EXPECT_TRUE(TestCaller(folder.path()).connected());
+}
+
+TEST_F(ControlServerTest, WhereTheFolderTakesNoSocketTheCopyIsReachedAllTheSame) {
+    server.reset();
+    folder.put("nimbry.socket", "somebody's file");
+    serve(folder.path());
+    EXPECT_EQ(server->error(), "");
+    EXPECT_EQ(folder.contents("nimbry.socket"), "somebody's file");
+    EXPECT_TRUE(TestCaller(folder.path()).connected());
+
+    struct stat facts {};
+    ASSERT_EQ(::stat(folder.path().c_str(), &facts), 0);
+    const std::string name =
+        "/tmp/nimbry-" + std::to_string(facts.st_dev) + '-' + std::to_string(facts.st_ino) + ".socket";
+    EXPECT_TRUE(std::filesystem::exists(name));
+    server.reset();
+    EXPECT_FALSE(std::filesystem::exists(name));
+}
+
+TEST_F(ControlServerTest, AMissingFolderHasNoSocketAndNoCopy) {
+    server.reset();
+    serve(folder.path("missing"));
+    EXPECT_EQ(server->error(), "No such file or directory");
+    EXPECT_FALSE(TestCaller(folder.path("missing")).connected());
+}
+
+}  // namespace
+}  // namespace nimbry::platform::test

@@ -1,0 +1,202 @@
+#include <gtest/gtest.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <csignal>
+#include <string>
+#include <vector>
+
+#include "tests/system/running_copy.h"
+#include "tests/system/station_line.h"
+
+namespace nimbry::system_test {
+namespace {
+
+/// What nimbryctl said to one question.
+struct Said {
+    Ending ending;
+    std::string out, err;
+};
+
+Said ask(const std::vector<std::string>& arguments, const Process::Setting& setting = {}) {
+    Process nimbryctl(NIMBRYCTL, arguments, setting);
+    const Ending ending = nimbryctl.ending();
+    return {ending, nimbryctl.standard_output(), nimbryctl.standard_error()};
+}
+
+class NimbryctlTest : public testing::Test {
+protected:
+    /// Asks the copy of the test's folder.
+    [[nodiscard]] Said ask_copy(std::vector<std::string> words) const {
+        words.insert(words.begin(), {"--dir", folder.path()});
+        return ask(words);
+    }
+    /// Two trains: the second one's readings are shown.
+    void send_trains() {
+        for (int taken = 1; taken <= 2; ++taken) {
+            station.send(train_of_now());
+            ASSERT_TRUE(eventually([&] { return copy->frames("trains") == taken; }));
+        }
+    }
+    /// Starts the copy, and lets it take its first trains when `with_trains`.
+    void start(bool with_trains = false) {
+        folder.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\n");
+        copy.emplace(folder, station.device());
+        ASSERT_TRUE(copy->listens());
+        if (with_trains) send_trains();
+    }
+
+    TemporaryFolder folder;
+    StationLine station;
+    std::optional<RunningCopy> copy;
+};
+
+TEST_F(NimbryctlTest, WithoutARunningCopyItEndsWith4) {
+    const Said said = ask_copy({"status"});
+    EXPECT_EQ(said.ending, exited(4));
+    EXPECT_EQ(said.out, "");
+    EXPECT_EQ(said.err, "nimbryctl: no copy of Nimbry runs in " + folder.path() + '\n');
+    EXPECT_EQ(ask({"--dir", folder.path("missing"), "status"}).ending, exited(4));
+    EXPECT_FALSE(folder.holds("missing")) << "who only asks makes no folder";
+}
+
+TEST_F(NimbryctlTest, BadUsageEndsWith2AndOneLine) {
+    start();
+    for (const std::vector<std::string>& words : {std::vector<std::string>{},
+                                                  {"tell"},
+                                                  {"--loud"},
+                                                  {"--dir"},
+                                                  {"--dir", ""},
+                                                  {"--dir", folder.path()},
+                                                  {"--dir", folder.path(), "get", "Main"},
+                                                  {"--dir", folder.path(), "status", "--xml"}}) {
+        const Said said = ask(words);
+        SCOPED_TRACE(testing::PrintToString(words));
+        EXPECT_EQ(said.ending, exited(2));
+        EXPECT_EQ(said.out, "");
+        EXPECT_EQ(std::count(said.err.begin(), said.err.end(), '\n'), 1) << said.err;
+    }
+}
+
+TEST_F(NimbryctlTest, HelpAndVersionNeedNoCopy) {
+    EXPECT_EQ(ask({"--version"}).out, "nimbryctl 2.02\n");
+    const Said help = ask({"--help"});
+    EXPECT_EQ(help.ending, exited(0));
+    for (const char* verb : {"boxes", "status", "notices", "panel", "get", "set", "prune-log", "stop"}) {
+        EXPECT_NE(help.out.find(std::string("\n  ") + verb), std::string::npos) << verb;
+    }
+}
+
+TEST_F(NimbryctlTest, TheFolderMayBeNamedByTheEnvironment) {
+    start();
+    const Process::Setting named{{{"NIMBRY_HOME", folder.path()}}, {}};
+    EXPECT_EQ(ask({"status"}, named).ending, exited(0));
+    EXPECT_EQ(ask({"--dir=" + folder.path(), "status"}).ending, exited(0));
+}
+
+TEST_F(NimbryctlTest, BoxesShowWhatTheStationSaid) {
+    start(true);
+    EXPECT_EQ(ask_copy({"boxes", "Text2(0)", "Text2(4)"}).out, "Text2(0)\t+12.3 °C\nText2(4)\t 1013 mB\n");
+    const auto boxes = QJsonDocument::fromJson(QByteArray::fromStdString(ask_copy({"boxes", "--json"}).out)).array();
+    EXPECT_GT(boxes.size(), 100);
+    for (const QJsonValue box : boxes) {
+        const QJsonObject object = box.toObject();
+        EXPECT_EQ(object.keys().join(' '), "back balloon checked enabled fore name text tip visible");
+        EXPECT_TRUE(object["back"].isDouble() && object["visible"].isBool() && object["text"].isString());
+    }
+    const Said wrong = ask_copy({"boxes", "Text2(99)"});
+    EXPECT_EQ(wrong.ending, exited(1));
+    EXPECT_EQ(wrong.err, "There is no box Text2(99)\n");
+}
+
+TEST_F(NimbryctlTest, StatusIsTheSameAsLinesAndAsJson) {
+    start(true);
+    const QJsonObject status = copy->status();
+    EXPECT_EQ(status["role"].toString(), "alone");
+    EXPECT_EQ(status["folder"].toString().toStdString(), folder.path());
+    EXPECT_TRUE(status["fullystarted"].isBool());
+    EXPECT_TRUE(status["uploads"].toObject()["ftp"].toObject()["last_end"].isNull());
+    EXPECT_EQ(status["serial"].toObject()["device"].toString().toStdString(), station.device());
+    const std::string lines = ask_copy({"status"}).out;
+    EXPECT_NE(lines.find("\nserial.device\t" + station.device() + "\nserial.open\ttrue\n"), std::string::npos);
+    EXPECT_NE(lines.find("\nframes.trains\t2\n"), std::string::npos);
+}
+
+TEST_F(NimbryctlTest, ASettingIsSetInTheFileAndInTheCopy) {
+    start();
+    EXPECT_EQ(ask_copy({"set", "Main", "WebComment", "Grüße, 20 °C"}).ending, exited(0));
+    EXPECT_EQ(ask_copy({"get", "Main", "WebComment"}).out, "Grüße, 20 °C\n");
+    EXPECT_NE(folder.contents("Nimbry.ini")
+                  .find("WebComment=Gr\xFC\xDF"
+                        "e, 20 \xB0"
+                        "C\r\n"),
+              std::string::npos);
+    const Said unknown = ask_copy({"set", "Main", "Colour", "blue"});
+    EXPECT_EQ(unknown.ending, exited(1));
+    EXPECT_EQ(unknown.err, "Nimbry knows no key Colour in section Main\n");
+}
+
+TEST_F(NimbryctlTest, TheProgramLogIsPrunedWhenItIsMeant) {
+    folder.put("nbyprog.log", "1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n9\r\n");  // the start adds two
+    start();
+    EXPECT_EQ(ask_copy({"prune-log"}).ending, exited(1));
+    EXPECT_EQ(copy->log().size(), 11U);
+    EXPECT_EQ(ask_copy({"prune-log", "--yes"}).ending, exited(0));
+    EXPECT_EQ(copy->log().size(), 10U);
+    EXPECT_EQ(copy->log().front(), "2");
+}
+
+TEST_F(NimbryctlTest, StopReturnsWhenTheCopyHasGone) {
+    start();
+    const Said said = ask_copy({"stop"});
+    EXPECT_EQ(said.ending, exited(0));
+    EXPECT_EQ(said.out + said.err, "");
+    EXPECT_FALSE(copy->runs());
+    EXPECT_EQ(copy->ending(), exited(0));
+    EXPECT_TRUE(copy->last_logged().ends_with(" Program stopped, normal exit"));
+    EXPECT_FALSE(folder.holds("nimbry.socket"));
+    EXPECT_FALSE(folder.holds("nimbry.lock"));
+}
+
+TEST_F(NimbryctlTest, ThePanelIsShownAtEveryTrainAndEndsWithTheCopy) {
+    start();
+    Process panel(NIMBRYCTL, {"--dir", folder.path(), "panel"});
+    ASSERT_TRUE(eventually([&] { return panel.standard_output().find("Program Starting") != std::string::npos; }));
+    EXPECT_EQ(panel.standard_output().find("+12.3 °C"), std::string::npos);
+    send_trains();
+    EXPECT_TRUE(eventually([&] { return panel.standard_output().find("+12.3 °C") != std::string::npos; }));
+    EXPECT_EQ(panel.standard_output().find('\x1b'), std::string::npos) << "a file gets no signs for a terminal";
+    copy->signal(SIGTERM);
+    EXPECT_EQ(panel.ending(), exited(0));
+
+    EXPECT_EQ(copy->ending(), exited(0));
+}
+
+TEST_F(NimbryctlTest, ThePanelCanBePrintedOnce) {
+    start(true);
+    const Said said = ask_copy({"panel", "--once"});
+    EXPECT_EQ(said.ending, exited(0));
+    EXPECT_NE(said.out.find(" Outdoor Temp.     +12.3 °C"), std::string::npos) << said.out;
+}
+
+TEST_F(NimbryctlTest, ACopyThatIsKilledLeavesNothingInTheWay) {
+    start();
+    copy->signal(SIGKILL);
+    copy->ending();
+    EXPECT_TRUE(folder.holds("nimbry.socket"));
+    EXPECT_EQ(ask_copy({"status"}).ending, exited(4));
+    start();
+    EXPECT_EQ(ask_copy({"status"}).ending, exited(0));
+}
+
+TEST_F(NimbryctlTest, AFolderWithALongNameHasItsCopyAnswering) {
+    const std::string deep = folder.path(std::string(200, 'n') + '/' + std::string(200, 'n'));
+    Process nimbryd(NIMBRYD, {"--dir", deep, "--device", station.device()});
+    EXPECT_TRUE(eventually([&] { return ask({"--dir", deep, "status"}).ending == exited(0); }));
+    EXPECT_EQ(ask({"--dir", deep, "stop"}).ending, exited(0));
+    EXPECT_EQ(nimbryd.ending(), exited(0));
+}
+
+}  // namespace
+}  // namespace nimbry::system_test
