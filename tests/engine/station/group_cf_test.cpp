@@ -99,6 +99,19 @@ TEST_F(GroupCF, KeepsTheHighestGustsUntilSomebodyClearsThem) {
     EXPECT_DOUBLE_EQ(readings.MaxGustToday, 19.4);
 }
 
+TEST_F(GroupCF, ACalmGustAdvancesTheMetricMaximaAndNotTheShownOnes) {
+    use(WindUnit::ms);
+    station.wind.gust_ms = 0.1;
+    train();
+    EXPECT_EQ(panel.Text2[6].text, "Calm");
+    EXPECT_EQ(readings.MaxGustMs, "0.1");
+    EXPECT_DOUBLE_EQ(readings.GustMph, 0.2);
+    EXPECT_DOUBLE_EQ(readings.MaxGustMph, 0.2);
+    EXPECT_EQ(readings.PeakGust, 0);
+    EXPECT_EQ(readings.MaxGustToday, 0);
+    EXPECT_EQ(readings.wstempsng, 0);
+}
+
 TEST_F(GroupCF, GustsAreComparedAsNumbersNotAsTexts) {
     station.wind.gust_ms = 9.0;
     train();
