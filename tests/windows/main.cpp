@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <QtGlobal>
+
 #include <QApplication>
 #include <QString>
 #include <cstdio>
@@ -8,6 +10,8 @@
 
 // Runs the window tests, or with `--screens DIR` writes pictures of the windows into a folder.
 int main(int argc, char** argv) {
+    // Without a screen of its own the tests paint off screen, also where ctest only asks for their names.
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     testing::InitGoogleTest(&argc, argv);
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
