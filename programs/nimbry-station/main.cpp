@@ -1,9 +1,14 @@
+#include <cerrno>
+#include <chrono>
 #include <cstdio>
+#include <cstring>
 #include <ctime>
+#include <exception>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <span>
+#include <sstream>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <variant>
@@ -12,6 +17,7 @@
 #include "programs/nimbry-station/options.h"
 #include "programs/nimbry-station/patience.h"
 #include "programs/nimbry-station/performance.h"
+#include "programs/nimbry-station/recording.h"
 #include "programs/nimbry-station/station.h"
 
 using namespace nimbry::simulator;
@@ -20,17 +26,18 @@ namespace {
 
 constexpr int ended = 0, failed = 1, bad_usage = 2;
 
-/// A file that cannot be read or understood; what() is a sentence for the user.
+/// A file that cannot be read, understood or written; what() is a sentence for the user.
 class FileFailure : public std::runtime_error {
 public:
-    using std::runtime_error::runtime_error;
+    FileFailure(const std::string& path, const std::string& what) : std::runtime_error(path + ": " + what) {}
 };
 
 std::string read_whole(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
-    std::string text{std::istreambuf_iterator<char>(file), {}};
-    if (!file.is_open() || file.bad()) throw FileFailure(path + ": cannot be read");
-    return text;
+    std::ostringstream text;
+    text << file.rdbuf();
+    if (!file.is_open() || file.bad()) throw FileFailure(path, std::string("cannot be read: ") + std::strerror(errno));
+    return text.str();
 }
 
 nimbry::CivilTime computer_time() {
@@ -40,7 +47,7 @@ nimbry::CivilTime computer_time() {
     return nimbry::CivilTime(std::chrono::seconds(now + local.tm_gmtoff));
 }
 
-std::unique_ptr<Source> make_source(const Options& options) {
+StationPlay station_play(const Options& options) {
     StationPlay play{.seed = options.seed,
                      .start = options.start ? *options.start : computer_time(),
                      .speed = options.speed,
@@ -48,49 +55,85 @@ std::unique_ptr<Source> make_source(const Options& options) {
     if (!options.scenario.empty()) {
         ScenarioReading read = read_scenario(read_whole(options.scenario), play.start);
         if (read.error) {
-            throw FileFailure(options.scenario + ": line " + std::to_string(read.error->line) + ": " +
-                              read.error->what);
+            throw FileFailure(options.scenario, "line " + std::to_string(read.error->line) + ": " + read.error->what);
         }
         play.scenario = std::move(read.steps);
     }
-    return std::make_unique<Station>(std::move(play));
+    return play;
 }
+
+std::unique_ptr<Source> recording(const Options& options) {
+    const nimbry::StreamReading read = nimbry::read_stream(read_whole(options.play));
+    if (!read.stream) throw FileFailure(options.play, read.error);
+    return std::make_unique<Recording>(*read.stream, options.speed);
+}
+
+/// Writes a recording as it goes, so that one that is ended in any way can be read.
+class Recorder {
+public:
+    /// Nothing is recorded to the path "".
+    Recorder(const std::string& path, const nimbry::StreamFile& head) : path_(path) {
+        if (!path_.empty()) file_.open(path_, std::ios::binary | std::ios::trunc);
+        write(nimbry::write_stream_head(head));
+    }
+    void note(const Deed& deed) {
+        if (const auto piece = piece_of(deed)) write(nimbry::write_stream_piece(*piece));
+    }
+
+private:
+    void write(const std::string& text) {
+        if (path_.empty()) return;
+        file_ << text << std::flush;
+        if (!file_) throw FileFailure(path_, "cannot be written");
+    }
+
+    std::string path_;
+    std::ofstream file_;
+};
 
 std::unique_ptr<Line> make_line(const Options& options) {
     if (options.device.empty()) return std::make_unique<PseudoTerminal>(options.link);
     return std::make_unique<SerialDevice>(options.device);
 }
 
-int play(const Options& options) {
+void run(const Options& options) {
     Patience patience;
-    const auto source = make_source(options);
-    const auto line = make_line(options);
+    StationPlay play;
+    std::unique_ptr<Source> source;
+    if (options.play.empty()) {
+        play = station_play(options);
+        source = std::make_unique<Station>(play);
+    } else {
+        source = recording(options);
+    }
+    Recorder recorder(options.record, recording_of(play));
+    const std::unique_ptr<Line> line = make_line(options);
     std::printf("ready %s\n", (options.device.empty() ? options.link : options.device).c_str());
     std::fflush(stdout);
-    perform(*source, *line, patience);
-    return ended;
+    perform(*source, *line, patience, [&](const Deed& deed) { recorder.note(deed); });
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     const std::span<const char* const> arguments(argv, static_cast<std::size_t>(argc));
-    const auto parsed = parse_options(arguments.subspan(std::min<std::size_t>(1, arguments.size())));
+    const auto parsed = parse_options(arguments.empty() ? arguments : arguments.subspan(1));
     if (const auto* error = std::get_if<UsageError>(&parsed)) {
         std::fprintf(stderr, "nimbry-station: %s (--help tells more)\n", error->what.c_str());
         return bad_usage;
     }
     const Options& options = std::get<Options>(parsed);
     if (options.help) {
-        std::printf("%s", std::string(help_text()).c_str());
+        std::fputs(std::string(help_text()).c_str(), stdout);
         return ended;
     }
     if (options.version) {
-        std::printf("nimbry-station %s\n", NIMBRY_VERSION);
+        std::puts("nimbry-station " NIMBRY_VERSION);
         return ended;
     }
     try {
-        return play(options);
+        run(options);
+        return ended;
     } catch (const std::exception& why) {
         std::fprintf(stderr, "nimbry-station: %s\n", why.what());
         return failed;

@@ -20,12 +20,13 @@ inline constexpr LineTime frame_pause{60'000};
 /// One thing that happens on the line.
 struct Deed {
     enum class What {
-        send,    ///< `bytes` go out, byte_time apart
+        send,    ///< `bytes` go out, `pace` apart
         unplug,  ///< the line goes away
         replug,  ///< it is there again
     } what = What::send;
     LineTime at{0};  ///< when it begins, never before the end of the deed before it
     Bytes bytes{};
+    LineTime pace = byte_time;  ///< zero: all at once
 };
 
 /// Who tells what happens on the line, deed by deed.

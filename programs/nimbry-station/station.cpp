@@ -49,7 +49,7 @@ std::optional<Deed> Station::take_step() {
             if (action.before) {
                 damage_.await(action);
             } else if (plugged_ && !silent_) {
-                Deed deed{Deed::What::send, at, damage_.bytes_of(action)};
+                Deed deed{.what = Deed::What::send, .at = at, .bytes = damage_.bytes_of(action)};
                 line_free_ = std::max(line_free_, at + byte_time * static_cast<long>(deed.bytes.size()));
                 return deed;
             }
@@ -58,7 +58,7 @@ std::optional<Deed> Station::take_step() {
         } else if constexpr (std::is_same_v<Kind, Plug>) {
             if (plugged_ == action.in) return std::nullopt;
             plugged_ = action.in;
-            return Deed{plugged_ ? Deed::What::replug : Deed::What::unplug, at};
+            return Deed{.what = plugged_ ? Deed::What::replug : Deed::What::unplug, .at = at};
         } else {
             console_.apply(action);
         }
@@ -71,7 +71,8 @@ Deed Station::send_frame(LineTime at) {
     console_.live_to(play_.start + frame_moment());
     const bool train = frame_ % 2 == 0;
     ++frame_;
-    Deed deed{Deed::What::send, at, damage_.strike(train ? console_.train() : console_.lone_wind())};
+    const Bytes frame = train ? console_.train() : console_.lone_wind();
+    Deed deed{.what = Deed::What::send, .at = at, .bytes = damage_.strike(frame)};
     line_free_ = at + byte_time * static_cast<long>(deed.bytes.size()) + frame_pause;
     frame_sent_ = true;
     return deed;

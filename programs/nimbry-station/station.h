@@ -46,9 +46,9 @@ private:
     StationPlay play_;
     Console console_;
     Damage damage_;
-    std::size_t step_ = 0;   ///< the next of the scenario
-    long frame_ = 0;         ///< the next on the line; trains are the even ones
-    LineTime line_free_{0};  ///< when a frame may begin again
+    std::size_t step_ = 0;     ///< the next of the scenario
+    long frame_ = 0;           ///< the next on the line; trains are the even ones
+    LineTime line_free_{0};    ///< when a frame may begin again
     bool frame_sent_ = false;  ///< the last deed was a frame
     bool silent_ = false;
     bool plugged_ = true;
