@@ -7,6 +7,10 @@ class QLockFile;
 
 namespace nimbry::platform {
 
+/// What a second copy tells before it ends.
+inline constexpr const char* already_running_text =
+    "Nimbry is already running on this computer,\r\nYou can not run more than one instance of the program";
+
 /// One running copy per folder: the file `nimbry.lock` in it, held from take() to the end of this object. The lock of a
 /// copy that was killed is taken over at once; one that a copy on another machine holds (a folder on a share) is not.
 class InstanceLock {

@@ -14,6 +14,16 @@ namespace {
 
 constexpr int radius = 8;
 constexpr int icon_size = 24;
+/// Lines that are no longer than this are not broken.
+constexpr int most_width = 420;
+
+int longest_line(const QLabel& label) {
+    int longest = 0;
+    for (const QString& line : label.text().split(u'\n')) {
+        longest = std::max(longest, label.fontMetrics().horizontalAdvance(line) + 2);
+    }
+    return longest;
+}
 
 }  // namespace
 
@@ -68,7 +78,9 @@ void BalloonTip::take(const Balloon& balloon) {
     setAccessibleName(title_.text());
     setAccessibleDescription(text_.text());
 
-    const int width = std::max(least_size.width(), minimumSizeHint().width());
+    const int margins = layout()->contentsMargins().left() + layout()->contentsMargins().right();
+    const int width =
+        std::max({least_size.width(), minimumSizeHint().width(), std::min(longest_line(text_) + margins, most_width)});
     resize(width, std::max(least_size.height(), layout()->totalHeightForWidth(width)));
     auto_close_.stop();
     if (!stays) auto_close_.start(balloon.closes_after);

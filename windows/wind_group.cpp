@@ -74,8 +74,8 @@ WindGroup::WindGroup(const WeatherState& state, BoxBinding& binding, QWidget* pa
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(inner_margins());
     row->setSpacing(8);
-    row->addWidget(rose, 5);
-    row->addLayout(column, 4);
+    row->addWidget(rose, 1);
+    row->addLayout(column);
 }
 
 }  // namespace nimbry::windows

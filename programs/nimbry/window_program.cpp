@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "engine/control/verbs.h"
 #include "engine/core/engine.h"
 #include "engine/core/event.h"
 #include "engine/core/program_log.h"
@@ -11,12 +12,15 @@
 #include "engine/core/switches.h"
 #include "engine/displays/main_window.h"
 #include "platform/canberra_sounds.h"
+#include "platform/control_server.h"
 #include "platform/disk_files.h"
 #include "platform/engine_loop.h"
 #include "platform/loop_pauses.h"
 #include "platform/qt_datagrams.h"
 #include "platform/qt_serial_line.h"
+#include "platform/stderr_notices.h"
 #include "platform/system_clock.h"
+#include "platform/system_desktop.h"
 #include "windows/form1.h"
 #include "windows/small_windows.h"
 #include "windows/splash.h"
@@ -36,12 +40,22 @@ public:
           files_(folder),
           notices_(pauses_),
           sounds_(files_),
-          engine_(Ports{clock_, pauses_, files_, line_, datasock_, notices_, sounds_}),
+          engine_(Ports{clock_, pauses_, files_, line_, datasock_, notices_, sounds_, desktop_}),
           loop_(engine_, pauses_, clock_, line_) {}
 
     ~WindowProgram() { notices_.set_main_window(nullptr); }
     WindowProgram(const WindowProgram&) = delete;
     WindowProgram& operator=(const WindowProgram&) = delete;
+
+    /// Lets nimbryctl reach this copy.
+    void open_control(const std::string& folder) {
+        control_.emplace(folder, pauses_, [this](const std::vector<std::string>& arguments, Asker& asker) {
+            return static_cast<int>(answer_request(copy(), arguments, asker));
+        });
+        if (!control_->error().empty()) {
+            write_line_to_stderr("Nimbry: nimbryctl cannot reach this copy: " + control_->error());
+        }
+    }
 
     int run(const std::string& device) {
         // There is no setup window to wait for in a first run: the settings stay as they are.
@@ -124,7 +138,9 @@ private:
     QtDatagrams datasock_;
     WindowNotices notices_;
     CanberraSounds sounds_;
+    SystemDesktop desktop_;
     Engine engine_;
+    std::optional<ControlServer> control_;
     EngineLoop loop_;
     std::optional<Splash> splash_;
     std::optional<Form1> form_;
@@ -133,8 +149,10 @@ private:
 
 }  // namespace
 
-int run_with_window(const std::string& folder, const std::string& device) {
-    return WindowProgram(folder).run(device);
+int run_with_window(const std::string& folder, const std::string& device, bool has_lock) {
+    WindowProgram program(folder);
+    if (has_lock) program.open_control(folder);
+    return program.run(device);
 }
 
 }  // namespace nimbry

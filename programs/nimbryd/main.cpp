@@ -68,9 +68,7 @@ int run(const CommandLine& command_line) {
     InstanceLock lock(folder.path);
     const InstanceLock::Result taken = lock.take();
     if (taken == InstanceLock::Result::other_instance) {
-        StderrNotices().box({.title = "Nimbry",
-                             .text = "Nimbry is already running on this computer,\r\n"
-                                     "You can not run more than one instance of the program"});
+        StderrNotices().box({.title = "Nimbry", .text = already_running_text});
         return other_instance;
     }
     // A folder that takes no lock takes no program log either, and that is how the copy reports it.

@@ -3,9 +3,17 @@
 #include <QApplication>
 #include <QDir>
 #include <QMenu>
+#include <QPainter>
 
 #include "tests/windows/sample_states.h"
+#include "windows/about_window.h"
+#include "windows/balloon_tip.h"
 #include "windows/form1.h"
+#include "windows/message_dialog.h"
+#include "windows/sensor_window.h"
+#include "windows/splash.h"
+#include "windows/status_window.h"
+#include "windows/text_window.h"
 
 namespace nimbry::test {
 namespace {
@@ -28,9 +36,10 @@ class Camera {
 public:
     explicit Camera(const QString& folder) : folder_(folder) { QDir().mkpath(folder); }
 
-    void take(QWidget& widget, const QString& name) {
+    void take(QWidget& widget, const QString& name) { keep(widget.grab(), name); }
+    void keep(const QPixmap& pixmap, const QString& name) {
         const int scale = qRound(qApp->devicePixelRatio() * 100);
-        if (widget.grab().save(QStringLiteral("%1/%2-%3.png").arg(folder_, name).arg(scale))) ++taken_;
+        if (pixmap.save(QStringLiteral("%1/%2-%3.png").arg(folder_, name).arg(scale))) ++taken_;
     }
     [[nodiscard]] int taken() const { return taken_; }
 
@@ -64,6 +73,65 @@ void take_main_window(Camera& camera, const QString& theme) {
     }
 }
 
+/// Windows that stand beside the main one.
+void take_small_windows(Camera& camera, const QString& theme) {
+    const auto take = [&](QWidget& window, const char* name) {
+        window.show();
+        QApplication::processEvents();
+        camera.take(window, QStringLiteral("%1-%2").arg(QString::fromLatin1(name), theme));
+    };
+    windows::Splash splash;
+    take(splash, "splash");
+    windows::SensorWindow sensor;
+    take(sensor, "sensor");
+    windows::AboutWindow about("Nimbry|202|251003");
+    take(about, "about");
+    windows::StatusWindow status;
+    status.show_text(QStringLiteral("Receiving grafdata.dat"));
+    take(status, "status");
+    windows::MessageDialog question({.text = "COM Port Error,\r\nPlease check that the selected port exists\r\nClick "
+                                             "Retry, or Cancel to Quit.",
+                                     .choices = Choices::retry_cancel});
+    take(question, "question");
+    windows::TextWindow log;
+    log.show_text(QStringLiteral("nbyprog.log"),
+                  QString(52, u'*') + QStringLiteral("\n05 Oct 2026 14:00:00 (Computer time) Program started\n"
+                                                     "05 Oct 2026 14:07:20 A wind sensor error occurred\n"));
+    take(log, "log");
+}
+
+/// The main window with a notice on it, and with each menu open.
+void take_what_opens(Camera& camera, const QString& theme) {
+    WeatherState state;
+    fill_with_trouble(state);
+    windows::Form1 window(state, some_actions());
+    window.show();
+    QApplication::processEvents();
+    const auto take_with = [&](QWidget& other, const QString& name) {
+        QPixmap whole = window.grab();
+        QPainter painter(&whole);
+        painter.drawPixmap(window.mapFromGlobal(other.pos()), other.grab());
+        painter.end();
+        camera.keep(whole, name);
+    };
+    windows::BalloonTip tip(&window);
+    const QWidget* anchor = window.widget_of("TxtWindChill");
+    tip.show_at({.title = "Comms Error",
+                 .text = "No data is being received from the weather station\r\nor the data being received is faulty.",
+                 .icon = "!"},
+                QRect(anchor->mapToGlobal(QPoint(0, 0)), anchor->size()));
+    QApplication::processEvents();
+    take_with(tip, QStringLiteral("notice-") + theme);
+    tip.hide();
+    for (QAction* entry : window.menuBar()->actions()) {
+        if (entry->menu() == nullptr) continue;
+        entry->menu()->popup(window.menuBar()->mapToGlobal(window.menuBar()->actionGeometry(entry).bottomLeft()));
+        QApplication::processEvents();
+        take_with(*entry->menu(), QStringLiteral("menu-%1-%2").arg(entry->objectName(), theme));
+        entry->menu()->close();
+    }
+}
+
 }  // namespace
 
 QPalette dark_palette() {
@@ -85,9 +153,13 @@ QPalette dark_palette() {
 int write_screens(const QString& folder) {
     Camera camera(folder);
     const QPalette light = QApplication::palette();
-    take_main_window(camera, QStringLiteral("light"));
-    QApplication::setPalette(dark_palette());
-    take_main_window(camera, QStringLiteral("dark"));
+    for (const bool dark : {false, true}) {
+        QApplication::setPalette(dark ? dark_palette() : light);
+        const QString theme = dark ? QStringLiteral("dark") : QStringLiteral("light");
+        take_main_window(camera, theme);
+        take_what_opens(camera, theme);
+        take_small_windows(camera, theme);
+    }
     QApplication::setPalette(light);
     return camera.taken();
 }

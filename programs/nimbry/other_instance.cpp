@@ -1,0 +1,25 @@
+#include "programs/nimbry/other_instance.h"
+
+#include <QCoreApplication>
+
+#include "platform/instance_lock.h"
+#include "windows/message_dialog.h"
+#include "windows/svg_pictures.h"
+
+namespace nimbry {
+namespace {
+
+constexpr int other_instance = 3;
+
+}  // namespace
+
+int tell_of_other_instance() {
+    windows::MessageDialog dialog({.title = "Nimbry", .text = platform::already_running_text, .icon = "!"});
+    dialog.setWindowIcon(windows::application_icon());
+    QObject::connect(&dialog, &QDialog::finished, qApp, &QCoreApplication::quit);
+    dialog.show();
+    QCoreApplication::exec();
+    return other_instance;
+}
+
+}  // namespace nimbry

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace nimbry {
+
+/// Tells in a box that a copy runs in this folder already, waits until that has been read, and returns the exit status
+/// for it. Needs the QApplication, whose event loop must not run yet.
+[[nodiscard]] int tell_of_other_instance();
+
+}  // namespace nimbry

@@ -1,0 +1,179 @@
+// The program with a window as a whole, on the offscreen platform, with a pseudo-terminal as its station.
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <stdlib.h>
+#include <unistd.h>
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QFile>
+#include <QPointer>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <functional>
+#include <string>
+
+#include "engine/station/train_writer.h"
+#include "programs/nimbry/other_instance.h"
+#include "programs/nimbry/window_program.h"
+#include "windows/form1.h"
+#include "windows/message_dialog.h"
+#include "windows/splash.h"
+#include "windows/value_box.h"
+
+namespace nimbry::test {
+namespace {
+
+template <class Window>
+Window* visible_window() {
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        if (auto* window = qobject_cast<Window*>(widget); window != nullptr && window->isVisible()) return window;
+    }
+    return nullptr;
+}
+
+/// Looks on while the program's own event loop runs: each step waits for its condition, then acts.
+class Onlooker : public QObject {
+public:
+    Onlooker() {
+        connect(&look_, &QTimer::timeout, this, [this] {
+            if (next_ < steps_.size() && steps_[next_].condition()) steps_[next_++].act();
+        });
+        look_.start(5);
+    }
+    void when(std::function<bool()> condition, std::function<void()> act) {
+        steps_.push_back({std::move(condition), std::move(act)});
+    }
+    [[nodiscard]] bool saw_all() const { return next_ == steps_.size(); }
+
+private:
+    struct Step {
+        std::function<bool()> condition;
+        std::function<void()> act;
+    };
+    std::vector<Step> steps_;
+    std::size_t next_ = 0;
+    QTimer look_;
+};
+
+class PseudoTerminal {
+public:
+    PseudoTerminal() : master_(posix_openpt(O_RDWR | O_NOCTTY)) {
+        grantpt(master_);
+        unlockpt(master_);
+        name_ = ptsname(master_);
+    }
+    ~PseudoTerminal() { ::close(master_); }
+    PseudoTerminal(const PseudoTerminal&) = delete;
+    PseudoTerminal& operator=(const PseudoTerminal&) = delete;
+
+    [[nodiscard]] const std::string& name() const { return name_; }
+    void send(const Bytes& bytes) const {
+        EXPECT_EQ(::write(master_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+    }
+
+private:
+    int master_;
+    std::string name_;
+};
+
+std::string contents(const QTemporaryDir& folder, const char* name) {
+    QFile file(folder.filePath(QString::fromLatin1(name)));
+    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
+}
+
+TEST(Program, ShowsTheSplashThenTheWindowThenTheStation) {
+    const QTemporaryDir folder;
+    const PseudoTerminal station;
+    const Bytes train = write_train(StationReadings{});
+    int sent = 0;
+    Onlooker onlooker;
+    onlooker.when([] { return visible_window<windows::Splash>() != nullptr; }, [] {});
+    onlooker.when(
+        [] { return visible_window<windows::Form1>() != nullptr && visible_window<windows::Splash>() == nullptr; },
+        [] {});
+    // The first train only primes the cycle.
+    const auto is_shown = [] {
+        return visible_window<windows::Form1>()->findChild<windows::ValueBox*>("Text2_0")->text() != QString();
+    };
+    QTimer play;
+    QObject::connect(&play, &QTimer::timeout, &onlooker, [&] {
+        if (visible_window<windows::Form1>() == nullptr) return;
+        station.send(train);
+        ++sent;
+    });
+    play.start(250);
+    onlooker.when(is_shown, [] { visible_window<windows::Form1>()->findChild<QAction*>("mnuExit1")->trigger(); });
+    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.name(), false), 0);
+    EXPECT_TRUE(onlooker.saw_all());
+    EXPECT_GE(sent, 2);
+    EXPECT_NE(contents(folder, "nbyprog.log").find("Program stopped, normal exit"), std::string::npos);
+    EXPECT_NE(contents(folder, "Nimbry.ini").find("HasRun=True"), std::string::npos)
+        << "a first run without a setup window counts as one whose window was closed";
+}
+
+TEST(Program, AsksAboutAPortThatIsNotThere) {
+    const QTemporaryDir folder;
+    Onlooker onlooker;
+    QString text;
+    onlooker.when([] { return visible_window<windows::MessageDialog>() != nullptr; },
+                  [&text] {
+                      auto* dialog = visible_window<windows::MessageDialog>();
+                      text = dialog->text();
+                      dialog->button(QMessageBox::Cancel)->click();
+                  });
+    EXPECT_EQ(run_with_window(folder.path().toStdString(), "/dev/no-such-port", false), 0);
+    EXPECT_EQ(text, "COM Port Error,\nPlease check that the selected port exists\nClick Retry, or Cancel to Quit.");
+    EXPECT_EQ(contents(folder, "nbyprog.log").find("Program stopped"), std::string::npos) << "it ends at once";
+}
+
+TEST(Program, SaysThatAnotherCopyRuns) {
+    Onlooker onlooker;
+    QString title, text;
+    onlooker.when([] { return visible_window<windows::MessageDialog>() != nullptr; },
+                  [&] {
+                      auto* dialog = visible_window<windows::MessageDialog>();
+                      title = dialog->windowTitle();
+                      text = dialog->text();
+                      dialog->close();
+                  });
+    EXPECT_EQ(tell_of_other_instance(), 3);
+    EXPECT_EQ(title, "Nimbry");
+    EXPECT_EQ(text,
+              "Nimbry is already running on this computer,\nYou can not run more than one instance of the program");
+}
+
+struct CommandCase {
+    const char* law;
+    QStringList arguments;
+    int status;
+    const char* output;  ///< the beginning of standard output
+};
+
+TEST(Program, AnswersItsCommandLine) {
+    const CommandCase cases[]{
+        {"its version", {"--version"}, 0, "nimbry 2.02"},
+        {"its help", {"--help"}, 0, "Usage: nimbry"},
+        {"an unknown option", {"--nonsense"}, 2, ""},
+        {"a folder without a name", {"--dir"}, 2, ""},
+    };
+    for (const CommandCase& c : cases) {
+        SCOPED_TRACE(c.law);
+        QProcess process;
+        process.start(NIMBRY, c.arguments);
+        ASSERT_TRUE(process.waitForFinished());
+        EXPECT_EQ(process.exitCode(), c.status);
+        const std::string output = process.readAllStandardOutput().toStdString();
+        EXPECT_EQ(output.substr(0, std::string(c.output).size()), c.output);
+        EXPECT_EQ(output.empty(), c.status != 0);
+        EXPECT_EQ(process.readAllStandardError().isEmpty(), c.status == 0);
+    }
+}
+
+}  // namespace
+}  // namespace nimbry::test
