@@ -1,5 +1,8 @@
 // nimbryd: a running copy of Nimbry without a window.
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <QCoreApplication>
 #include <cstdio>
 #include <optional>
@@ -31,6 +34,15 @@ enum ExitStatus { bad_usage = 2, other_instance = 3 };
 /// Standard error carries notices and boxes only; what Qt has to say (a device without control lines, say) is known
 /// here.
 void drop_message(QtMsgType, const QMessageLogContext&, const QString&) {}
+
+/// Started without one of its three standard files, the program would write notices into whatever file it opens first.
+void open_missing_standard_files() {
+    int descriptor = -1;
+    do {
+        descriptor = open("/dev/null", O_RDWR);
+    } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
+    if (descriptor >= 0) close(descriptor);
+}
 
 /// Runs a copy in `folder` until it has gone. nimbryctl can reach it when it `has_lock` of that folder.
 int run_copy(const std::string& folder, const std::string& device, bool has_lock) {
@@ -78,6 +90,7 @@ int run(const CommandLine& command_line) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    open_missing_standard_files();
     const CommandLine command_line = read_command_line(std::vector<std::string>(argv + 1, argv + argc));
     switch (command_line.wish) {
         case CommandLine::Wish::version: std::fputs(version_text("nimbryd").c_str(), stdout); return 0;

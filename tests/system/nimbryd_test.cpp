@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <ctime>
 #include <regex>
 
 #include "engine/station/train_writer.h"
@@ -11,6 +12,16 @@
 
 namespace nimbry::system_test {
 namespace {
+
+/// A train of a station whose clock agrees with the computer's.
+Bytes train_of_now() {
+    const std::time_t now = std::time(nullptr);
+    std::tm fields{};
+    localtime_r(&now, &fields);
+    StationReadings readings;
+    readings.clock = {fields.tm_sec, fields.tm_min, fields.tm_hour, fields.tm_mday, fields.tm_mon + 1};
+    return write_train(readings);
+}
 
 class NimbrydTest : public testing::Test {
 protected:
@@ -294,12 +305,42 @@ TEST_F(NimbrydTest, AConfigurationFileThatCanNotBeReadIsOneNoticeAndTheDefaults)
     ASSERT_TRUE(copy.listens());
 }
 
-TEST_F(NimbrydTest, AClosedStandardErrorDoesNotEndTheCopy) {
-    folder.put("Nimbry.ini", "");
-    std::filesystem::remove(folder.path("Nimbry.ini"));
-    std::filesystem::create_directory(folder.path("Nimbry.ini"));  // makes a notice
-    RunningCopy copy(folder, station.device(), {.environment = {}, .in_child = [] { close(STDERR_FILENO); }});
-    EXPECT_TRUE(copy.listens());
+TEST_F(NimbrydTest, AnyConfigurationFileIsLivedWith) {
+    struct Case {
+        const char* what;
+        std::string bytes;
+    };
+    std::string long_line = "[Main]\r\nfcom1=";
+    long_line.resize(10'000'000, 'x');
+    const Case cases[] = {
+        {"nothing", ""},
+        {"no section", "fcom1=True\r\n"},
+        {"bytes without sense", std::string("\0\xFF[\r\r\n=[Main\n]=\n\0", 18)},
+        {"ten million bytes in one line", long_line},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        const TemporaryFolder own;
+        own.put("Nimbry.ini", c.bytes);
+        RunningCopy copy(own, station.device());
+        EXPECT_TRUE(copy.listens());
+        EXPECT_EQ(copy.standard_error(), "");
+        EXPECT_NE(own.contents("Nimbry.ini").find("Version=Nimbry|202|251003\r\n"), std::string::npos);
+    }
+}
+
+// Otherwise a file of the copy would take the place of standard error, and notices would be written into it.
+TEST_F(NimbrydTest, WithoutStandardFilesTheCopyHasNullFilesInTheirPlace) {
+    const auto close_all_three = [] {
+        for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) close(descriptor);
+    };
+    RunningCopy copy(folder, station.device(), {.environment = {}, .in_child = close_all_three});
+    ASSERT_TRUE(copy.listens());
+    for (const char* number : {"0", "1", "2"}) {
+        SCOPED_TRACE(number);
+        const std::string link = "/proc/" + std::to_string(copy.id()) + "/fd/" + number;
+        EXPECT_EQ(std::filesystem::read_symlink(link), "/dev/null");
+    }
 }
 
 }  // namespace

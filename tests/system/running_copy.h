@@ -41,6 +41,7 @@ public:
     Process(const Process&) = delete;
     Process& operator=(const Process&) = delete;
 
+    [[nodiscard]] pid_t id() const { return id_; }
     void signal(int number) const;
     [[nodiscard]] bool runs();
     /// Waits, 60 s at most, until it has ended.
