@@ -8,8 +8,9 @@
 
 namespace nimbry {
 
-/// One running copy as its routines see it: the state, the ports, and the few helpers built on them. The Engine owns all of
-/// it (core/engine.h). Routines that steer the whole take a Copy; a formula or a format takes the values it needs.
+/// One running copy as its routines see it: the state, the ports, and the few helpers built on them. The Engine owns
+/// all of it (core/engine.h). Routines that steer the whole take a Copy; a formula or a format takes the values it
+/// needs.
 struct Copy {
     WeatherState& state;
     Ports& ports;

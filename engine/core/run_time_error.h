@@ -9,17 +9,17 @@ namespace nimbry {
 
 /// The numbers of the errors that a routine cannot go on from, as the report shows them.
 enum class ErrorNumber : int {
-    invalid_argument = 5,   ///< "Invalid procedure call or argument": the logarithm of 0, say
+    invalid_argument = 5,  ///< "Invalid procedure call or argument": the logarithm of 0, say
     overflow = 6,
     index = 9,
     division_by_zero = 11,
-    type_mismatch = 13,     ///< a text where a number is needed
+    type_mismatch = 13,  ///< a text where a number is needed
     bad_file = 52,
     not_found = 53,
     open = 55,
     exists = 58,
     disk_full = 61,
-    past_end = 62,          ///< reading past the end of a file
+    past_end = 62,  ///< reading past the end of a file
     permission = 70,
     path = 75,
     other = 440,
@@ -41,8 +41,8 @@ struct UnrecoverableError {
     std::string tag;  ///< the routine: "OnComm", "8F group", "process routine", ...
 };
 
-/// Runs `body` as the routine `tag`: a RunTimeError that leaves it becomes an UnrecoverableError with this tag. One that
-/// bears an inner routine's tag already passes unchanged, and so does everything else.
+/// Runs `body` as the routine `tag`: a RunTimeError that leaves it becomes an UnrecoverableError with this tag. One
+/// that bears an inner routine's tag already passes unchanged, and so does everything else.
 template <class Body>
 decltype(auto) tagged(std::string_view tag, Body&& body) {
     try {

@@ -25,25 +25,25 @@ namespace nimbry {
 /// All running state of one copy, made of the rooms' own structs. Owned by the Engine (core/engine.h) for the life of
 /// the program and handed to the routines by reference; there is no other state.
 struct WeatherState {
-    MainSettings settings;       ///< the `Main` keys in force
-    Units units;                 ///< what displays go through
-    RunState run;                ///< start, exit and cycle
-    CommState comm;              ///< the line and the frame in hand
-    Readings readings;           ///< the current weather
-    SensorFaults sensors;        ///< the fault tests' memory
-    RainState rain;              ///< rain of the day and of the last hour
-    RecordsState records;        ///< extremes of the day, almanac, changeover
-    LogFields log_fields;        ///< the weather log's columns
-    MainPanel panel;             ///< the main window's boxes
-    MainMenu menu;               ///< its menu and buttons
-    AdditionalPanel additional;  ///< the boxes of the additional data window
-    MainWindow window;           ///< the main window as a whole
-    SetupWindows setup;          ///< the setup windows that a cycle takes notice of
+    MainSettings settings;         ///< the `Main` keys in force
+    Units units;                   ///< what displays go through
+    RunState run;                  ///< start, exit and cycle
+    CommState comm;                ///< the line and the frame in hand
+    Readings readings;             ///< the current weather
+    SensorFaults sensors;          ///< the fault tests' memory
+    RainState rain;                ///< rain of the day and of the last hour
+    RecordsState records;          ///< extremes of the day, almanac, changeover
+    LogFields log_fields;          ///< the weather log's columns
+    MainPanel panel;               ///< the main window's boxes
+    MainMenu menu;                 ///< its menu and buttons
+    AdditionalPanel additional;    ///< the boxes of the additional data window
+    MainWindow window;             ///< the main window as a whole
+    SetupWindows setup;            ///< the setup windows that a cycle takes notice of
     StatusMessage status_message;  ///< the small status window
-    NoticeList notices;          ///< what was shown last
-    AlarmState alarms;           ///< what the threshold alarms have raised
-    PublishState publish;        ///< what goes out, and what of it is under way
-    NetworkState network;        ///< server and client
+    NoticeList notices;            ///< what was shown last
+    AlarmState alarms;             ///< what the threshold alarms have raised
+    PublishState publish;          ///< what goes out, and what of it is under way
+    NetworkState network;          ///< server and client
 
     bool havegrafdata = false;  ///< the graph store is in use: the status label no longer says "Program Starting"
 };

@@ -12,12 +12,12 @@ namespace nimbry {
 /// How a file operation ended. The run-time error number that people see for each stands in core/run_time_error.h.
 enum class FileResult {
     ok,
-    not_found,    ///< no such file, or its folder is missing
-    exists,       ///< the target of a rename or copy is there already; nothing was changed
-    permission,   ///< not allowed, or the disk is read-only
-    disk_full,    ///< no room left, or over quota
-    not_a_file,   ///< the name belongs to a folder or a device
-    failed,       ///< any other input/output error
+    not_found,   ///< no such file, or its folder is missing
+    exists,      ///< the target of a rename or copy is there already; nothing was changed
+    permission,  ///< not allowed, or the disk is read-only
+    disk_full,   ///< no room left, or over quota
+    not_a_file,  ///< the name belongs to a folder or a device
+    failed,      ///< any other input/output error
 };
 
 /// The disk, as the program's folder. A name without a leading separator lies in that folder; an absolute name (the
@@ -40,8 +40,8 @@ public:
     virtual FileResult rewrite(const std::string& name, std::string_view bytes) = 0;
 
     /// Replaces the file as a whole: a temporary beside it is written, synced to the disk and renamed over it. Owner
-    /// and mode of an existing file are kept; a new file gets `private_to_owner` ? 0600 : the process's default. A reader sees
-    /// the old or the new contents.
+    /// and mode of an existing file are kept; a new file gets `private_to_owner` ? 0600 : the process's default. A
+    /// reader sees the old or the new contents.
     virtual FileResult replace(const std::string& name, std::string_view bytes, bool private_to_owner = false) = 0;
 
     /// Gives a file another name. `exists` when the new name is taken: it is never overwritten.

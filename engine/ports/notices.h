@@ -10,10 +10,10 @@ namespace nimbry {
 /// A passing notice beside a box of the main window.
 struct Balloon {
     std::string title;
-    std::string text;                            ///< lines joined by CR LF
-    std::string icon = "!";                      ///< "i" information, "x" error, "!" warning; "i9", "x9", "!9" second style
-    std::string anchor = "TxtHeatInd";           ///< name of the box it stands at
-    Milliseconds closes_after{5000};             ///< zero: stays until it is closed
+    std::string text;                   ///< lines joined by CR LF
+    std::string icon = "!";             ///< "i" information, "x" error, "!" warning; "i9", "x9", "!9" second style
+    std::string anchor = "TxtHeatInd";  ///< name of the box it stands at
+    Milliseconds closes_after{5000};    ///< zero: stays until it is closed
 };
 
 /// The choices of a message box.
@@ -23,13 +23,13 @@ enum class Answer { ok, yes, no, retry, cancel };
 /// A message box.
 struct MessageBox {
     std::string title = "Nimbry";
-    std::string text;                            ///< lines joined by CR LF
-    std::string icon = "!";                      ///< "!" warning, "?" question, "i" information, "x" error
+    std::string text;        ///< lines joined by CR LF
+    std::string icon = "!";  ///< "!" warning, "?" question, "i" information, "x" error
     Choices choices = Choices::ok;
 };
 
-/// What the person at the screen is told and asked. Without a window a notice is one line on standard error, and a box is
-/// answered at once: `ok`, or the safe answer (`no`, `cancel`) where there is a choice.
+/// What the person at the screen is told and asked. Without a window a notice is one line on standard error, and a box
+/// is answered at once: `ok`, or the safe answer (`no`, `cancel`) where there is a choice.
 class Notices {
 public:
     virtual ~Notices() = default;

@@ -34,7 +34,8 @@ class SerialLine {
 public:
     virtual ~SerialLine() = default;
 
-    /// Opens a device: "/dev/ttyS0", "/dev/serial/by-id/...", "COM3" or a pseudo-terminal. An open port is closed first.
+    /// Opens a device: "/dev/ttyS0", "/dev/serial/by-id/...", "COM3" or a pseudo-terminal. An open port is closed
+    /// first.
     virtual PortOpenResult open(const std::string& device) = 0;
 
     /// Closes the port if it is open.
@@ -42,7 +43,8 @@ public:
 
     [[nodiscard]] virtual bool is_open() const = 0;
 
-    /// Takes everything that the system holds for the port, without waiting; empty when there is nothing or the port is closed.
+    /// Takes everything that the system holds for the port, without waiting; empty when there is nothing or the port is
+    /// closed.
     virtual Bytes take() = 0;
 };
 

@@ -26,7 +26,9 @@ protected:
     DiskFiles files{folder.path()};
 };
 
-TEST_F(CanberraSoundsTest, AMissingFileIsSilent) { EXPECT_EQ(played("click.WAV"), ""); }
+TEST_F(CanberraSoundsTest, AMissingFileIsSilent) {
+    EXPECT_EQ(played("click.WAV"), "");
+}
 
 TEST_F(CanberraSoundsTest, AFileThatIsNoSoundIsSilent) {
     folder.put("click.WAV", "no sound at all");
