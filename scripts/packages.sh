@@ -2,7 +2,7 @@
 
 packages_build=(
     g++ cmake ninja-build pkg-config ccache
-    qt6-base-dev qt6-serialport-dev libqt6serialport6-dev qt6-svg-dev libqt6svg6-dev
+    qt6-base-dev qt6-serialport-dev qt6-svg-dev
     libcurl4-openssl-dev libboost-context-dev libcanberra-dev
     libgtest-dev libgmock-dev libbenchmark-dev
     fonts-dejavu-core
