@@ -68,7 +68,8 @@ void OnComm::wake() {
             abandon();
             return;
         }
-        gather();  // the count is taken of everything that has arrived by now
+        // The count is taken of everything that has arrived by now. After a fault this throws it away.
+        gather();
         const std::size_t gathered = framer_.count();
         switch (framer_.poll(now)) {
             case LineFramer::Outcome::frame: work(); break;
@@ -158,7 +159,6 @@ void OnComm::stop_for_error() {
 }
 
 void OnComm::end_hold() {
-    empty_line(copy_);
     // A frame that is still being worked on keeps its flag, tag and bytes: a second one must not come into the routines
     // that the first one waits in.
     if (framer_.state() == LineFramer::State::idle) let_frame_go();
@@ -168,7 +168,6 @@ void OnComm::end_hold() {
 }
 
 void OnComm::drop_overrun() {
-    empty_line(copy_);
     refuse(copy_.state.comm, FrameFault::train_overran);
     let_frame_go();
 }

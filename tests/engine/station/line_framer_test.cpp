@@ -234,6 +234,9 @@ TEST(LineFramer, a_hold_throws_away_what_was_gathered_and_takes_nothing_for_500_
         EXPECT_EQ(framer.state(), State::idle);
         EXPECT_FALSE(framer.wake_at());
         EXPECT_EQ(framer.count(), 0U);
+        framer.push(some(27), start + milliseconds{600});
+        ASSERT_EQ(framer.poll(start + milliseconds{630}), Outcome::frame);
+        EXPECT_EQ(framer.frame().size(), 27U);
     }
 }
 

@@ -374,12 +374,14 @@ TEST(OnComm, a_frame_that_is_being_gathered_is_given_up_when_its_settling_ends) 
         SCOPED_TRACE(c.what);
         LiveLine copy;
         copy.arrive(write_train(readings()));
+        copy.line.arrive(Bytes(3, 0x00));
         c.set(copy.state, true);
-        copy.pauses.pause(100ms);
+        copy.pauses.pause(30ms);
         EXPECT_EQ(copy.oncomm.framing(), State::idle);
         EXPECT_FALSE(copy.state.comm.dworkingb);
         EXPECT_EQ(copy.state.comm.counters.trains, 0U);
-        EXPECT_EQ(copy.state.comm.counters.bytes_thrown_away, 141U);
+        EXPECT_EQ(copy.state.comm.counters.bytes_thrown_away, 144U);
+        EXPECT_TRUE(copy.line.take().empty());
     }
 }
 
@@ -550,11 +552,11 @@ struct SlowWork : BareCopy {
     Copy slow_copy{state, slow_ports, ini, log, timers};
     OnComm oncomm{slow_copy};
 
-    SlowWork() {
+    explicit SlowWork(std::vector<std::string> clients = {"10.0.0.1"}) {
         line.open("/dev/ttyS0");
         state.comm.SerComReady = true;
         state.settings.bcastnet = true;
-        state.settings.iplist = {"10.0.0.1"};
+        state.settings.iplist = std::move(clients);
         pauses.set_wake_source([this] { return oncomm.wake_at(); }, [this] { oncomm.wake(); });
         arrive(write_train(readings()));
         pauses.pause(100ms);
@@ -578,6 +580,14 @@ TEST(OnCommAtWork, what_arrives_meanwhile_is_lost) {
     EXPECT_EQ(copy.state.comm.counters.bytes_thrown_away, 32U);
     EXPECT_EQ(copy.state.comm.EventWord, "weather data");
     EXPECT_FALSE(copy.state.comm.dworkingb);
+}
+
+TEST(OnCommAtWork, the_clients_get_the_frame_as_it_came_whatever_becomes_of_its_bytes_meanwhile) {
+    SlowWork copy({"10.0.0.1", "10.0.0.2"});
+    copy.state.comm.RawBytes.clear();
+    copy.pauses.pause(5s);
+    ASSERT_EQ(copy.slow.sent.size(), 2U);
+    EXPECT_EQ(copy.slow.sent[1].bytes, write_train(readings()));
 }
 
 TEST(OnCommAtWork, every_event_still_shows_that_the_line_lives) {
