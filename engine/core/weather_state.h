@@ -19,6 +19,7 @@
 #include "engine/station/comm_state.h"
 #include "engine/station/readings.h"
 #include "engine/station/sensor_state.h"
+#include "engine/sun/sun_state.h"
 
 namespace nimbry {
 
@@ -33,6 +34,7 @@ struct WeatherState {
     SensorFaults sensors;          ///< the fault tests' memory
     RainState rain;                ///< rain of the day and of the last hour
     RecordsState records;          ///< extremes of the day, almanac, changeover
+    SunState sun;                  ///< the sun's times of the day
     LogFields log_fields;          ///< the weather log's columns
     MainPanel panel;               ///< the main window's boxes
     MainMenu menu;                 ///< its menu and buttons

@@ -12,6 +12,4 @@ void updategraphs(Copy&) {}
 
 void refresh_missing_graphs(Copy&) {}
 
-void show_sun_picture(Copy&) {}
-
 }  // namespace nimbry

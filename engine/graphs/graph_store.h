@@ -19,7 +19,4 @@ void updategraphs(Copy& copy);
 /// GrFailTimer: gives a copy that has just started its first picture when no minute has brought one.
 void refresh_missing_graphs(Copy& copy);
 
-/// Shows the sun in the picture beside the graphs by day, and the moon by night.
-void show_sun_picture(Copy& copy);
-
 }  // namespace nimbry
