@@ -1,5 +1,6 @@
 #include "engine/core/process_cycle.h"
 
+#include "engine/alarms/alarms.h"
 #include "engine/core/event.h"
 #include "engine/core/run_time_error.h"
 #include "engine/derived/dates.h"
@@ -47,8 +48,7 @@ void save_every_thirtieth_cycle(Copy& copy) {
         run.SaveCounter = 0;
         run.tdaysaving.set();
         SaveExtremes(copy);
-        copy.state.alarms.AlarmCondition = false;
-        copy.state.alarms.AlarmReason.clear();
+        forget_alarms(copy.state.alarms);
         run.savingrafs.set();
         savegrafdata(copy);
     }
@@ -139,8 +139,8 @@ void show_uptime(Copy& copy) {
 
 void mail_alarm(Copy& copy) {
     AlarmState& alarms = copy.state.alarms;
-    if (copy.state.settings.fromnet || alarms.AlarmMailSent || !alarms.chkAlarmMail || !alarms.AlarmCondition ||
-        copy.state.publish.emailbusy) {
+    if (copy.state.settings.fromnet || alarms.AlarmMailSent || !alarms.frmAlarms.chkAlarmMail ||
+        !alarms.AlarmCondition || copy.state.publish.emailbusy) {
         return;
     }
     alarms.AlarmMailSent = true;

@@ -71,7 +71,7 @@ TEST(SaveCounter, BothSavesLetTheirFlagsGo) {
 TEST(AlarmMail, IsStartedOnceForAnAlarm) {
     StartedWorld world;
     AlarmState& alarms = world.state().alarms;
-    alarms.chkAlarmMail = true;
+    alarms.frmAlarms.chkAlarmMail = true;
     cycle(world);
     EXPECT_FALSE(alarms.AlarmMailSent) << "no alarm";
     alarms.AlarmCondition = true;
@@ -86,7 +86,7 @@ struct NoMailCase {
 
 TEST(AlarmMail, IsNotStarted) {
     const NoMailCase cases[] = {
-        {"while the option is off", [](WeatherState& s) { s.alarms.chkAlarmMail = false; }},
+        {"while the option is off", [](WeatherState& s) { s.alarms.frmAlarms.chkAlarmMail = false; }},
         {"while another mail is under way", [](WeatherState& s) { s.publish.emailbusy.set(); }},
         {"in a client", [](WeatherState& s) { s.settings.fromnet = true; }},
         {"in the cycle of a save, which comes first",
@@ -98,7 +98,7 @@ TEST(AlarmMail, IsNotStarted) {
     for (const NoMailCase& row : cases) {
         SCOPED_TRACE(row.why);
         StartedWorld world;
-        world.state().alarms.chkAlarmMail = true;
+        world.state().alarms.frmAlarms.chkAlarmMail = true;
         world.state().alarms.AlarmCondition = true;
         row.spoil(world.state());
         cycle(world);
