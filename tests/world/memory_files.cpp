@@ -149,7 +149,7 @@ std::string MemoryFiles::path(const std::string& name) const {
     return name.starts_with('/') ? name : std::string(program_folder) + name;
 }
 
-void MemoryFiles::put(const std::string& name, std::string bytes) {
+void MemoryFiles::put(const std::string& name, std::string_view bytes) {
     set(name, bytes);
     durable_[name] = files_[name];
 }

@@ -41,7 +41,7 @@ public:
     // disk at once.
 
     /// Puts a file there, or changes it.
-    void put(const std::string& name, std::string bytes);
+    void put(const std::string& name, std::string_view bytes);
     /// Takes a file away.
     void take_away(const std::string& name);
     /// Makes a folder, for absolute names and names with a separator.

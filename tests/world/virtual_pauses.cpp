@@ -34,9 +34,7 @@ struct VirtualPauses::Strand {
     std::exception_ptr condition_error;
 };
 
-VirtualPauses::VirtualPauses(VirtualClock& clock) : clock_(clock) {
-    strands_.push_back(std::make_unique<Strand>());
-    running_ = strands_.front().get();
+VirtualPauses::VirtualPauses(VirtualClock& clock) : clock_(clock), running_(new_strand()) {
     running_->is_test = true;
     running_->has_turn = true;
 }
@@ -151,10 +149,13 @@ VirtualPauses::Item VirtualPauses::take_front() {
     return item;
 }
 
+VirtualPauses::Strand* VirtualPauses::new_strand() {
+    return strands_.emplace_back(std::make_unique<Strand>()).get();
+}
+
 VirtualPauses::Strand& VirtualPauses::idle_strand() {
     if (idle_.empty()) {
-        strands_.push_back(std::make_unique<Strand>());
-        Strand* strand = strands_.back().get();
+        Strand* strand = new_strand();
         strand->thread = std::thread([this, strand] { lead(*strand); });
         return *strand;
     }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <condition_variable>
 #include <cstdint>
 #include <exception>
@@ -10,6 +9,7 @@
 #include <mutex>
 #include <optional>
 #include <thread>
+#include <tuple>
 #include <vector>
 
 #include "engine/ports/pauses.h"
@@ -78,7 +78,9 @@ private:
         Instant due;
         bool last = false;
         std::uint64_t made = 0;
-        auto operator<=>(const Turn&) const = default;
+        bool operator<(const Turn& other) const {
+            return std::tie(due, last, made) < std::tie(other.due, other.last, other.made);
+        }
     };
     struct Item {
         std::function<void()> event;  // to be run, or
@@ -92,6 +94,7 @@ private:
     bool poll(Strand& strand);
     Next find_next();
     Item take_front();
+    Strand* new_strand();
     Strand& idle_strand();
     void hand_over(Strand& from, Strand& to);
     void pass_on(Strand& self);
@@ -113,7 +116,7 @@ private:
     std::mutex baton_;  // guards only the hand-over; whoever holds the baton owns everything else
     std::vector<std::unique_ptr<Strand>> strands_;  // the first is the test
     std::vector<Strand*> idle_;
-    Strand* running_ = nullptr;
+    Strand* running_;
 };
 
 }  // namespace nimbry::test
