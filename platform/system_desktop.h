@@ -8,6 +8,7 @@ namespace nimbry::platform {
 class SystemDesktop : public Desktop {
 public:
     void run_batch(const std::string& path) override;
+    void hang_up_modem() override {}
 };
 
 }  // namespace nimbry::platform

@@ -24,6 +24,12 @@ std::string folder_of(const Files& files) {
     return utf8_name(folder);
 }
 
+std::string joined(const std::vector<std::string>& names) {
+    std::string list;
+    for (const std::string& name : names) list += (list.empty() ? "" : ", ") + name;
+    return list;
+}
+
 void add_counters(std::vector<StatusField>& fields, const CommState::Counters& counters) {
     fields.push_back({"frames.trains", counters.trains});
     fields.push_back({"frames.lone", counters.lone});
@@ -90,6 +96,8 @@ std::vector<StatusField> copy_status(const Copy& copy) {
     fields.push_back({"sync.running", state.network.syncing});
     fields.push_back({"sync.last_end", {}});
     fields.push_back({"sync.last_result", {}});
+    fields.push_back({"waiting_for", {}});
+    if (!state.run.waits.empty()) fields.back().value = utf8_name(joined(state.run.waits));
     return fields;
 }
 

@@ -23,7 +23,8 @@ struct StatusField {
 ///   serial.device (unknown in a client), serial.open,
 ///   frames.trains, .lone, .bad_checksum, .wrong_length, .unknown_tag, .before_first_train, .bytes_thrown_away,
 ///   uploads.ftp, .mail, .weather, .aprs: each .last_end, .last_result, .next_due,
-///   sync.running, .last_end, .last_result
+///   sync.running, .last_end, .last_result,
+///   waiting_for (the files and flags that are waited for without a limit, oldest first; unknown: none)
 [[nodiscard]] std::vector<StatusField> copy_status(const Copy& copy);
 
 /// The fields as `name<TAB>value` lines; an unknown value is empty.

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "engine/core/file_wait.h"
+#include "engine/displays/status_message.h"
 #include "engine/graphs/graph_store.h"
 #include "engine/publish/publishing.h"
 #include "engine/records/save_extremes.h"
@@ -23,7 +25,7 @@ void exit_step(const std::function<void()>& step) {
 }
 
 /// Saves unless that save is running already, and waits for its end either way.
-void save_and_wait(Copy& copy, BusyFlag& saving, void (*save)(Copy&)) {
+void save_and_wait(Copy& copy, const char* name, BusyFlag& saving, void (*save)(Copy&)) {
     exit_step([&] {
         if (saving) return;
         saving.set();
@@ -34,7 +36,7 @@ void save_and_wait(Copy& copy, BusyFlag& saving, void (*save)(Copy&)) {
             throw;
         }
     });
-    copy.ports.pauses.wait_until([&] { return !saving; });
+    wait_for(copy, name, [&] { return !saving; });
 }
 
 void write_stop_line(Copy& copy, std::string_view word) {
@@ -56,8 +58,8 @@ void save_and_stop(Copy& copy, std::string_view word) {
     RunState& run = copy.state.run;
     copy.ports.pauses.cancel_all();
     if (!run.HaveError) {
-        save_and_wait(copy, run.savingrafs, savegrafdata);
-        save_and_wait(copy, run.tdaysaving, SaveExtremes);
+        save_and_wait(copy, "savingrafs", run.savingrafs, savegrafdata);
+        save_and_wait(copy, "tdaysaving", run.tdaysaving, SaveExtremes);
     }
     write_stop_line(copy, word);
 }
@@ -77,6 +79,7 @@ void menu_exit(Copy& copy) {
 void window_close(Copy& copy) {
     if (copy.state.run.ProgramClosing) return;
     const Unhurried unhurried(copy.ports.pauses);
+    close_status_message(copy);
     copy.state.run.ProgramClosing = true;
     save_and_stop(copy, "forced exit (Windows closing)");
     let_go(copy);

@@ -14,7 +14,7 @@ namespace nimbry {
 void menu_exit(Copy& copy);
 
 /// The end that the system or the window's close mark asks for: the same without the click and the question, and with
-/// "forced exit (Windows closing)".
+/// "forced exit (Windows closing)". The status window, if it shows, is closed first.
 void window_close(Copy& copy);
 
 /// Ends at once: no saves, no stop line. For the person who cancels the box of a port that cannot be opened.

@@ -1,14 +1,21 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "engine/core/copy.h"
 
 namespace nimbry {
 
-/// Waits, while other events run, until no other program has the file in use; returns at once for a free or a missing
-/// file. There is no limit but the closing of the program (WaitCancelled). After a minute one line goes to the program
-/// log.
+// Waits without a limit, for a file or a flag of our own. `nimbryctl status` names what is waited for, so that a copy
+// that has come to a standstill says why. Each ends when the program closes (WaitCancelled).
+
+/// Waits, while other events run, until `condition` holds; returns at once if it does already. `what` names it: a file,
+/// or the flags.
+void wait_for(Copy& copy, const std::string& what, const std::function<bool()>& condition);
+
+/// Waits until no other program has the file in use; returns at once for a free or a missing file. After a minute one
+/// line goes to the program log.
 void wait_until_free(Copy& copy, const std::string& name);
 
 }  // namespace nimbry

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "engine/core/busy_flag.h"
 
@@ -10,6 +11,8 @@ namespace nimbry {
 struct RunState {
     bool has_window = false;  ///< somebody can be asked; without a window a port that fails is tried again by itself
     std::string device;       ///< the serial device for this run, instead of the chosen port's; empty: by the settings
+
+    std::vector<std::string> waits;  ///< the files and flags that conversations wait for without a limit, oldest first
 
     int port_opening = 0;  ///< counts the openings of the serial port; a higher one ends those before it
 

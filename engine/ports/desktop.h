@@ -13,6 +13,9 @@ public:
     /// does not wait for it: through the interpreter that the environment's COMSPEC names, with "/C", or through the
     /// system's shell where that is not set. A failed start is silent. `path` is the file's full path.
     virtual void run_batch(const std::string& path) = 0;
+
+    /// Ends the dial-up connection that this program has made. Where the system has no dial-up there is none.
+    virtual void hang_up_modem() = 0;
 };
 
 }  // namespace nimbry

@@ -14,6 +14,8 @@ struct PublishState {
     bool chkLocal = false;     ///< key `LocalSave`: logs and pages are also put into a folder of the user's
     std::string txtLocalPath;  ///< key `LocalPath`: that folder
 
+    bool ProgramDialled = false;  ///< this program has dialled, and its connection is up
+
     bool revisitftp = false;   ///< an upload was put off by a changeover
     bool revisitmail = false;  ///< a mail was put off by it
     bool revisitwu = false;    ///< the weather services were

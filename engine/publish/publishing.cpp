@@ -35,6 +35,20 @@ void uploadmail(Copy&) {}
 
 void wunderground(Copy&) {}
 
-void offer_to_hang_up(Copy&) {}
+void hangup(Copy& copy) {
+    bool& dialled = copy.state.publish.ProgramDialled;
+    if (!dialled) return;
+    copy.ports.desktop.hang_up_modem();
+    dialled = false;
+}
+
+void offer_to_hang_up(Copy& copy) {
+    if (!copy.state.publish.ProgramDialled) return;
+    const Answer answer = copy.ports.notices.box({.title = "Nimbry message",
+                                                  .text = "Do you wish to hang up the modem",
+                                                  .icon = "?",
+                                                  .choices = Choices::yes_no});
+    if (answer == Answer::yes) hangup(copy);
+}
 
 }  // namespace nimbry

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "engine/core/file_wait.h"
 #include "engine/core/run_time_error.h"
 #include "engine/derived/dates.h"
 #include "engine/derived/number_text.h"
@@ -56,8 +57,8 @@ void roll(Copy& copy, CivilTime now) {
         warn_of_late_archive(copy);
     }
     // A rename must not pull the file from under an upload or a mail that reads it.
-    copy.ports.pauses.wait_until(
-        [&] { return !state.publish.emailbusy && !state.publish.uloadftpbusy && !state.publish.wubusy; });
+    wait_for(copy, "emailbusy, uloadftpbusy, wubusy",
+             [&] { return !state.publish.emailbusy && !state.publish.uloadftpbusy && !state.publish.wubusy; });
     const std::string name(almanac_log);
     if (!copy.ports.files.exists(name)) {
         copy.log.event(" Almanac not archived and rolled over as the raw archive file doesn't exist");

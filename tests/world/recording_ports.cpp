@@ -68,6 +68,11 @@ void RecordingNotices::will_answer(Answer answer, Milliseconds thinking_time) {
     answers_.push_back({answer, thinking_time});
 }
 
+void RecordingDesktop::hang_up_modem() {
+    ++hang_ups;
+    if (journal_ != nullptr) journal_->note("hang up");
+}
+
 void RecordingSounds::play(const std::string& file) {
     played.push_back(file);
     if (journal_ != nullptr) journal_->note("sound " + file);

@@ -93,12 +93,18 @@ private:
     std::deque<Scripted> answers_;
 };
 
-/// The batch files that were started, by their full path, in order.
+/// The batch files that were started, by their full path, in order, and how often the modem was hung up.
 class RecordingDesktop : public Desktop {
 public:
+    explicit RecordingDesktop(Journal* journal = nullptr) : journal_(journal) {}
     void run_batch(const std::string& path) override { batches.push_back(path); }
+    void hang_up_modem() override;
 
     std::vector<std::string> batches;
+    int hang_ups = 0;
+
+private:
+    Journal* journal_;
 };
 
 /// The sounds that were asked for, in order.

@@ -15,6 +15,7 @@ World::World(CivilTime computer_time)
       datasock(&journal),
       notices(clock, pauses, &journal),
       sounds(&journal),
+      desktop(&journal),
       engine(Ports{clock, pauses, files, line, datasock, notices, sounds, desktop}) {
     pauses.set_wake_source([this] { return engine.wake_at(); }, [this] { engine.wake(); });
 }

@@ -29,7 +29,7 @@ TEST_F(CopyStatusTest, BeforeTheFirstTrainTheStationTimeIsUnknown) {
                   R"("mail":{"last_end":null,"last_result":null,"next_due":null},)"
                   R"("weather":{"last_end":null,"last_result":null,"next_due":null},)"
                   R"("aprs":{"last_end":null,"last_result":null,"next_due":null}},)"
-                  R"("sync":{"running":false,"last_end":null,"last_result":null}})"
+                  R"("sync":{"running":false,"last_end":null,"last_result":null},"waiting_for":null})"
                   "\n");
 }
 

@@ -3,7 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 #include "engine/derived/dates.h"
+#include "engine/displays/status_message.h"
 #include "tests/world/started_world.h"
 
 namespace nimbry::test {
@@ -134,6 +138,52 @@ TEST(MenuExit, AfterAnErrorSavesNothing) {
     EXPECT_TRUE(world.engine.gone());
 }
 
+// The modem
+
+TEST(MenuExit, OffersToHangUpALineThatThisProgramHasDialled) {
+    struct Case {
+        const char* what;
+        Answer answer;
+        std::vector<std::string> after_the_question;
+    };
+    for (const Case& row :
+         {Case{"yes", Answer::yes, {"hang up", "line close"}}, Case{"no", Answer::no, {"line close"}}}) {
+        SCOPED_TRACE(row.what);
+        StartedWorld world;
+        world.state().publish.ProgramDialled = true;
+        world.notices.will_answer(row.answer, 1min);
+        world.journal.clear();
+        world.act([&] { world.engine.menu_exit(); });
+        EXPECT_FALSE(world.engine.gone()) << "the exit waits for the answer";
+        world.run_for(1min);
+        EXPECT_TRUE(world.engine.gone());
+        std::vector<std::string> steps{"sound click.WAV", "append nbyprog.log", "box Nimbry message"};
+        steps.insert(steps.end(), row.after_the_question.begin(), row.after_the_question.end());
+        EXPECT_EQ(world.journal.lines(), steps);
+        ASSERT_EQ(world.notices.boxes.size(), 1u);
+        const MessageBox& box = world.notices.boxes[0].what;
+        EXPECT_EQ(box.title, "Nimbry message");
+        EXPECT_EQ(box.text, "Do you wish to hang up the modem");
+        EXPECT_EQ(box.choices, Choices::yes_no);
+    }
+}
+
+TEST(MenuExit, LeavesALineAloneThatOthersHaveDialled) {
+    StartedWorld world;
+    world.act([&] { world.engine.menu_exit(); });
+    EXPECT_THAT(world.notices.boxes, IsEmpty());
+    EXPECT_EQ(world.desktop.hang_ups, 0);
+}
+
+TEST(WindowClose, AsksNothingAboutTheModem) {
+    StartedWorld world;
+    world.state().publish.ProgramDialled = true;
+    world.act([&] { world.engine.window_close(); });
+    EXPECT_TRUE(world.engine.gone());
+    EXPECT_THAT(world.notices.boxes, IsEmpty());
+    EXPECT_EQ(world.desktop.hang_ups, 0);
+}
+
 TEST(WindowClose, SaysThatItWasForcedAndMakesNoSound) {
     StartedWorld world;
     world.journal.clear();
@@ -143,6 +193,18 @@ TEST(WindowClose, SaysThatItWasForcedAndMakesNoSound) {
                 ElementsAre("05 Oct 2026 14:00:02 (Computer time) Program stopped, forced exit (Windows closing)"));
     EXPECT_TRUE(world.engine.gone());
     EXPECT_EQ(world.engine.exit_status(), 0);
+}
+
+TEST(WindowClose, ClosesTheStatusWindowBeforeItWaitsForAnything) {
+    StartedWorld world;
+    world.act([&] { show_status_message(world.copy(), "Synchronising"); });
+    world.state().run.savingrafs.set();
+    world.act([&] { world.engine.window_close(); });
+    EXPECT_FALSE(world.engine.gone());
+    EXPECT_FALSE(world.state().status_message.open);
+    world.state().run.savingrafs.clear();
+    world.run_for(1ms);
+    EXPECT_TRUE(world.engine.gone());
 }
 
 struct SecondExit {
