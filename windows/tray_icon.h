@@ -27,6 +27,9 @@ public:
     /// Shows a notice by the tray's own means.
     void message(const QString& title, const QString& text);
 
+    /// What is shown under the pointer.
+    [[nodiscard]] QString tip() const { return icon_.toolTip(); }
+
     /// The icon's menu.
     [[nodiscard]] const QMenu& menu() const { return *menu_; }
 

@@ -1,5 +1,6 @@
 #include "programs/nimbry/window_program.h"
 
+#include <QGuiApplication>
 #include <optional>
 #include <string>
 #include <utility>
@@ -41,7 +42,11 @@ public:
           notices_(pauses_),
           sounds_(files_),
           engine_(Ports{clock_, pauses_, files_, line_, datasock_, notices_, sounds_, desktop_}),
-          loop_(engine_, pauses_, clock_, line_) {}
+          loop_(engine_, pauses_, clock_, line_) {
+        // The session ends once this returns, so nothing is put off to the event loop that need not wait.
+        QObject::connect(qGuiApp, &QGuiApplication::commitDataRequest, &loop_,
+                         [this] { pauses_.start([this] { engine_.window_close(); }); });
+    }
 
     ~WindowProgram() { notices_.set_main_window(nullptr); }
     WindowProgram(const WindowProgram&) = delete;

@@ -11,10 +11,12 @@
 #include <QFile>
 #include <QPointer>
 #include <QProcess>
+#include <QSessionManager>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
+#include <cstddef>
 #include <functional>
 #include <string>
 
@@ -115,6 +117,22 @@ TEST(Program, ShowsTheSplashThenTheWindowThenTheStation) {
     EXPECT_NE(contents(folder, "nbyprog.log").find("Program stopped, normal exit"), std::string::npos);
     EXPECT_NE(contents(folder, "Nimbry.ini").find("HasRun=True"), std::string::npos)
         << "a first run without a setup window counts as one whose window was closed";
+}
+
+TEST(Program, LeavesAtTheSessionsEndAsByTheWindowsClose) {
+    const QTemporaryDir folder;
+    const PseudoTerminal station;
+    Onlooker onlooker;
+    onlooker.when([] { return visible_window<windows::Splash>() != nullptr; },
+                  [] {
+                      // Only a session manager can make its own object; nobody looks into this one.
+                      alignas(QSessionManager) static std::byte room[sizeof(QSessionManager)];
+                      Q_EMIT qGuiApp->commitDataRequest(reinterpret_cast<QSessionManager&>(room));
+                  });
+    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.name(), false), 0);
+    EXPECT_TRUE(onlooker.saw_all());
+    EXPECT_NE(contents(folder, "nbyprog.log").find("Program stopped, forced exit (Windows closing)"),
+              std::string::npos);
 }
 
 TEST(Program, AsksAboutAPortThatIsNotThere) {
