@@ -42,8 +42,9 @@ public:
     /// When the next tick is due; nothing when no timer runs.
     [[nodiscard]] std::optional<Instant> wake_at() const;
 
-    /// The timer whose tick is due at `now`, the one due longest first, or nothing. The tick counts as taken: the timer
-    /// is due again one interval after `now`, so ticks missed by a suspended process are not made up.
+    /// The timer whose tick is due at `now`, the one due longest first and of several due at one instant the first in
+    /// the order of TimerId, or nothing. The tick counts as taken: the timer is due again one interval after `now`, so
+    /// ticks missed by a suspended process are not made up.
     [[nodiscard]] std::optional<TimerId> take_due(Instant now);
 
 private:

@@ -31,6 +31,16 @@ TEST(Engine, WantsToBeWokenForWhicheverIsNearerTheLineOrATimer) {
     EXPECT_EQ(world.engine.wake_at(), world.clock.monotonic() + 560ms) << "the lamp was lit after 60 ms, for 1.5 s";
 }
 
+TEST(Engine, OfASettlingTimeAndATickAtOneInstantTheLineComesFirst) {
+    StartedWorld world;      // the no-data watch is due 58.5 s from now
+    world.run_for(58440ms);  // a train is settled 60 ms after it came
+    world.send(write_train({}));
+    world.run_for(60ms);
+    EXPECT_EQ(world.state().comm.counters.trains, 1u);
+    EXPECT_TRUE(world.notices.balloons.empty()) << "the watch looked after the train had been taken";
+    EXPECT_TRUE(world.state().comm.ccheckflagb) << "and it has looked";
+}
+
 TEST(Engine, DoesNothingWhenItIsWokenTooEarly) {
     StartedWorld world;
     const std::optional<Instant> due = world.engine.wake_at();

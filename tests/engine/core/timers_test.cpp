@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 namespace nimbry {
 namespace {
@@ -68,6 +70,20 @@ TEST(Timers, TheOneDueLongestComesFirst) {
     timers.start(TimerId::TimLog, begin - 1s);
     EXPECT_EQ(timers.take_due(begin + 2min), TimerId::TimLog);
     EXPECT_EQ(timers.take_due(begin + 2min), TimerId::TimComFail);
+}
+
+TEST(Timers, OfThoseDueAtOneInstantTheFirstOfTheListComesFirstWhicheverWasStartedFirst) {
+    // The list is the order in which the timers stand above.
+    const TimerId sixty_seconds[] = {TimerId::TimComFail, TimerId::TimUI, TimerId::timWU, TimerId::TimLog};
+    for (const bool backwards : {false, true}) {
+        SCOPED_TRACE(backwards ? "the last was started first" : "the first was started first");
+        Timers timers;
+        std::vector<TimerId> order(std::begin(sixty_seconds), std::end(sixty_seconds));
+        if (backwards) std::reverse(order.begin(), order.end());
+        for (const TimerId id : order) timers.start(id, begin);
+        for (const TimerId id : sixty_seconds) EXPECT_EQ(timers.take_due(begin + 60s), id);
+        EXPECT_EQ(timers.take_due(begin + 60s), std::nullopt);
+    }
 }
 
 TEST(Timers, StartBeginsTheIntervalAnewAndStartIfStoppedDoesNot) {
