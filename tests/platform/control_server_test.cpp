@@ -1,13 +1,17 @@
 #include "platform/control_server.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
 
 #include <QByteArray>
+#include <QEventLoop>
+#include <QTimer>
 #include <algorithm>
 #include <chrono>
+#include <ctime>
 #include <list>
 #include <memory>
 #include <optional>
@@ -273,6 +277,37 @@ TEST_F(ControlServerTest, MoreCallersThanThereIsRoomForAreTurnedAway) {
     TestCaller next(folder.path());
     next.ask({"x"});
     EXPECT_EQ(next.answer(), std::string("{\"out\":\"x\\n\"}\n") + kDone);
+}
+
+/// The processor time that this thread has used, seconds.
+double processor_seconds() {
+    timespec used{};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
+    return static_cast<double>(used.tv_sec) + static_cast<double>(used.tv_nsec) / 1e9;
+}
+
+TEST_F(ControlServerTest, WhileTheSystemHasNoDescriptorLeftACallerWaitsAndCostsNoProcessorTime) {
+    TestCaller caller(folder.path());
+    caller.ask({"x"});
+    rlimit limit{};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &limit), 0);
+    // The lowest number that is free is the first that may no longer be given.
+    const int first_free = ::dup(0);
+    ASSERT_GE(first_free, 0);
+    ::close(first_free);
+    const rlimit none_left{static_cast<rlim_t>(first_free), limit.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none_left), 0);
+
+    const double before = processor_seconds();
+    QEventLoop half_a_second;
+    QTimer::singleShot(500ms, &half_a_second, &QEventLoop::quit);
+    half_a_second.exec();
+    EXPECT_LT(processor_seconds() - before, 0.25) << "a notifier that is told again and again would use all of it";
+    EXPECT_EQ(server->callers(), 0U);
+    EXPECT_EQ(caller.received(), "");
+
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &limit), 0);
+    EXPECT_EQ(caller.answer(), std::string("{\"out\":\"x\\n\"}\n") + kDone);
 }
 
 TEST_F(ControlServerTest, ItEndsWithCallersStillThere) {

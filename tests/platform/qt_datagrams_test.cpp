@@ -1,11 +1,20 @@
 #include "platform/qt_datagrams.h"
 
 #include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sched.h>
+#include <sys/socket.h>
+#include <sys/time.h>
 
 #include <QNetworkDatagram>
 #include <QNetworkProxy>
 #include <cerrno>
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <thread>
 
+#include "platform/descriptor.h"
 #include "tests/platform/event_loop.h"
 
 namespace nimbry::platform {
@@ -53,6 +62,48 @@ TEST_F(QtDatagramsTest, SendsToABroadcastAddress) {
     ASSERT_TRUE(datagrams.bind(free_port()));
     EXPECT_EQ(datagrams.send("127.255.255.255", listen(), {1, 2, 3}), std::nullopt);
     EXPECT_EQ(heard(), QByteArray("\x01\x02\x03"));
+}
+
+/// What becomes of a datagram to everybody, in a network that belongs to the calling thread alone.
+struct Broadcast {
+    bool has_network = false;  ///< without root's rights there is none
+    std::optional<SendFault> fault;
+    std::string heard;
+};
+
+Broadcast broadcast_in_a_network_of_its_own() {
+    Broadcast result;
+    if (::unshare(CLONE_NEWNET) != 0) return result;
+    // A broadcast leaves by the interface of the default route.
+    const char* const network =
+        "ip link add nimbry0 type veth peer name nimbry1 && ip addr add 192.0.2.1/24 dev nimbry0 && "
+        "ip link set nimbry0 up && ip link set nimbry1 up && ip route add default dev nimbry0";
+    if (std::system(network) != 0) return result;  // NOLINT(cert-env33-c): a fixed text
+    result.has_network = true;
+
+    const Descriptor client(::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(60135);
+    const timeval patience{10, 0};
+    ::setsockopt(client.number(), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
+    if (::bind(client.number(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) return result;
+
+    QtDatagrams datagrams;
+    if (!datagrams.bind(60137)) return result;
+    result.fault = datagrams.send("255.255.255.255", 60135, {0xCF, 0x01, 0x02});
+    char bytes[8];
+    const ssize_t count = ::recv(client.number(), bytes, sizeof bytes, 0);
+    if (count > 0) result.heard.assign(bytes, static_cast<std::size_t>(count));
+    return result;
+}
+
+TEST_F(QtDatagramsTest, SendsToEverybodyInTheNetwork) {
+    Broadcast result;
+    std::thread([&] { result = broadcast_in_a_network_of_its_own(); }).join();
+    if (!result.has_network) GTEST_SKIP() << "a network of its own cannot be had here";
+    EXPECT_EQ(result.fault, std::nullopt);
+    EXPECT_EQ(result.heard, "\xCF\x01\x02");
 }
 
 TEST_F(QtDatagramsTest, APortThatIsTakenCannotBeBound) {

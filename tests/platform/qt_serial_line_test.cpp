@@ -1,6 +1,9 @@
 #include "platform/qt_serial_line.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <linux/serial.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 
 #include <QTemporaryDir>
@@ -8,8 +11,11 @@
 #include <memory>
 #include <string>
 
+#include "platform/descriptor.h"
 #include "tests/platform/event_loop.h"
+#include "tests/platform/system_calls.h"
 #include "tests/support/pseudo_terminal.h"
+#include "tests/support/temporary_folder.h"
 
 namespace nimbry::platform {
 namespace {
@@ -208,6 +214,101 @@ TEST_F(QtSerialLineTest, ADeviceThatAnotherHolderHasLockedIsLocked) {
     EXPECT_EQ(line.open(station.device()), PortOpenResult::locked);
     other.close();
     EXPECT_EQ(line.open(station.device()), PortOpenResult::ok);
+}
+
+TEST_F(QtSerialLineTest, ADeviceThatAnotherProgramHasClaimedForItselfIsOpenAlready) {
+    // Root may open it all the same, so the test is made as an ordinary user.
+    const test::OrdinaryUser user;
+    const PseudoTerminal claimed;
+    const Descriptor other(::open(claimed.device().c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
+    ASSERT_TRUE(other);
+    ASSERT_EQ(::ioctl(other.number(), TIOCEXCL), 0);
+    EXPECT_EQ(line.open(claimed.device()), PortOpenResult::already_open);
+    EXPECT_FALSE(line.is_open());
+    ASSERT_EQ(::ioctl(other.number(), TIOCNXCL), 0);
+    EXPECT_EQ(line.open(claimed.device()), PortOpenResult::ok);
+}
+
+// What only a real port has: control lines, and a driver that counts faults.
+
+class RealPortTest : public QtSerialLineTest {
+protected:
+    RealPortTest() {
+        port.on_ioctl = [this](unsigned long request, void* argument) -> std::optional<int> {
+            auto* const lines = static_cast<int*>(argument);
+            switch (request) {
+                case TIOCMGET: *lines = raised; return 0;
+                case TIOCMSET: raised = *lines; return 0;
+                case TIOCMBIS: raised |= *lines; return 0;
+                case TIOCMBIC: raised &= ~*lines; return 0;
+                case TIOCGICOUNT: *static_cast<serial_icounter_struct*>(argument) = counted; return 0;
+                default: return std::nullopt;
+            }
+        };
+    }
+
+    /// The next byte arrives; returns what was told of it, in order: "framing", "overrun", "buffer overrun", "bytes".
+    std::vector<std::string> told_of_a_byte() {
+        std::vector<std::string> told;
+        line.on_fault([&](LineFault fault) {
+            told.push_back(fault == LineFault::framing          ? "framing"
+                           : fault == LineFault::overrun        ? "overrun"
+                           : fault == LineFault::buffer_overrun ? "buffer overrun"
+                                                                : "gone");
+        });
+        line.on_readable([&] { told.push_back("bytes"); });
+        station.send("x");
+        EXPECT_TRUE(run_events_until([&] { return !told.empty() && told.back() == "bytes"; }));
+        line.take();
+        line.on_fault(nullptr);
+        line.on_readable(nullptr);
+        return told;
+    }
+
+    test::SystemCalls port;
+    int raised = 0;
+    serial_icounter_struct counted{};
+};
+
+TEST_F(RealPortTest, RtsAndDtrAreRaisedAfterEveryOpen) {
+    for (const char* which : {"first", "second"}) {
+        SCOPED_TRACE(which);
+        raised = 0;
+        ASSERT_EQ(line.open(station.device()), PortOpenResult::ok);
+        EXPECT_EQ(raised & (TIOCM_RTS | TIOCM_DTR), TIOCM_RTS | TIOCM_DTR);
+        line.close();
+    }
+}
+
+TEST_F(RealPortTest, WhatTheDriverHasCountedSinceTheLastBytesIsToldBeforeThem) {
+    using Told = std::vector<std::string>;
+    counted.frame = 7;  // of former days
+    counted.overrun = 3;
+    counted.buf_overrun = 1;
+    ASSERT_EQ(line.open(station.device()), PortOpenResult::ok);
+    EXPECT_EQ(told_of_a_byte(), Told{"bytes"}) << "what was counted before the open is not ours";
+    counted.frame += 5;
+    EXPECT_EQ(told_of_a_byte(), (Told{"framing", "bytes"})) << "each kind once, however often";
+    EXPECT_EQ(told_of_a_byte(), Told{"bytes"});
+    ++counted.overrun;
+    EXPECT_EQ(told_of_a_byte(), (Told{"overrun", "bytes"}));
+    ++counted.buf_overrun;
+    EXPECT_EQ(told_of_a_byte(), (Told{"buffer overrun", "bytes"}));
+    ++counted.frame;
+    ++counted.overrun;
+    ++counted.buf_overrun;
+    EXPECT_EQ(told_of_a_byte(), (Told{"framing", "overrun", "buffer overrun", "bytes"}));
+}
+
+TEST_F(RealPortTest, BreaksParityAndControlSignalsAreNoFaults) {
+    ASSERT_EQ(line.open(station.device()), PortOpenResult::ok);
+    ++counted.brk;
+    ++counted.parity;
+    ++counted.cts;
+    ++counted.dsr;
+    ++counted.rng;
+    ++counted.dcd;
+    EXPECT_EQ(told_of_a_byte(), std::vector<std::string>{"bytes"});
 }
 
 TEST_F(QtSerialLineTest, AClosedPortHoldsNothing) {

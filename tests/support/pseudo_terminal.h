@@ -47,6 +47,15 @@ public:
         send(std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
     }
 
+    /// What the program has written since the last look.
+    [[nodiscard]] std::string received() const {
+        std::string text;
+        char piece[4096];
+        for (ssize_t count = read(master_, piece, sizeof piece); count > 0; count = read(master_, piece, sizeof piece))
+            text.append(piece, static_cast<std::size_t>(count));
+        return text;
+    }
+
     void unplug() {
         for (int* end : {&master_, &slave_}) {
             if (*end >= 0) close(std::exchange(*end, -1));

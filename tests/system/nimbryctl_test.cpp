@@ -1,4 +1,6 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -171,6 +173,92 @@ TEST_F(NimbryctlTest, ThePanelIsShownAtEveryTrainAndEndsWithTheCopy) {
     EXPECT_EQ(panel.ending(), exited(0));
 
     EXPECT_EQ(copy->ending(), exited(0));
+}
+
+/// A terminal as far as the panel needs one: it writes over what stands there, and knows three signs. (ESC [ H: to the
+/// top; ESC [ K: the rest of the line goes; ESC [ J: everything behind goes.)
+class Terminal {
+public:
+    explicit Terminal(const std::vector<std::string>& shown) : rows_(shown) {}
+
+    void write(const std::string& text) {
+        held_ += text;
+        while (!held_.empty() && take_one()) {
+        }
+    }
+    /// Everything that is shown, as lines without blank ones at the end.
+    [[nodiscard]] std::string screen() const {
+        std::string text;
+        for (const std::string& row : rows_) text += row + '\n';
+        while (text.ends_with("\n\n")) text.pop_back();
+        return text;
+    }
+
+private:
+    bool take_one() {
+        if (held_.front() != '\x1b') {
+            put(held_.front());
+            held_.erase(0, 1);
+            return true;
+        }
+        if (held_.size() < 3) return false;  // the rest comes with the next piece
+        const std::string sign = held_.substr(0, 3);
+        held_.erase(0, 3);
+        if (sign == "\x1b[H") {
+            row_ = column_ = 0;
+        } else if (sign == "\x1b[K") {
+            line().resize(column_);
+        } else if (sign == "\x1b[J") {
+            line().resize(column_);
+            rows_.resize(row_ + 1);
+        } else {
+            ADD_FAILURE() << "a sign that this terminal does not know";
+        }
+        return true;
+    }
+    void put(char c) {
+        if (c == '\n') {
+            ++row_;
+            column_ = 0;
+            return;
+        }
+        if (line().size() <= column_) line().resize(column_ + 1, ' ');
+        line()[column_++] = c;
+    }
+    std::string& line() {
+        if (rows_.size() <= row_) rows_.resize(row_ + 1);
+        return rows_[row_];
+    }
+
+    std::vector<std::string> rows_;
+    std::size_t row_ = 0, column_ = 0;
+    std::string held_;
+};
+
+TEST_F(NimbryctlTest, OnATerminalThePanelIsDrawnInPlace) {
+    start();
+    const PseudoTerminal window;
+    const auto on_the_terminal = [device = window.device()] {
+        const int terminal = open(device.c_str(), O_WRONLY | O_NOCTTY);
+        if (terminal < 0 || dup2(terminal, STDOUT_FILENO) < 0) _exit(126);
+    };
+    Process panel(NIMBRYCTL, {"--dir", folder.path(), "panel"}, {.environment = {}, .in_child = on_the_terminal});
+
+    // Longer and wider than the panel: nothing of it may be left.
+    Terminal terminal(std::vector<std::string>(60, std::string(200, '#')));
+    const auto shows_the_panel = [&] {
+        terminal.write(window.received());
+        return terminal.screen() == ask_copy({"panel", "--once"}).out;
+    };
+    EXPECT_TRUE(eventually(shows_the_panel)) << terminal.screen();
+    send_trains();
+    EXPECT_TRUE(eventually([&] {
+        return shows_the_panel() && terminal.screen().find("+12.3 °C") != std::string::npos;
+    })) << terminal.screen();
+    EXPECT_EQ(panel.standard_output(), "");
+    panel.signal(SIGINT);
+    EXPECT_EQ(panel.ending(), (Ending{false, SIGINT}));
+    EXPECT_TRUE(copy->runs()) << "the copy goes on";
 }
 
 TEST_F(NimbryctlTest, ThePanelCanBePrintedOnce) {

@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <ctime>
 #include <regex>
 
 #include "engine/station/train_writer.h"
@@ -12,16 +11,6 @@
 
 namespace nimbry::system_test {
 namespace {
-
-/// A train of a station whose clock agrees with the computer's.
-Bytes train_of_now() {
-    const std::time_t now = std::time(nullptr);
-    std::tm fields{};
-    localtime_r(&now, &fields);
-    StationReadings readings;
-    readings.clock = {fields.tm_sec, fields.tm_min, fields.tm_hour, fields.tm_mday, fields.tm_mon + 1};
-    return write_train(readings);
-}
 
 class NimbrydTest : public testing::Test {
 protected:
