@@ -12,6 +12,8 @@ constexpr std::array kVerbs{
     VerbUsage{"status", "[--json]", "role, station time, serial line and what it has delivered"},
     VerbUsage{"notices", "[--json]", "the last 50 notices, oldest first"},
     VerbUsage{"panel", "[--once]", "the readings as a table, drawn again when they change, until Ctrl-C"},
+    VerbUsage{"extremes", "", "the records of today and of yesterday"},
+    VerbUsage{"summary", "", "the summary of the month in progress"},
     VerbUsage{"get", "SECTION KEY", "the value in force of a key of Nimbry.ini"},
     VerbUsage{"set", "SECTION KEY VALUE", "sets a key in Nimbry.ini and in the running copy"},
     VerbUsage{"prune-log", "[--yes]", "keeps the last 10 lines of the program log"},

@@ -7,6 +7,7 @@
 #include "engine/control/verb_list.h"
 #include "engine/control/verbs_doing.h"
 #include "engine/control/verbs_looking.h"
+#include "engine/control/verbs_records.h"
 #include "engine/core/event.h"
 #include "engine/derived/code_page.h"
 
@@ -20,9 +21,10 @@ struct Verb {
 };
 
 constexpr std::array kVerbs{
-    Verb{"boxes", boxes_verb},         Verb{"status", status_verb}, Verb{"notices", notices_verb},
-    Verb{"panel", panel_verb},         Verb{"get", get_verb},       Verb{"set", set_verb},
-    Verb{"prune-log", prune_log_verb}, Verb{"stop", stop_verb},
+    Verb{"boxes", boxes_verb}, Verb{"status", status_verb},     Verb{"notices", notices_verb},
+    Verb{"panel", panel_verb}, Verb{"extremes", extremes_verb}, Verb{"summary", summary_verb},
+    Verb{"get", get_verb},     Verb{"set", set_verb},           Verb{"prune-log", prune_log_verb},
+    Verb{"stop", stop_verb},
 };
 
 }  // namespace

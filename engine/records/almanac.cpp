@@ -157,6 +157,7 @@ void almanac(Copy& copy) {
         record_step(copy, [&] { append_row(copy); });
         record_step(copy, [&] { copy_to_local(copy, almanac_log); });
         record_step(copy, [&] { archive(copy); });
+        show_monthly_rain(copy.state, copy.ports.files);
         copy.state.run.DuplicateError = false;
     });
 }

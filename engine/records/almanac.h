@@ -3,10 +3,9 @@
 #include <string>
 
 #include "engine/core/copy.h"
+#include "engine/records/almanac_file.h"
 
 namespace nimbry {
-
-inline constexpr std::string_view almanac_log = "nbextreme.log";
 
 /// The weather day's row: backup, head if the file is new, days since rain, the row itself, the local copy, and the
 /// archive step. A first error costs only its step. Does nothing while an error of a record routine stands. Bears the

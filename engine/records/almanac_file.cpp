@@ -1,6 +1,9 @@
 #include "engine/records/almanac_file.h"
 
+#include <optional>
+
 #include "engine/core/run_time_error.h"
+#include "engine/derived/number_text.h"
 
 namespace nimbry {
 namespace {
@@ -9,11 +12,12 @@ bool is_row(std::string_view line) {
     return !line.empty() && line.front() >= '0' && line.front() <= '9';
 }
 
-AlmanacRow read_row(std::string_view line) {
+// Nothing for a line of too few fields.
+std::optional<AlmanacRow> read_row(std::string_view line) {
     AlmanacRow row;
     for (std::size_t n = 0; n < almanac_columns; ++n) {
         const std::size_t comma = line.find(',');
-        if (comma == std::string_view::npos && n + 1 < almanac_columns) throw RunTimeError{ErrorNumber::index};
+        if (comma == std::string_view::npos && n + 1 < almanac_columns) return std::nullopt;
         row.fields[n] = line.substr(0, comma);
         line.remove_prefix(comma == std::string_view::npos ? line.size() : comma + 1);
     }
@@ -46,10 +50,26 @@ Almanac read_almanac(std::string_view text, DayEnd fallback) {
         if (!is_row(line)) {
             if (almanac.rows.empty()) look_for_day_end(line, almanac.day_end);
         } else if (almanac.rows.size() < Almanac::most_rows) {
-            almanac.rows.push_back(read_row(line));
+            const std::optional<AlmanacRow> row = read_row(line);
+            if (!row) throw RunTimeError{ErrorNumber::index};
+            almanac.rows.push_back(*row);
         }
     }
     return almanac;
+}
+
+AlmanacRain almanac_rain(std::string_view text) {
+    AlmanacRain rain;
+    while (!text.empty()) {
+        const std::string_view line = take_line(text);
+        if (!is_row(line)) continue;
+        const std::optional<AlmanacRow> row = read_row(line);
+        const double day = row ? Val((*row)[AlmanacColumn::rain]) : 0;
+        if (!(day > 0)) continue;
+        ++rain.days;
+        rain.total += day;
+    }
+    return rain;
 }
 
 int count_almanac_rows(std::string_view text) {

@@ -10,6 +10,9 @@ namespace nimbry {
 // The bytes of an almanac, `nbextreme.log` or a monthly archive of it: a head, then one comma-separated row for each
 // weather day. docs/formats/almanac.md shows them.
 
+/// The almanac of the month in progress.
+inline constexpr std::string_view almanac_log = "nbextreme.log";
+
 /// The columns of a row, in their order.
 enum class AlmanacColumn : std::size_t {
     date,
@@ -77,5 +80,13 @@ struct Almanac {
 
 /// The lines that begin with a digit.
 [[nodiscard]] int count_almanac_rows(std::string_view text);
+
+/// The rain of the rows, in the unit of the rows, which the file does not name.
+struct AlmanacRain {
+    int days = 0;      ///< rows with a total above 0
+    double total = 0;  ///< their sum, not rounded
+};
+/// Adds up the rain of an almanac. For a display, so a damaged row only counts for nothing.
+[[nodiscard]] AlmanacRain almanac_rain(std::string_view text);
 
 }  // namespace nimbry

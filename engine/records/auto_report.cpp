@@ -5,6 +5,7 @@
 #include "engine/derived/number_text.h"
 #include "engine/records/almanac.h"
 #include "engine/records/archive_names.h"
+#include "engine/records/file_steps.h"
 #include "engine/records/monthly_summary.h"
 
 namespace nimbry {
@@ -12,8 +13,7 @@ namespace {
 
 using std::chrono::days;
 
-const std::string working_copy = "altemp.csv";
-const std::string summary_file = "NBYSummary.txt";
+const std::string working_copy(almanac_copy);
 const std::string template_file = "nimbrysummarytemplate.html";
 const std::string work_page = "TempSummary.html";
 const std::string finished_page = "nimbrysummary.html";
@@ -34,16 +34,9 @@ int year_of(const Copy& copy, const std::string& name, bool live) {
     return 2000 + whole_number(digits);
 }
 
-void remove_if_there(Files& files, const std::string& name) {
-    if (files.exists(name)) require(files.remove(name));
-}
-
 std::string through_working_copy(Files& files, const std::string& name) {
     std::string text;
-    if (name != working_copy) {
-        remove_if_there(files, working_copy);
-        require(files.copy(name, working_copy));
-    }
+    if (files.path(name) != files.path(working_copy)) copy_over(files, name, working_copy);
     require(files.read(working_copy, text));
     return text;
 }
@@ -71,20 +64,23 @@ void make_page(Files& files, const MonthlySummary& summary) {
 
 }  // namespace
 
+MonthlySummary summarised(const Copy& copy, const std::string& AFname, std::string_view text) {
+    const WeatherState& state = copy.state;
+    const bool live = AFname == almanac_log;
+    return monthly_summary(read_almanac(text, selected_day_end(state.settings)), state.units,
+                           {.live = live,
+                            .year = year_of(copy, AFname, live),
+                            .DaySinceRain = state.records.DaySinceRain,
+                            .LastRain = state.records.LastRain});
+}
+
 void alanalyse(Copy& copy, const std::string& AFname) {
     tagged("alanalyse", [&] {
-        WeatherState& state = copy.state;
         Files& files = copy.ports.files;
-        const bool live = AFname == almanac_log;
-        const Almanac read = read_almanac(through_working_copy(files, AFname), selected_day_end(state.settings));
-        const MonthlySummary summary = monthly_summary(read, state.units,
-                                                       {.live = live,
-                                                        .year = year_of(copy, AFname, live),
-                                                        .DaySinceRain = state.records.DaySinceRain,
-                                                        .LastRain = state.records.LastRain});
-        require(files.rewrite(summary_file, summary.text));
+        const MonthlySummary summary = summarised(copy, AFname, through_working_copy(files, AFname));
+        require(files.rewrite(std::string(summary_file), summary.text));
         make_page(files, summary);
-        state.records.summary_uploaded = false;
+        copy.state.records.summary_uploaded = false;
     });
 }
 

@@ -3,8 +3,19 @@
 #include <string>
 
 #include "engine/core/copy.h"
+#include "engine/records/monthly_summary.h"
 
 namespace nimbry {
+
+/// The copy of an almanac that is read and shown, so that nobody holds the live file.
+inline constexpr std::string_view almanac_copy = "altemp.csv";
+
+/// The text of the last summary.
+inline constexpr std::string_view summary_file = "NBYSummary.txt";
+
+/// The summary of an almanac, as alanalyse() makes it, from its bytes. Writes nothing. Throws RunTimeError (index) for
+/// a damaged row.
+[[nodiscard]] MonthlySummary summarised(const Copy& copy, const std::string& AFname, std::string_view text);
 
 /// Makes the summary of the month in progress, or, when its almanac has just been archived, of that archive. Without
 /// either nothing is written. Throws as alanalyse() does.

@@ -8,7 +8,6 @@
 namespace nimbry {
 namespace {
 
-constexpr std::string_view log_file = "nimbry.dat";
 constexpr std::string_view line_end = "\r\n";
 constexpr std::string_view columns =
     "DATE,MONTH,TIME,TEMPERATURE,HUMIDITY,DEWPOINT,WINDCHILL,HEAT INDEX,WIND SPEED,WIND DIRECTION,GUST SPEED,"
@@ -27,8 +26,9 @@ void append(Copy& copy, const std::string& name, std::string_view bytes) {
     require(copy.ports.files.append(name, bytes));
 }
 
-void make_if_missing(Copy& copy, const std::string& name) {
-    if (!copy.ports.files.exists(name)) append(copy, name, data_log_head(copy.state.units));
+void write_entry(Copy& copy, const std::string& name, const std::string& line) {
+    const bool is_new = !copy.ports.files.exists(name);
+    append(copy, name, is_new ? data_log_head(copy.state.units) + line : line);
 }
 
 bool first_of_month(CivilTime time) {
@@ -80,19 +80,15 @@ void weather_log_minute(Copy& copy) {
     if (!state.settings.fwrtlog) minutes = 0;
     if (minutes < state.settings.LogMin) return;
     minutes = 0;
-    if (!state.settings.fwrtlog) return;
-    softly(copy, "writelog", [&] { writelog(copy); });
+    if (state.settings.fwrtlog) writelog(copy);
 }
 
 void writelog(Copy& copy) {
     const WeatherState& state = copy.state;
-    const std::string main_log(log_file);
-    const std::string twin = local_twin(state.publish, log_file);
     const std::string line = data_line(state.log_fields);
-    make_if_missing(copy, main_log);
-    if (!twin.empty()) make_if_missing(copy, twin);
-    if (state.settings.fwrtlog) append(copy, main_log, line);
-    if (!twin.empty()) append(copy, twin, line);
+    // Each file by itself: a folder on another machine that is out of reach must not cost the program's own line.
+    for (const std::string& name : {std::string(log_file), local_twin(state.publish, log_file)})
+        if (!name.empty()) softly(copy, "writelog", [&] { write_entry(copy, name, line); });
     if (state.readings.dtvar && month_is_over(copy)) softly(copy, "rolllog", [&] { rolllog(copy); });
 }
 

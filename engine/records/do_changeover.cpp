@@ -6,8 +6,10 @@
 #include "engine/publish/local_save.h"
 #include "engine/records/almanac.h"
 #include "engine/records/auto_report.h"
+#include "engine/records/data_log.h"
 #include "engine/records/day_files.h"
 #include "engine/records/extremes_display.h"
+#include "engine/records/file_steps.h"
 #include "engine/records/record_step.h"
 
 namespace nimbry {
@@ -25,13 +27,15 @@ void write_yesterday(Copy& copy, CivilTime now) {
 
 // A folder on another machine may be out of reach for a moment, so this is tried a second time before it is given up.
 void save_log_locally(Copy& copy) {
-    constexpr std::string_view name = "nimbry.dat";
+    const std::string twin = local_twin(copy.state.publish, log_file);
+    if (twin.empty()) return;
     for (int tries = 0; tries < 2; ++tries) {
         try {
-            copy_to_local(copy, name);
+            wait_until_free(copy, twin);
+            copy_to_local(copy, log_file);
             return;
         } catch (const RunTimeError&) {
-            const std::string text = "Local save error in changeover routine writing to file: " + std::string(name);
+            const std::string text = "Local save error in changeover routine writing to file: " + std::string(log_file);
             copy.ports.notices.balloon({.title = "Local Save Error", .text = text, .icon = "!"});
             copy.log.event_or_nothing(" " + text);
         }
@@ -47,7 +51,7 @@ void run_batch(Copy& copy) {
 void back_up(Copy& copy, const std::string& name, const std::string& backup) {
     Files& files = copy.ports.files;
     if (!files.exists(name)) return;
-    if (files.exists(backup)) require(files.remove(backup));
+    remove_if_there(files, backup);
     wait_until_free(copy, name);
     require(files.copy(name, backup));
 }

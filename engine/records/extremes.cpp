@@ -58,7 +58,10 @@ void extremes(Copy& copy) {
     if (!state.run.fullystarted || state.run.DuplicateError || state.run.HaveError) return;
     tagged("extremes", [&] {
         record_step(copy, [&] { refresh_sun_texts(copy); });
-        if (state.run.firstrun) resetextremes(copy);
+        if (state.run.firstrun)
+            resetextremes(copy);
+        else if (state.records.unitschanged)
+            reload_in_new_units(copy);
         record_step(copy, [&] { update_outdoor_extremes(copy); });
         record_step(copy, [&] { rain_of_the_day(copy); });
         record_step(copy, [&] { update_indoor_extremes(copy); });
@@ -68,6 +71,8 @@ void extremes(Copy& copy) {
         record_step(copy, [&] { graph_tick(copy); });
         show_sun_picture(copy);
         record_step(copy, [&] { midnight_rain_file(copy); });
+        // An error behind the changeover, which clears it too, must not keep the next train from being recorded.
+        state.run.DuplicateError = false;
     });
 }
 

@@ -9,7 +9,8 @@ namespace nimbry {
 /// midnight.
 ///
 /// Does nothing before the first cycle has been completed, or while an error of a record routine stands
-/// (record_step.h). Bears the tag "extremes". May wait.
+/// (record_step.h). An error costs its step and no later cycle: at the end of the cycle it is forgotten. Bears the tag
+/// "extremes". May wait.
 void extremes(Copy& copy);
 
 }  // namespace nimbry

@@ -2,6 +2,7 @@
 
 #include "engine/derived/number_text.h"
 #include "engine/derived/reading_text.h"
+#include "engine/records/almanac_file.h"
 #include "engine/records/extremes_texts.h"
 
 namespace nimbry {
@@ -141,6 +142,14 @@ void ResYesterday(WeatherState& state) {
 void show_no_yesterday(WeatherState& state) {
     for_each_box(yesterday(state), [](Box& box) { box.text = "- No Data Available -"; });
     state.panel.TxtRainYest.text = " -- ";
+}
+
+void show_monthly_rain(WeatherState& state, const Files& files) {
+    std::string almanac;
+    files.read(std::string(almanac_log), almanac);
+    const AlmanacRain rain = almanac_rain(almanac);
+    state.additional.txtRainDays.text = numtext(rain.days);
+    state.additional.txtMnthTotal.text = numtext(Round(rain.total, 2)) + " " + state.units.rain_text;
 }
 
 void show_rain_days(WeatherState& state) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/core/weather_state.h"
+#include "engine/ports/files.h"
 
 namespace nimbry {
 
@@ -28,6 +29,10 @@ void ResYesterday(WeatherState& state);
 
 /// Yesterday's column without a day: "- No Data Available -", and " -- " for its rain.
 void show_no_yesterday(WeatherState& state);
+
+/// The rain of the month's finished days in the additional data window: the days with rain, and their total. No
+/// almanac: "0", and "0 mm". A file that cannot be read counts as none.
+void show_monthly_rain(WeatherState& state, const Files& files);
 
 /// The days since rain and the amount of the last rain, in the additional data window.
 void show_rain_days(WeatherState& state);

@@ -10,7 +10,9 @@
 #include "engine/records/day_files.h"
 #include "engine/records/do_changeover.h"
 #include "engine/records/extremes_display.h"
+#include "engine/records/file_steps.h"
 #include "engine/records/record_step.h"
+#include "engine/records/save_extremes.h"
 
 namespace nimbry {
 namespace {
@@ -124,12 +126,32 @@ void load_step(Copy& copy, Step&& step) {
 
 }  // namespace
 
-void resetextremes(Copy& copy) {
+void resetextremes(Copy& copy, bool units_changed) {
     blank_today(copy.state);
     copy.state.records.day.reset_values();
     copy.state.rain.raintoday = 0;
-    loadextremes(copy);
+    loadextremes(copy, units_changed);
     copy.state.records.doingreset = false;
+}
+
+void reload_in_new_units(Copy& copy) {
+    WeatherState& state = copy.state;
+    RecordsState& records = state.records;
+    records.unitschanged = false;
+    record_step(copy, [&] {
+        state.run.tdaysaving.set();
+        SaveExtremes(copy);
+    });
+    const TodayRecord today{records.day, state.rain.raintoday, records.DaySinceRain, records.LastRain};
+    const float rainatchange = state.rain.rainatchange;
+    resetextremes(copy, true);
+    records.day = today.extremes;
+    records.DaySinceRain = today.DaySinceRain;
+    records.LastRain = today.LastRain;
+    state.rain.raintoday = today.raintoday;
+    state.rain.rainatchange = rainatchange;
+    show_today(state);
+    show_monthly_rain(state, copy.ports.files);
 }
 
 void loadextremes(Copy& copy, bool units_changed) {
@@ -137,7 +159,10 @@ void loadextremes(Copy& copy, bool units_changed) {
     if (!state.run.fullystarted || state.run.DuplicateError || state.run.HaveError || !state.readings.dtvar) return;
     tagged("ResYesterday", [&] {
         std::optional<CivilTime> stamp;
-        if (units_changed) load_step(copy, [&] { log_units_line(copy); });
+        if (units_changed) {
+            load_step(copy, [&] { log_units_line(copy); });
+            load_step(copy, [&] { remove_if_there(copy.ports.files, "grafdata.dat"); });
+        }
         load_step(copy, [&] { load_yesterday(copy); });
         load_step(copy, [&] { stamp = load_today(copy); });
         if (stamp && !units_changed) load_step(copy, [&] { make_up_for_changeover(copy, *stamp); });

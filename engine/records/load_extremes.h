@@ -6,7 +6,11 @@ namespace nimbry {
 
 /// Starts the day's record: today's displays blank, the reset values, then loadextremes(). In the first cycle that
 /// updates.
-void resetextremes(Copy& copy);
+void resetextremes(Copy& copy, bool units_changed = false);
+
+/// Shows the records in the units now in force: saves the day and loads both files again. What is held of today stands
+/// all the same, for a day with a silent sensor is in no file. Clears `unitschanged`. May wait.
+void reload_in_new_units(Copy& copy);
 
 /// Reads yesterday's file and today's, in this order, and shows both. Yesterday's counts while it is less than 86380 s
 /// old, today's while it is not more than 86380 s old; a stale one is as good as none. If the changeover fell into the

@@ -8,12 +8,13 @@ namespace nimbry {
 
 /// The records' own state. Yesterday has none: its file is read into `day`, shown, and then overwritten by today's.
 struct RecordsState {
-    DayExtremes day;         ///< the weather day's extremes
-    int DaySinceRain = 0;    ///< whole days without rain
-    float LastRain = 0;      ///< amount of the most recent day with rain; kept on purpose: in the rain unit of that day
-    bool doingreset = true;  ///< a reset of the day is in progress
-    bool TFileOK = false;    ///< today's file was fresh when it was read
-    bool YFileBad = false;   ///< yesterday's file is there, but stale
+    DayExtremes day;       ///< the weather day's extremes
+    int DaySinceRain = 0;  ///< whole days without rain
+    float LastRain = 0;    ///< amount of the most recent day with rain; kept on purpose: in the rain unit of that day
+    bool unitschanged = false;  ///< set by whoever changes a unit: the next cycle shows the records in the new ones
+    bool doingreset = true;     ///< a reset of the day is in progress
+    bool TFileOK = false;       ///< today's file was fresh when it was read
+    bool YFileBad = false;      ///< yesterday's file is there, but stale
 
     bool ChangeTriggered = false;  ///< the changeover of this change time is done
     bool coMailSent = false;       ///< the changeover has sent mail, so this cycle's scheduled mails are passed over

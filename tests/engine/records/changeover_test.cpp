@@ -4,49 +4,14 @@
 
 #include <algorithm>
 
-#include "engine/derived/dates.h"
-#include "tests/world/world.h"
+#include "tests/engine/records/weather_days.h"
 
 namespace nimbry {
 namespace {
 
 using namespace std::chrono_literals;
-using test::World;
-
-CivilTime at(int month, int day, int hour, int minute, int second, int year = 2026) {
-    return *civil_time({year, month, day, hour, minute, second});
-}
-
-// A copy whose station and computer show the same time, fed a train every ten seconds.
-class Day {
-public:
-    explicit Day(CivilTime start, const std::string& keys = {}) : world(start) {
-        world.files.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\n" + keys);
-    }
-    void start() { world.start(); }
-    // A train at this station time; the computer shows the same.
-    void train(CivilTime station, StationReadings readings = {}) {
-        world.clock.set_computer_time(station);
-        world.send_train(readings, station);
-    }
-    // Trains every ten seconds from one time to another, both included.
-    void trains(CivilTime from, CivilTime to, const StationReadings& readings = {}) {
-        for (CivilTime t = from; t <= to; t += 10s) train(t, readings);
-    }
-    int changeovers() {
-        const auto log = world.log();
-        return static_cast<int>(std::count_if(log.begin(), log.end(), [](const std::string& line) {
-            return line.ends_with(" Changeover process completed successfully");
-        }));
-    }
-    std::vector<std::string> rows() {
-        std::vector<std::string> found;
-        for (const std::string& line : world.lines("nbextreme.log"))
-            if (!line.empty() && line.front() >= '0' && line.front() <= '9') found.push_back(line);
-        return found;
-    }
-    World world;
-};
+using test::at;
+using Day = test::WeatherDays;
 
 TEST(Changeover, RunsOnceInTheLastTenSecondsAndNotAgainInTheMinuteAfter) {
     Day day(at(10, 5, 8, 59, 2));

@@ -136,6 +136,33 @@ TEST(DataLog, AnArchiveIsNeverOverwrittenAndTheProgramGoesOn) {
     EXPECT_FALSE(world.state().run.ProgramClosing);
 }
 
+TEST(DataLog, AMissingLocalFolderCostsTheTwinsLineOnly) {
+    World world(at(10, 5, 14, 0));
+    run(world, "fwrtlog=True\r\nLogMin=1\r\n[FTP]\r\nLocalSave=True\r\nLocalPath=/away\r\n", at(10, 5, 14, 0));
+    world.run_for(61s);
+    EXPECT_EQ(world.files.contents("nimbry.dat"), metric_head + "5,Oct,14:00" + usual_line + "\r\n");
+    EXPECT_TRUE(logged(world, "05 Oct 2026 14:00:00 Error 53 encountered in writelog."));
+    ASSERT_EQ(world.notices.balloons.size(), 1U);
+    EXPECT_EQ(world.notices.balloons[0].what.text, "Error 53 encountered in writelog.");
+    world.files.add_folder("/away");
+    world.run_for(60s);
+    EXPECT_EQ(world.files.contents("/away/nimbry.dat"), metric_head + "5,Oct,14:00" + usual_line + "\r\n");
+    EXPECT_FALSE(world.state().run.ProgramClosing);
+}
+
+TEST(DataLog, AFullDiskCostsTheLogsLineAndTheTwinHasIt) {
+    World world(at(10, 5, 14, 0));
+    world.files.add_folder("/local");
+    run(world, "fwrtlog=True\r\nLogMin=1\r\n[FTP]\r\nLocalSave=True\r\nLocalPath=/local\r\n", at(10, 5, 14, 0));
+    world.files.put("nimbry.dat", "rows\r\n");
+    world.files.refuse("nimbry.dat", FileResult::disk_full);
+    world.run_for(61s);
+    EXPECT_EQ(world.files.contents("/local/nimbry.dat"), metric_head + "5,Oct,14:00" + usual_line + "\r\n");
+    world.files.allow();
+    world.run_for(60s);
+    EXPECT_EQ(world.files.contents("nimbry.dat"), "rows\r\n5,Oct,14:00" + usual_line + "\r\n");
+}
+
 TEST(DataLog, AChangeOfUnitsAddsTheColumnsAndTheNewUnitsToAFileThatIsThere) {
     World world(at(10, 5, 14, 0));
     run(world, "", at(10, 5, 14, 0));

@@ -1,0 +1,16 @@
+#include "engine/records/file_steps.h"
+
+#include "engine/core/run_time_error.h"
+
+namespace nimbry {
+
+void remove_if_there(Files& files, const std::string& name) {
+    if (files.exists(name)) require(files.remove(name));
+}
+
+void copy_over(Files& files, const std::string& from, const std::string& to) {
+    remove_if_there(files, to);
+    require(files.copy(from, to));
+}
+
+}  // namespace nimbry

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+#include "engine/ports/files.h"
+
+namespace nimbry {
+
+/// Deletes a file; nothing for a missing one. Throws RunTimeError.
+void remove_if_there(Files& files, const std::string& name);
+
+/// Copies a file to another name, over what is there. Throws RunTimeError.
+void copy_over(Files& files, const std::string& from, const std::string& to);
+
+}  // namespace nimbry

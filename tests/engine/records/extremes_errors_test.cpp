@@ -1,0 +1,87 @@
+#include <gtest/gtest.h>
+
+#include "tests/engine/records/weather_days.h"
+
+namespace nimbry {
+namespace {
+
+using namespace std::chrono_literals;
+using test::at;
+using test::WeatherDays;
+
+StationReadings warm() {
+    StationReadings readings;
+    readings.temperature.outdoor = 18.5;
+    return readings;
+}
+
+TEST(ExtremesErrors, AnErrorBehindTheChangeoverCostsItsStepAndNoLaterTrain) {
+    WeatherDays days(at(10, 5, 23, 59, 40));
+    days.start();
+    days.trains(at(10, 5, 23, 59, 40), at(10, 5, 23, 59, 50));
+    days.world.files.refuse("rnslm.dat", FileResult::permission);
+    days.train(at(10, 6, 0, 0, 0));
+    days.world.run_for(3s);
+    EXPECT_FALSE(days.world.state().run.DuplicateError);
+    EXPECT_FALSE(days.world.state().run.HaveError);
+    days.world.files.allow();
+    days.train(at(10, 6, 0, 0, 10), warm());
+    EXPECT_EQ(days.world.state().records.day.maxtemp, 18.5F);
+    EXPECT_FALSE(days.world.engine.gone());
+}
+
+TEST(ExtremesErrors, TheFirstErrorWaitsTwoSecondsBeforeTheNextStep) {
+    WeatherDays days(at(10, 5, 23, 59, 40));
+    days.start();
+    days.trains(at(10, 5, 23, 59, 40), at(10, 5, 23, 59, 50));
+    days.world.files.refuse("rnslm.dat", FileResult::permission);
+    days.train(at(10, 6, 0, 0, 0));
+    days.world.run_for(1800ms);
+    EXPECT_TRUE(days.world.state().run.DuplicateError);
+    days.world.run_for(300ms);
+    EXPECT_FALSE(days.world.state().run.DuplicateError);
+}
+
+TEST(ExtremesErrors, NothingIsRecordedWhileAnErrorStands) {
+    WeatherDays days(at(10, 5, 14, 0, 0));
+    days.start();
+    days.trains(at(10, 5, 14, 0, 0), at(10, 5, 14, 0, 10));
+    days.world.state().run.DuplicateError = true;
+    days.train(at(10, 5, 14, 0, 20), warm());
+    EXPECT_EQ(days.world.state().records.day.maxtemp, 12.3F);
+}
+
+// The backup of today's file fails, then the one of yesterday's.
+TEST(ExtremesErrors, ASecondErrorInOneChangeoverEndsTheProgram) {
+    WeatherDays days(at(10, 5, 8, 59, 30));
+    days.start();
+    days.trains(at(10, 5, 8, 59, 30), at(10, 5, 8, 59, 40));
+    days.world.files.put("nimbrTDay.log", "today\r\n");
+    days.world.files.put("nimbrYDay.log", "yesterday\r\n");
+    days.world.files.refuse("nimbrTDay.bak", FileResult::disk_full);
+    days.world.files.refuse("nimbrYDay.bak", FileResult::disk_full);
+    days.train(at(10, 5, 8, 59, 50));
+    days.world.run_for(5s);
+    ASSERT_EQ(days.world.notices.boxes.size(), 1U);
+    EXPECT_EQ(days.world.notices.boxes[0].what.text,
+              "Unrecoverable error 61 encountered in DoChangeover.\r\nNimbry will now exit.");
+    EXPECT_TRUE(days.world.engine.gone());
+    EXPECT_EQ(days.world.files.contents("nimbrYDay.log"), "yesterday\r\n");
+}
+
+TEST(ExtremesErrors, ASecondErrorInTheLoadingEndsTheProgramUnderItsTag) {
+    WeatherDays days(at(10, 5, 14, 0, 0));
+    days.start();
+    days.train(at(10, 5, 14, 0, 0));
+    days.world.files.put("nimbrYDay.log", "no date\r\n");
+    days.world.files.put("nimbrTDay.log", "no date\r\n");
+    days.train(at(10, 5, 14, 0, 10));
+    days.world.run_for(5s);
+    ASSERT_EQ(days.world.notices.boxes.size(), 1U);
+    EXPECT_EQ(days.world.notices.boxes[0].what.text,
+              "Unrecoverable error 13 encountered in ResYesterday.\r\nNimbry will now exit.");
+    EXPECT_TRUE(days.world.engine.gone());
+}
+
+}  // namespace
+}  // namespace nimbry
