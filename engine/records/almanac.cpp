@@ -82,6 +82,19 @@ void make_if_missing(Copy& copy) {
     if (!copy.ports.files.exists(name)) require(copy.ports.files.append(name, almanac_head(copy.state.settings)));
 }
 
+// The row to come begins a line of its own. A torn row goes: its day is in the backup.
+void end_last_line(Copy& copy) {
+    const std::string name(almanac_log);
+    std::string text;
+    require(copy.ports.files.read(name, text));
+    const std::size_t sound = sound_length(text);
+    if (sound < text.size()) {
+        require(copy.ports.files.rewrite(name, text.substr(0, sound)));
+    } else if (!text.ends_with('\n')) {
+        require(copy.ports.files.append(name, "\r\n"));
+    }
+}
+
 void back_up_almanac(Copy& copy) {
     const std::string backup = "nbextreme.bak";
     back_up(copy, std::string(almanac_log), backup);
@@ -152,7 +165,10 @@ void almanac(Copy& copy) {
     if (!run.fullystarted || run.DuplicateError || run.HaveError) return;
     tagged("almanac", [&] {
         record_step(copy, [&] { back_up_almanac(copy); });
-        record_step(copy, [&] { make_if_missing(copy); });
+        record_step(copy, [&] {
+            make_if_missing(copy);
+            end_last_line(copy);
+        });
         record_step(copy, [&] { count_dry_days(copy); });
         record_step(copy, [&] { append_row(copy); });
         record_step(copy, [&] { copy_to_local(copy, almanac_log); });

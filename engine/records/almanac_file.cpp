@@ -58,6 +58,12 @@ Almanac read_almanac(std::string_view text, DayEnd fallback) {
     return almanac;
 }
 
+std::size_t sound_length(std::string_view text) {
+    const std::size_t last = text.rfind('\n') + 1;  // npos + 1: the text is one line
+    const bool whole = last == text.size() || !is_row(text.substr(last)) || read_row(text.substr(last));
+    return whole ? text.size() : last;
+}
+
 AlmanacRain almanac_rain(std::string_view text) {
     AlmanacRain rain;
     while (!text.empty()) {

@@ -81,6 +81,10 @@ struct Almanac {
 /// The lines that begin with a digit.
 [[nodiscard]] int count_almanac_rows(std::string_view text);
 
+/// How many bytes of an almanac can be built on: all, but for a last line without its end that is no whole row. A power
+/// cut can leave the beginning of a row, and the next one must not be joined to it.
+[[nodiscard]] std::size_t sound_length(std::string_view text);
+
 /// The rain of the rows, in the unit of the rows, which the file does not name.
 struct AlmanacRain {
     int days = 0;      ///< rows with a total above 0

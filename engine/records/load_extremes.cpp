@@ -1,5 +1,7 @@
 #include "engine/records/load_extremes.h"
 
+#include <optional>
+
 #include "engine/core/exits.h"
 #include "engine/core/run_time_error.h"
 #include "engine/derived/dates.h"
@@ -111,16 +113,28 @@ void make_up_for_changeover(Copy& copy, CivilTime stamp) {
     throw WaitCancelled{};  // nothing of the cycle that asked for the files may go on
 }
 
-// A step of the loading. A file that ends too early is the one damage that a person is told about in words.
-template <class Step>
-void load_step(Copy& copy, Step&& step) {
+// Puts a damaged file out of the way, so that it stops one start at most.
+void set_aside(Files& files, std::string_view name) {
+    const std::string aside = std::string(name.substr(0, name.rfind('.'))) + ".bad";
+    if (files.exists(aside)) files.remove(aside);
+    files.rename(std::string(name), aside);
+}
+
+// The loading of one file. One that ends too early is the only damage that a person is told about in words.
+template <class Load>
+void load_file(Copy& copy, std::string_view name, Load&& load) {
     record_step(copy, [&] {
+        std::optional<RunTimeError> damage;
         try {
-            step();
+            load();
         } catch (const RunTimeError& error) {
-            if (error.number == ErrorNumber::past_end) leave_for_short_file(copy);
-            throw;
+            if (error.number != ErrorNumber::past_end && error.number != ErrorNumber::type_mismatch) throw;
+            damage = error;
         }
+        if (!damage) return;
+        set_aside(copy.ports.files, name);
+        if (damage->number == ErrorNumber::past_end) leave_for_short_file(copy);
+        throw *damage;
     });
 }
 
@@ -160,13 +174,13 @@ void loadextremes(Copy& copy, bool units_changed) {
     tagged("ResYesterday", [&] {
         std::optional<CivilTime> stamp;
         if (units_changed) {
-            load_step(copy, [&] { log_units_line(copy); });
-            load_step(copy, [&] { remove_if_there(copy.ports.files, "grafdata.dat"); });
+            record_step(copy, [&] { log_units_line(copy); });
+            record_step(copy, [&] { remove_if_there(copy.ports.files, "grafdata.dat"); });
         }
-        load_step(copy, [&] { load_yesterday(copy); });
-        load_step(copy, [&] { stamp = load_today(copy); });
-        if (stamp && !units_changed) load_step(copy, [&] { make_up_for_changeover(copy, *stamp); });
-        load_step(copy, [&] { loadgrafdata(copy); });
+        load_file(copy, yesterday_file, [&] { load_yesterday(copy); });
+        load_file(copy, today_file, [&] { stamp = load_today(copy); });
+        if (stamp && !units_changed) record_step(copy, [&] { make_up_for_changeover(copy, *stamp); });
+        record_step(copy, [&] { loadgrafdata(copy); });
         state.run.DuplicateError = false;
     });
 }

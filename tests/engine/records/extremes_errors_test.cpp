@@ -81,6 +81,40 @@ TEST(ExtremesErrors, ASecondErrorInTheLoadingEndsTheProgramUnderItsTag) {
     EXPECT_EQ(days.world.notices.boxes[0].what.text,
               "Unrecoverable error 13 encountered in ResYesterday.\r\nNimbry will now exit.");
     EXPECT_TRUE(days.world.engine.gone());
+    // Neither file stands in the way of the next start.
+    EXPECT_FALSE(days.world.files.exists("nimbrYDay.log"));
+    EXPECT_FALSE(days.world.files.exists("nimbrTDay.log"));
+    EXPECT_EQ(days.world.files.contents("nimbrTDay.bad"), "no date\r\n");
+}
+
+TEST(ExtremesErrors, AShortFileStopsOneStartAndNotTheNext) {
+    WeatherDays first(at(10, 5, 14, 0, 0));
+    first.world.files.put("nimbrTDay.log", "05 Oct 2026 13:50:00\r\n12.3\r\n");
+    first.world.files.put("nimbrTDay.bad", "of an earlier time\r\n");
+    first.start();
+    first.trains(at(10, 5, 14, 0, 0), at(10, 5, 14, 0, 10));
+    first.world.run_for(5s);
+    ASSERT_TRUE(first.world.engine.gone());
+    EXPECT_EQ(first.world.files.contents("nimbrTDay.bad"), "05 Oct 2026 13:50:00\r\n12.3\r\n");
+    WeatherDays second(at(10, 5, 14, 1, 0));
+    second.inherit(first.world);
+    second.start();
+    second.trains(at(10, 5, 14, 1, 0), at(10, 5, 14, 1, 10));
+    EXPECT_FALSE(second.world.engine.gone());
+    EXPECT_EQ(second.world.state().records.day.maxtemp, 12.3F);
+}
+
+// A disk that does not let a file be read has not damaged it.
+TEST(ExtremesErrors, AFileThatCannotBeReadStaysWhereItIs) {
+    WeatherDays days(at(10, 5, 14, 0, 0));
+    days.world.files.put("nimbrTDay.log", "05 Oct 2026 13:50:00\r\n12.3\r\n");
+    days.start();
+    days.train(at(10, 5, 14, 0, 0));
+    days.world.files.refuse("nimbrTDay.log", FileResult::permission);
+    days.train(at(10, 5, 14, 0, 10));
+    days.world.run_for(5s);
+    EXPECT_FALSE(days.world.engine.gone());
+    EXPECT_TRUE(days.world.files.exists("nimbrTDay.log"));
 }
 
 }  // namespace
