@@ -136,6 +136,50 @@ TEST(DataLog, AnArchiveIsNeverOverwrittenAndTheProgramGoesOn) {
     EXPECT_FALSE(world.state().run.ProgramClosing);
 }
 
+TEST(DataLog, AClientNeverLogsAndNeverRolls) {
+    World world(at(11, 1, 7, 0));
+    world.files.put("nimbry.dat", "October\r\n");
+    run(world, "fwrtlog=True\r\nLogMin=1\r\n", at(11, 1, 7, 0));
+    world.state().settings.fromnet = true;
+    world.run_for(10min);
+    EXPECT_EQ(world.files.contents("nimbry.dat"), "October\r\n");
+    EXPECT_EQ(world.state().records.log_minutes, 0);
+}
+
+TEST(DataLog, AClosingProgramLogsNothing) {
+    World world(at(10, 5, 14, 0));
+    run(world, "fwrtlog=True\r\nLogMin=1\r\n", at(10, 5, 14, 0));
+    world.state().run.ProgramClosing = true;
+    weather_log_minute(world.copy());
+    EXPECT_FALSE(world.files.exists("nimbry.dat"));
+}
+
+// Kept on purpose: no archive of the month before stands in its way.
+TEST(DataLog, ALogThatIsMadeOnTheFirstIsArchivedAtOnceWithItsOneLine) {
+    World world(at(11, 1, 7, 0));
+    run(world, "fwrtlog=True\r\nLogMin=1\r\n", at(11, 1, 7, 0));
+    world.run_for(61s);
+    EXPECT_FALSE(world.files.exists("nimbry.dat"));
+    EXPECT_EQ(world.files.contents("logOct26.csv"), metric_head + "1,Nov,07:00" + usual_line + "\r\n");
+}
+
+TEST(DataLog, TheEntryThatReachesTheFirstClosesTheFile) {
+    World world(at(10, 31, 23, 45));
+    run(world, "fwrtlog=True\r\nLogMin=15\r\n", at(10, 31, 23, 45));
+    world.run_for(15min + 1s);
+    EXPECT_TRUE(world.files.exists("logOct26.csv"));
+}
+
+TEST(DataLog, TheTwinIsArchivedWhetherTheLocalSaveIsOnOrNot) {
+    World world(at(10, 31, 23, 50));
+    world.files.add_folder("/local");
+    world.files.put("/local/nimbry.dat", "twin\r\n");
+    run(world, "fwrtlog=True\r\nLogMin=15\r\n[FTP]\r\nLocalSave=False\r\nLocalPath=/local\r\n", at(10, 31, 23, 50));
+    world.run_for(15min + 1s);
+    EXPECT_EQ(world.files.contents("/local/logOct26.csv"), "twin\r\n");
+    EXPECT_FALSE(world.files.exists("/local/nimbry.dat"));
+}
+
 TEST(DataLog, AMissingLocalFolderCostsTheTwinsLineOnly) {
     World world(at(10, 5, 14, 0));
     run(world, "fwrtlog=True\r\nLogMin=1\r\n[FTP]\r\nLocalSave=True\r\nLocalPath=/away\r\n", at(10, 5, 14, 0));

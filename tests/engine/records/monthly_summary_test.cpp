@@ -207,6 +207,9 @@ TEST(MonthlySummary, DaysWithoutAReadingAreLeftOutInEveryUnit) {
         {"minimum, Celsius", AlmanacColumn::min_temperature, "+999", "SUMMINTEMP", "SUMAVMNTMP"},
         {"minimum, Fahrenheit", AlmanacColumn::min_temperature, "+1830.2", "SUMMINTEMP", "SUMAVMNTMP"},
         {"humidity", AlmanacColumn::min_humidity, "999", "SUMMINHUMI", "SUMAVMNHUM"},
+        {"dew point", AlmanacColumn::min_dew_point, "+999", "SUMMINDEWP", "SUMAVMINDP"},
+        {"wind chill", AlmanacColumn::min_chill, "+1830.2", "SUMMINCHIL", "SUBAVMINWC"},
+        {"indoor temperature", AlmanacColumn::max_indoor, "-999", "SUMAXINTMP", "SUBAVMXITP"},
         {"pressure, mB", AlmanacColumn::min_barometer, "9999", "SUMMINBARO", "SUBAVMNBAR"},
         {"pressure maximum, mB", AlmanacColumn::max_barometer, "-999", "SUMMAXBARO", "SUBAVMXBAR"},
         {"pressure, inches", AlmanacColumn::min_barometer, "295.26", "SUMMINBARO", "SUBAVMNBAR"},
@@ -230,6 +233,25 @@ TEST(MonthlySummary, AReal999MillibarsCounts) {
 
 TEST(MonthlySummary, BearingsAreAveragedAsPlainNumbers) {
     EXPECT_EQ(tag_of(nine_head + row2 + row3, "SUBMXAWDIR"), "180\xB0");
+}
+
+TEST(MonthlySummary, APeakRateWithoutAReadingIsLeftOut) {
+    for (const char* mark : {"-999", "-39.33"}) {
+        const std::string marked = with_field(row3, AlmanacColumn::max_rain_rate, mark);
+        EXPECT_EQ(tag_of(nine_head + marked, "SUBMXRNRAT"), "zero");
+        EXPECT_EQ(tag_of(nine_head + row2 + marked, "SUBMXRNRAT"), "12 mm/hour at 10:30:00 on 01 October");
+    }
+}
+
+TEST(MonthlySummary, AMidnightFileCoversItsOwnDates) {
+    std::string head = nine_head;
+    head.replace(head.find("9.00am"), 6, "Midnight");
+    EXPECT_EQ(tag_of(head + row1 + row2, "SUBPERCOVD"), "01 October to 02 October");
+    EXPECT_EQ(tag_of(head + row1 + row2, "SUBCHGTIME"), "Midnight");
+    EXPECT_EQ(tag_of(head + row1 + row2, "SUMMAXWIND"), "54 km/h, 350\xB0 at 10:30:00 on 02 October");
+    head.replace(head.find("Midnight"), 8, "10.00am");
+    EXPECT_EQ(tag_of(head + row1 + row2, "SUBPERCOVD"), "30 September to 02 October");
+    EXPECT_EQ(tag_of(head + row1 + row2, "SUBCHGTIME"), "10.00 am");
 }
 
 TEST(MonthlySummary, ADryMonthHasNoPeakRate) {

@@ -1,0 +1,150 @@
+// A year in a minute: 365 days of trains, one every ten seconds, through a whole copy in virtual time, with every file
+// of its records written to a folder of the disk. The weather log runs, graphs and pages do not. Aim: under 60 s on one
+// core.
+//
+//     year_in_a_minute [FOLDER]        without a folder one is made under /tmp and taken away again
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <numbers>
+#include <random>
+#include <string>
+
+#include "engine/core/engine.h"
+#include "engine/derived/dates.h"
+#include "engine/station/train_writer.h"
+#include "platform/disk_files.h"
+#include "tests/world/recording_ports.h"
+#include "tests/world/scripted_line.h"
+#include "tests/world/virtual_clock.h"
+#include "tests/world/virtual_pauses.h"
+
+namespace nimbry::test {
+namespace {
+
+using namespace std::chrono_literals;
+constexpr auto between_trains = 10s;
+constexpr int trains_a_year = 365 * 24 * 360;
+
+/// Weather with a season, a day, gusts and showers.
+class Weather {
+public:
+    StationReadings at(CivilTime time) {
+        const double day = std::chrono::duration<double, std::ratio<86400>>(time.time_since_epoch()).count();
+        const double season = -std::cos(2 * std::numbers::pi * day / 365);
+        const double sun = -std::cos(2 * std::numbers::pi * (day - 0.1));
+        const double noise = random_() * 2 - 1;
+        StationReadings readings;
+        readings.clock = station_moment(time);
+        readings.temperature.outdoor = 10 + 9 * season + 5 * sun + 0.3 * noise;
+        readings.temperature.indoor = 20 + sun;
+        readings.humidity.outdoor = static_cast<int>(70 - 20 * sun + 5 * noise);
+        readings.barometer.hpa = static_cast<int>(1013 + 15 * std::sin(day / 3) + noise);
+        readings.wind.average_ms = std::abs(4 * std::sin(day / 2)) + 0.5;
+        readings.wind.gust_ms = readings.wind.average_ms + 5 * std::abs(noise);
+        readings.wind.gust_direction = static_cast<int>(359 * random_());
+        const bool shower = std::sin(day * 5) > 0.95;
+        readings.rain.rate_mm = shower ? static_cast<int>(1 + 9 * random_()) : 0;
+        if (shower && random_() < 0.005) ++counter_;
+        readings.rain.total_mm = counter_;
+        return readings;
+    }
+
+private:
+    double random_() { return even_(generator_); }
+    std::mt19937 generator_{1};
+    std::uniform_real_distribution<double> even_{0, 1};
+    int counter_ = 0;
+};
+
+/// A copy on a real folder, in virtual time.
+struct Year {
+    explicit Year(const std::string& folder) : files(folder) {
+        pauses.set_wake_source([this] { return engine.wake_at(); }, [this] { engine.wake(); });
+    }
+    ~Year() { pauses.end_all(); }
+    Year(const Year&) = delete;
+    Year& operator=(const Year&) = delete;
+
+    void live() {
+        pauses.start([this] { engine.start({}); });
+        pauses.pause(2s);
+        Weather weather;
+        CivilTime time = start;
+        for (int n = 0; n < trains_a_year; ++n, time += between_trains) {
+            const Bytes train = write_train(weather.at(time));
+            pauses.after(0s, [this, &train] {
+                line.arrive(train);
+                engine.line_readable();
+            });
+            pauses.pause(between_trains);
+            notices.balloons.clear();
+        }
+        pauses.start([this] { engine.menu_exit(); });
+        pauses.pause(1s);
+    }
+
+    const CivilTime start = *civil_time({2027, 1, 1, 0, 0, 2});
+    VirtualClock clock{start - 2s};
+    VirtualPauses pauses{clock};
+    platform::DiskFiles files;
+    ScriptedLine line{clock};
+    RecordingDatagrams datasock;
+    RecordingNotices notices{clock, pauses};
+    RecordingSounds sounds;
+    RecordingDesktop desktop;
+    Engine engine{Ports{clock, pauses, files, line, datasock, notices, sounds, desktop}};
+};
+
+std::size_t lines_of(const std::filesystem::path& file) {
+    std::ifstream text(file, std::ios::binary);
+    return static_cast<std::size_t>(std::count(std::istreambuf_iterator<char>(text), {}, '\n'));
+}
+
+void report(const std::filesystem::path& folder, double seconds) {
+    std::size_t files = 0, rows = 0, log_lines = 0;
+    std::uintmax_t bytes = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        const std::string name = entry.path().filename().string();
+        ++files;
+        bytes += entry.file_size();
+        constexpr std::size_t almanac_head = 8, log_head = 7;
+        if (name.ends_with(".csv") && name.starts_with("al") && name != "altemp.csv")
+            rows += lines_of(entry.path()) - almanac_head;
+        if (name.ends_with(".csv") && name.starts_with("log")) log_lines += lines_of(entry.path()) - log_head;
+    }
+    std::printf("%d trains in %.1f s: %.0f a second\n", trains_a_year, seconds, trains_a_year / seconds);
+    std::printf("%zu files, %ju bytes; %zu almanac rows and %zu log lines in the archives\n", files, bytes, rows,
+                log_lines);
+}
+
+int run(const std::filesystem::path& folder) {
+    std::ofstream(folder / "Nimbry.ini", std::ios::binary)
+        << "[Main]\r\nHasRun=True\r\ntmidnight=True\r\ntnineam=False\r\nfwrtlog=True\r\nLogMin=15\r\nDrwGrafs=True\r\n";
+    const auto before = std::chrono::steady_clock::now();
+    Year year(folder.string());
+    year.live();
+    report(folder, std::chrono::duration<double>(std::chrono::steady_clock::now() - before).count());
+    return year.engine.exit_status();
+}
+
+}  // namespace
+}  // namespace nimbry::test
+
+int main(int argc, char** argv) {
+    if (argc > 1) {
+        std::filesystem::create_directories(argv[1]);
+        return nimbry::test::run(argv[1]);
+    }
+    std::string name = "/tmp/nimbry-year-XXXXXX";
+    if (mkdtemp(name.data()) == nullptr) return 1;
+    const int status = nimbry::test::run(name);
+    std::filesystem::remove_all(name);
+    return status;
+}
