@@ -164,7 +164,8 @@ void decode_wind(Copy& copy, WindSource source) {
     show_wind_record(state, digits);
     state.readings.HaveWind = true;
 
-    if (!sensor_sound(copy, Sensor::outdoor_temperature)) return;
+    // A lone group can come before any temperature has been read: of nothing there is no chill.
+    if (state.readings.rawostemp.empty() || !sensor_sound(copy, Sensor::outdoor_temperature)) return;
     show_wind_chill(state, digits);
     if (train) state.readings.ChillValid = true;
 }

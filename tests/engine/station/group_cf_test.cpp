@@ -335,6 +335,29 @@ TEST_F(GroupCF, TheChillNeedsASoundTemperature) {
     EXPECT_EQ(panel.Text2[3].text, " 32.4 km/h") << "the wind itself is shown";
 }
 
+TEST_F(GroupCF, ALoneGroupBeforeTheFirstTemperatureShowsItsWindAndNoChill) {
+    for (const bool newchill : {true, false}) {
+        SCOPED_TRACE(newchill ? "by the formula" : "by the station");
+        state.settings.newchill = newchill;
+        lone();
+        EXPECT_EQ(panel.Text2[6].text, " 15.1 km/h");
+        EXPECT_EQ(panel.TxtWindChill.text, "") << "the first train gave no temperature";
+        EXPECT_EQ(panel.TxtWindChill.balloon, "");
+        EXPECT_EQ(readings.ChillInvariant, "");
+        EXPECT_EQ(state.log_fields.logchill, LogFields{}.logchill);
+    }
+}
+
+TEST_F(GroupCF, ALoneGroupAfterTheFirstTrainIsNoStrikeForTheTemperature) {
+    station.temperature.outdoor_fault = true;
+    BareCopy fresh;
+    fresh.train(station);
+    fresh.lone(station);
+    fresh.train(station);
+    EXPECT_TRUE(fresh.state.sensors.peoterr.raised) << "the first strike, and not the second";
+    EXPECT_NE(fresh.state.panel.Text2[0].text, "Error");
+}
+
 TEST_F(GroupCF, ALoneGroupMovesTheChillToo) {
     train();
     station.wind.average_ms = 0;
@@ -369,10 +392,14 @@ TEST_F(GroupCF, TheBatteryIsReadWithAFaultyWindSensorToo) {
 }
 
 TEST_F(GroupCF, OnlyATrainMakesTheChillValid) {
-    EXPECT_FALSE(readings.ChillValid);
+    train();
+    readings.ChillValid = false;
+    panel.TxtWindChill.text.clear();
     lone();
     EXPECT_FALSE(readings.ChillValid);
-    EXPECT_NE(panel.TxtWindChill.text, "");
+    EXPECT_EQ(panel.TxtWindChill.text,
+              "+11.2 \xB0"
+              "C");
     train();
     EXPECT_TRUE(readings.ChillValid);
 }
