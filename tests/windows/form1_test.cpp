@@ -9,6 +9,9 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <set>
 #include <string>
 
@@ -16,6 +19,7 @@
 #include "platform/text_bytes.h"
 #include "tests/windows/sample_states.h"
 #include "tests/windows/screens.h"
+#include "tests/world/stream_player.h"
 #include "tests/world/world.h"
 #include "windows/caption_label.h"
 #include "windows/gust_bar.h"
@@ -68,7 +72,12 @@ void expect_shown(const Form1& form, const NamedConstBox& entry) {
             ASSERT_NE(label, nullptr);
             EXPECT_EQ(label->text(), text);
             EXPECT_EQ(label->textFormat(), Qt::PlainText);
+            EXPECT_EQ(label->toolTip(), windows::full_tip(*entry.box));
             EXPECT_EQ(label->isHidden(), !entry.box->visible);
+            EXPECT_EQ(label->buddy(), nullptr) << "an & in its text stands for itself";
+            if (const auto* pill = widget<StatusPill>(form, entry.name)) {
+                EXPECT_EQ(pill->shown().fore, entry.box->fore);
+            }
             return;
         }
         case BoxKind::picture: {
@@ -119,6 +128,34 @@ TEST(Form1, FollowsATrainFromTheStation) {
     EXPECT_EQ(form.refresh(), 0) << "nothing has changed since";
 }
 
+std::vector<std::filesystem::path> streams() {
+    std::vector<std::filesystem::path> paths;
+    for (const auto& entry : std::filesystem::directory_iterator(NIMBRY_STREAMS))
+        if (entry.path().extension() == ".stream") paths.push_back(entry.path());
+    return paths;
+}
+
+/// What a stream's answer says of the boxes is what the window shows: after every event, and not only at the end.
+TEST(Form1, FollowsEveryRecordedStream) {
+    using namespace std::chrono_literals;
+    const std::vector<std::filesystem::path> all = streams();
+    ASSERT_FALSE(all.empty());
+    for (const std::filesystem::path& path : all) {
+        SCOPED_TRACE(path.stem().string());
+        std::ifstream file(path, std::ios::binary);
+        const StreamReading reading = read_stream(std::string(std::istreambuf_iterator<char>(file), {}));
+        ASSERT_TRUE(reading.stream) << reading.error;
+        World world(reading.stream->clock - 2s);
+        world.files.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\n");
+        world.start();
+        Form1 form(world.state(), {});
+        play(world, *reading.stream, [&] {
+            if (form.refresh() > 0) expect_all_shown(form, world.state());
+        });
+        EXPECT_NE(world.panel().TxtTime.text, "") << "each has a train";
+    }
+}
+
 TEST(Form1, FollowsTroubleAndItsEnd) {
     WeatherState state;
     fill_with_a_plain_day(state);
@@ -132,6 +169,19 @@ TEST(Form1, FollowsTroubleAndItsEnd) {
     form.refresh();
     expect_all_shown(form, state);
     EXPECT_EQ(widget<ValueBox>(form, "Text2(0)")->looks().mark, windows::BoxMark::none);
+}
+
+TEST(FullTip, IsTheTipAndBelowItTheBalloon) {
+    Box box;
+    EXPECT_EQ(windows::full_tip(box), QString());
+    box.tip = "The current outdoor temperature";
+    EXPECT_EQ(windows::full_tip(box), "The current outdoor temperature");
+    box.balloon =
+        "Temperature -0 \xB0"
+        "C";
+    EXPECT_EQ(windows::full_tip(box), QStringLiteral("The current outdoor temperature\nTemperature -0 \u00B0C"));
+    box.tip.clear();
+    EXPECT_EQ(windows::full_tip(box), QStringLiteral("Temperature -0 \u00B0C"));
 }
 
 TEST(Form1, PaintsExactModelColoursWhenAsked) {

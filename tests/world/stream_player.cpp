@@ -1,13 +1,13 @@
 #include "tests/world/stream_player.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <string_view>
 #include <vector>
 
 #include "engine/derived/dates.h"
 #include "engine/displays/box_list.h"
-#include "tests/world/world.h"
 
 namespace nimbry::test {
 
@@ -155,24 +155,24 @@ private:
 };
 
 /// Scripts the stream's pieces; returns when the last byte comes.
-Span script(World& world, Listener& listener, const StreamFile& stream) {
+Span script(World& world, const StreamFile& stream, const std::function<void()>& after_each) {
     const Instant begin = world.clock.monotonic();
     Span end = stream.lasts;
     const auto arrive = [&](Span at, Bytes bytes) {
         end = std::max(end, at);
-        world.pauses.at(begin + at, [&world, &listener, bytes = std::move(bytes)] {
+        world.pauses.at(begin + at, [&world, &after_each, bytes = std::move(bytes)] {
             world.line.arrive(bytes);
             world.engine.line_readable();
-            listener.look();
+            after_each();
         });
     };
     for (const StreamPiece& piece : stream.pieces) {
         if (piece.fault) {
             end = std::max(end, piece.at);
-            world.pauses.at(begin + piece.at, [&world, &listener, fault = *piece.fault] {
+            world.pauses.at(begin + piece.at, [&world, &after_each, fault = *piece.fault] {
                 if (fault == LineFault::gone) world.line.close();
                 world.engine.line_fault(fault);
-                listener.look();
+                after_each();
             });
         } else if (stream.pace == Span::zero()) {
             arrive(piece.at, piece.bytes);
@@ -189,22 +189,27 @@ Span script(World& world, Listener& listener, const StreamFile& stream) {
 
 }  // namespace
 
+void play(World& world, const StreamFile& stream, const std::function<void()>& after_each) {
+    world.pauses.set_wake_source([&] { return world.engine.wake_at(); },
+                                 [&] {
+                                     world.engine.wake();
+                                     after_each();
+                                 });
+    const Span end = script(world, stream, after_each) + 1s;
+    // What conversations do in their own time shows at the next tenth of a second.
+    for (const Instant begin = world.clock.monotonic(); world.clock.monotonic() < begin + end;) {
+        world.run_for(100ms);
+        after_each();
+    }
+    world.pauses.set_wake_source([&] { return world.engine.wake_at(); }, [&] { world.engine.wake(); });
+}
+
 std::string events_of(const StreamFile& stream) {
     World world(stream.clock - 2s);
     world.files.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\n");
     world.start();
     Listener listener(world);
-    world.pauses.set_wake_source([&] { return world.engine.wake_at(); },
-                                 [&] {
-                                     world.engine.wake();
-                                     listener.look();
-                                 });
-    const Span end = script(world, listener, stream) + 1s;
-    // What conversations do in their own time shows at the next tenth of a second.
-    for (const Instant begin = world.clock.monotonic(); world.clock.monotonic() < begin + end;) {
-        world.run_for(100ms);
-        listener.look();
-    }
+    play(world, stream, [&] { listener.look(); });
     return listener.finish();
 }
 

@@ -1,10 +1,16 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "engine/station/stream_file.h"
+#include "tests/world/world.h"
 
 namespace nimbry::test {
+
+/// Plays a stream, from now on, to the copy of a world that has been started, and one second more. `after_each` is
+/// called after every event of the copy.
+void play(World& world, const StreamFile& stream, const std::function<void()>& after_each);
 
 /// Plays a stream to a whole copy of Nimbry in virtual time and tells what the copy makes of it, a line an event: each
 /// frame with its readings, each refusal with its reason, the main readings as they change, the status label and the

@@ -181,6 +181,10 @@ TEST(TagOfARoutine, OutdoorHumidityZeroEndsTheProgramInTheBarometersGroup) {
     EXPECT_THAT(world.log(),
                 ElementsAre("05 Oct 2026 14:00:30 Program stopped, Unrecoverable error 5 encountered in AF group."));
     EXPECT_EQ(world.engine.exit_status(), 1);
+    ASSERT_EQ(world.notices.boxes.size(), 1u);
+    EXPECT_EQ(world.notices.boxes[0].what.text,
+              "Unrecoverable error 5 encountered in AF group.\r\nNimbry will now exit.");
+    EXPECT_FALSE(world.files.exists("nimbrTDay.log")) << "such an end saves nothing";
 }
 
 TEST(TagOfARoutine, APortThatIsLostSpeaksForOnComm) {

@@ -33,6 +33,21 @@ TEST(BoxList, ReachesTheBoxesOfTheStateItWasMadeFrom) {
               "C");
 }
 
+TEST(BoxList, HasEveryDisplayOfTheMainWindow) {
+    const WeatherState state;
+    for (const char* name :
+         {"TxtTime",     "TxtDate",      "lblStatus",    "Picture2(2)",  "lblLowBattery", "TxtForecast", "Text2(0)",
+          "Text2(1)",    "Text2(2)",     "Text2(3)",     "Text2(4)",     "Text2(5)",      "Text2(6)",    "Text2(7)",
+          "Text2(8)",    "Text2(9)",     "TxtPeakRain",  "TxtWindChill", "TxtHeatInd",    "TxtWinDir",   "TxtWindGLH",
+          "TxtBarTrend", "TxtRainLH",    "TxtRainToday", "TxtRainYest",  "TxtRainTot",    "lblRainT",    "lblRainY",
+          "lblToday",    "lblYesterday", "lblGaugeMax",  "TxtTempMax",   "TxtTempMin",    "TxtHumMax",   "TxtHumMin",
+          "TxtRainMax",  "TxtBarMax",    "TxtBarMin",    "TxtGustMax",   "TxtYTempMax",   "TxtYTempMin", "TxtYHumMax",
+          "TxtYHumMin",  "TxtYGustMax",  "TxtYBarMax",   "TxtYBarMin",   "TxtYRainMax",   "TxtOShi",     "TxtOSLo",
+          "TxtOsHumHi",  "TxtOsHumLo",   "TxtWindHiG",   "PicSunny",     "PicCloudy",     "PicPartly",   "PicRain",
+          "PicSnow",     "PicStorm",     "WindPic",      "fmb(0)",       "fmb(6)"})
+        EXPECT_NE(find_box(state, name), nullptr) << name;
+}
+
 TEST(BoxList, KnowsThePeakRainUnderTwoNames) {
     const WeatherState state;
     EXPECT_EQ(find_box(state, "TxtPeakRain"), &state.panel.Text2[5]);

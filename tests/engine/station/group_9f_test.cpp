@@ -159,6 +159,15 @@ TEST_F(Group9F, ADigitAboveNineEndsTheNumber) {
               "C");
 }
 
+TEST_F(Group9F, NothingIsShownBeforeTheSecondTrain) {
+    BareCopy fresh;
+    fresh.train(station);
+    for (const Box* box : {&fresh.state.panel.Text2[0], &fresh.state.panel.Text2[8], &fresh.state.panel.TxtOShi,
+                           &fresh.state.panel.TxtOSLo, &fresh.state.panel.TxtHeatInd})
+        EXPECT_EQ(box->text, "");
+    EXPECT_EQ(fresh.state.readings.rawostemp, "");
+}
+
 // The heat index.
 
 struct HeatCase {

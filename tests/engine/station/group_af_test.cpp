@@ -251,6 +251,13 @@ TEST_F(GroupAF, ShowsOneWeatherPictureAndItsWord) {
     }
 }
 
+TEST_F(GroupAF, AFaultyBarometersTrendStillMakesAStorm) {
+    station.barometer = {.hpa = 1050, .trend = 4, .outlook = 8};
+    train();
+    EXPECT_EQ(panel.TxtForecast.text, "Storm");
+    EXPECT_NE(panel.TxtBarTrend.text, "Falling") << "the word itself needs a sound barometer";
+}
+
 TEST_F(GroupAF, SnowNeedsASoundTemperature) {
     station.temperature.outdoor = -4.7;
     train();
@@ -260,10 +267,12 @@ TEST_F(GroupAF, SnowNeedsASoundTemperature) {
     EXPECT_EQ(panel.TxtForecast.text, "Rain");
 }
 
-TEST_F(GroupAF, NoPictureShowsBeforeTheSecondTrain) {
+TEST_F(GroupAF, NothingIsShownBeforeTheSecondTrain) {
     BareCopy fresh;
     fresh.train(station);
     EXPECT_FALSE(fresh.state.panel.PicSunny.visible);
+    EXPECT_EQ(fresh.state.panel.Text2[4].text, "");
+    EXPECT_EQ(fresh.state.panel.Text2[1].text, "") << "no dew point either";
     fresh.train(station);
     EXPECT_TRUE(fresh.state.panel.PicSunny.visible);
 }

@@ -286,11 +286,14 @@ TEST_F(GroupCF, CalmForTheChillIsWhatIsCalmInTheUnitOfDisplay) {
     EXPECT_EQ(panel.TxtWindChill.text,
               "+35.5 \xB0"
               "C");
-    use(WindUnit::kph);
-    train();
-    EXPECT_EQ(panel.TxtWindChill.text,
-              "+36 \xB0"
-              "C");
+    for (const WindUnit unit : {WindUnit::kph, WindUnit::mph, WindUnit::knots}) {
+        SCOPED_TRACE(static_cast<int>(unit));
+        use(unit);
+        train();
+        EXPECT_EQ(panel.TxtWindChill.text,
+                  "+36 \xB0"
+                  "C");
+    }
 }
 
 TEST_F(GroupCF, ShowsTheStationsOwnChillWhenTheFormulaIsOff) {
@@ -382,6 +385,15 @@ TEST_F(GroupCF, OnlyATrainReadsTheBattery) {
     EXPECT_TRUE(panel.lblLowBattery.visible);
     train();
     EXPECT_FALSE(panel.lblLowBattery.visible);
+}
+
+TEST_F(GroupCF, TheFirstTrainDoesNotReadTheBattery) {
+    station.wind.low_battery = true;
+    BareCopy fresh;
+    fresh.train(station);
+    EXPECT_FALSE(fresh.state.panel.lblLowBattery.visible);
+    fresh.train(station);
+    EXPECT_TRUE(fresh.state.panel.lblLowBattery.visible);
 }
 
 TEST_F(GroupCF, TheBatteryIsReadWithAFaultyWindSensorToo) {

@@ -326,6 +326,7 @@ TEST_F(SensorFaultsRules, BothWindsAreSoundOnlyWithoutAFaultInTrainAndLoneGroup)
 }
 
 TEST_F(SensorFaultsRules, ARejectedTrainAdvancesNoTest) {
+    train();
     station.temperature.outdoor_fault = true;
     train();
     EXPECT_TRUE(state.sensors.peoterr.raised);
