@@ -99,6 +99,15 @@ TEST_F(GroupCF, KeepsTheHighestGustsUntilSomebodyClearsThem) {
     EXPECT_DOUBLE_EQ(readings.MaxGustToday, 19.4);
 }
 
+TEST_F(GroupCF, MilesPerHourTakeAllDigitsOfTheirFactor) {
+    station.wind.gust_ms = 26.8;  // 59.95 with 2.237
+    train();
+    EXPECT_DOUBLE_EQ(readings.GustMph, 59.9);
+    station.wind.gust_ms = 30.6;  // 68.449 with 2.2369
+    train();
+    EXPECT_DOUBLE_EQ(readings.GustMph, 68.5);
+}
+
 TEST_F(GroupCF, ACalmGustAdvancesTheMetricMaximaAndNotTheShownOnes) {
     use(WindUnit::ms);
     station.wind.gust_ms = 0.1;
