@@ -33,7 +33,8 @@ std::vector<Bytes> day_of_trains() {
 }
 
 /// A whole train: checksums, digit tables, the five groups, every box and derived value, and the cycle, in virtual time
-/// on a disk in memory.
+/// on a disk in memory. Under heaptrack a train makes about 35 allocations, short-lived texts nearly all, and the heap
+/// is as large after forty thousand trains as after four thousand.
 void whole_cycle(benchmark::State& run) {
     const std::vector<Bytes> frames = day_of_trains();
     BareCopy world;

@@ -193,6 +193,17 @@ TEST_P(SensorFaultTests, NothingIsTestedBeforeTheFirstCycle) {
     EXPECT_TRUE((fresh.state.sensors.*GetParam().fault).raised);
 }
 
+TEST_P(SensorFaultTests, BeforeTheFirstCycleEveryReadingIsTakenForSound) {
+    break_sensor();
+    train();
+    state.run.fullystarted = false;
+    begin_train(state.sensors);
+    EXPECT_TRUE(sensor_sound(world.copy, GetParam().sensor));
+    EXPECT_TRUE(state.sensors.sensorsok);
+    EXPECT_TRUE(fault().raised) << "the flag is left as it was";
+    EXPECT_EQ(logged(), 0);
+}
+
 TEST_P(SensorFaultTests, AskedAgainInTheSameFrameTheTestOnlyRepeatsItsAnswer) {
     break_sensor();
     train();
