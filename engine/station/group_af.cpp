@@ -57,8 +57,10 @@ std::optional<DewPoint> calcdew(const WeatherState& state) {
     return dew_point(Val(state.readings.rawostemp), percent);
 }
 
+// A barometer that has failed since the start leaves the wet bulb without a pressure: then there is none.
 void show_wet_bulb(WeatherState& state) {
     Readings& readings = state.readings;
+    if (readings.BaroInvariant.empty()) return;
     const double temperature = Val(readings.rawostemp);
     const float bulb = wet_bulb(temperature, readings.dewnative, readings.Evap, readings.BaroValue);
     const double celsius = Round(static_cast<double>(bulb), 1);

@@ -151,6 +151,30 @@ TEST_F(GroupAF, ShowsDewPointWetBulbDepressionAndCloudBase) {
     }
 }
 
+TEST_F(GroupAF, BeforeAPressureHasBeenReadThereIsNoWetBulb) {
+    station.barometer.hpa = 1050;
+    train();
+    EXPECT_EQ(panel.Text2[1].text,
+              "+3.3 \xB0"
+              "C");
+    EXPECT_EQ(state.additional.txtCloudBase.text, "1125 meters. (3690 feet)");
+    EXPECT_EQ(state.additional.txtWetBulb.text, "");
+    EXPECT_EQ(state.additional.txtWBDep.text, "");
+    EXPECT_EQ(readings.WetBulbInvariant, "");
+    station.barometer.hpa = 1013;
+    train();
+    EXPECT_EQ(state.additional.txtWetBulb.text,
+              "+8.3 \xB0"
+              "C");
+    station.barometer.hpa = 1050;
+    station.temperature.outdoor = 8.1;
+    train();
+    EXPECT_EQ(state.additional.txtWetBulb.text,
+              "+4.7 \xB0"
+              "C")
+        << "the last pressure stands";
+}
+
 TEST_F(GroupAF, KeepsTheDewPointAsANumberInCelsius) {
     use(TemperatureUnit::fahrenheit);
     train();
