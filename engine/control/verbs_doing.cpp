@@ -13,6 +13,7 @@
 #include "engine/core/run_time_error.h"
 #include "engine/derived/code_page.h"
 #include "engine/displays/main_menu.h"
+#include "engine/graphs/graph_store.h"
 #include "engine/publish/publishing.h"
 
 namespace nimbry {
@@ -40,6 +41,7 @@ void take_into_force(Copy& copy, std::string_view section) {
     if (section == "Main") {
         copy.state.settings = read_main_settings(copy.ini);
         apply_menu_checks(copy.state.menu, copy.state.settings);
+        apply_graph_switches(copy);
     } else if (section == "Alarms") {
         getalarms(copy);
     } else if (section == "FTP") {

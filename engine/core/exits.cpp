@@ -58,7 +58,7 @@ void save_and_stop(Copy& copy, std::string_view word) {
     RunState& run = copy.state.run;
     copy.ports.pauses.cancel_all();
     if (!run.HaveError) {
-        save_and_wait(copy, "savingrafs", run.savingrafs, savegrafdata);
+        save_and_wait(copy, "savingrafs", run.savingrafs, [](Copy& c) { savegrafdata(c, "mnuExit1"); });
         save_and_wait(copy, "tdaysaving", run.tdaysaving, SaveExtremes);
     }
     write_stop_line(copy, word);

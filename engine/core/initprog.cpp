@@ -7,6 +7,7 @@
 #include "engine/displays/main_menu.h"
 #include "engine/displays/main_panel.h"
 #include "engine/graphs/graph_store.h"
+#include "engine/graphs/graph_view.h"
 #include "engine/network/start_network.h"
 #include "engine/publish/publishing.h"
 
@@ -60,6 +61,7 @@ void initprog(Copy& copy) {
         // What a client fetched from its server has been written to section `Main`, so this reads it too.
         copy.state.settings = read_main_settings(copy.ini);
         apply_settings(copy.state);
+        show_graph_labels(copy.state);
         loadgrafdata(copy);
         if (copy.state.settings.fromnet) {
             become_client(copy);

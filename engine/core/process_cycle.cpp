@@ -50,7 +50,7 @@ void save_every_thirtieth_cycle(Copy& copy) {
         SaveExtremes(copy);
         forget_alarms(copy.state.alarms);
         run.savingrafs.set();
-        savegrafdata(copy);
+        savegrafdata(copy, "process routine");
     }
     if (run.SaveRounds > rounds_between_alarm_mails) {
         run.SaveRounds = 0;

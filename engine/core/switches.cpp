@@ -5,6 +5,7 @@
 #include <string>
 
 #include "engine/core/copy.h"
+#include "engine/graphs/graph_store.h"
 
 namespace nimbry {
 namespace {
@@ -56,6 +57,7 @@ void click_switch(Copy& copy, const Switch& which) {
     if (which.setting == nullptr) return;
     copy.state.settings.*which.setting = checked;
     copy.ini.SaveFlag("Main", key_of(which), checked);
+    if (which.entry == &MainMenu::mnuDisableGraphs || which.entry == &MainMenu::mnuInGraphs) apply_graph_switches(copy);
 }
 
 }  // namespace nimbry

@@ -12,6 +12,7 @@
 #include "engine/displays/notice_list.h"
 #include "engine/displays/setup_windows.h"
 #include "engine/displays/status_message.h"
+#include "engine/graphs/graph_state.h"
 #include "engine/network/network_state.h"
 #include "engine/publish/publish_state.h"
 #include "engine/records/log_fields.h"
@@ -46,6 +47,7 @@ struct WeatherState {
     AlarmState alarms;             ///< what the threshold alarms have raised
     PublishState publish;          ///< what goes out, and what of it is under way
     NetworkState network;          ///< server and client
+    GraphState graphs;             ///< the day of samples and what is drawn of it
 
     bool havegrafdata = false;  ///< the graph store is in use: the status label no longer says "Program Starting"
 };

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "engine/core/weather_state.h"
+#include "engine/graphs/graph_view.h"
 
 namespace nimbry {
 namespace {
@@ -31,6 +32,10 @@ void give_tips(MainPanel& panel) {
     panel.TxtRainToday.tip = "The total rainfall recorded so far today since changeover";
     panel.TxtRainYest.tip = "The total rainfall for the 24 hours up until changeover";
     panel.TxtRainTot.tip = "The total rainfall since the last weather station reset";
+
+    panel.gPicture1[0].tip = MainPanel::main_graph_tip;
+    for (std::size_t pane = 1; pane < panel.gPicture1.size(); ++pane)
+        panel.gPicture1[pane].tip = "Click to display full size";
 
     panel.TxtTempMax.tip = "Maximum outdoor temperature recorded today";
     panel.TxtTempMin.tip = "Minimum outdoor temperature recorded today";
@@ -154,6 +159,7 @@ void reset_main_panel(WeatherState& state) {
 
     start_gauge(panel, state.units.wind);
     reset_main_menu(state.menu);
+    show_graph_labels(state);
     reset_additional_panel(state.additional);
 }
 

@@ -36,6 +36,12 @@ struct MainPanel {
     } Gauge1;
     Box lblGaugeMax;  ///< the full scale as text
 
+    // Graphs
+    Box gLabel12;                      ///< title of the graph in the main pane, and the selector (graphs/graph_view.h)
+    Box gLabel13, gLabel14, gLabel15;  ///< its legends; hidden when it has fewer
+    std::array<Box, 6> gPicture1;      ///< the main pane and the five small ones; what they show is GraphState::panes
+    static constexpr const char* main_graph_tip = "Main display graph  -  values are updated every minute";
+
     // Extremes
     Box TxtTempMax, TxtTempMin, TxtHumMax, TxtHumMin, TxtGustMax, TxtRainMax, TxtBarMax, TxtBarMin;
     Box TxtYTempMax, TxtYTempMin, TxtYHumMax, TxtYHumMin, TxtYGustMax, TxtYRainMax, TxtYBarMax, TxtYBarMin;

@@ -1,15 +1,102 @@
 #include "engine/graphs/graph_store.h"
 
+#include "engine/core/run_time_error.h"
+#include "engine/core/switches.h"
+#include "engine/derived/dates.h"
+#include "engine/graphs/graph_file.h"
+#include "engine/graphs/graph_scales.h"
+#include "engine/graphs/graph_view.h"
+
 namespace nimbry {
+namespace {
 
-void loadgrafdata(Copy&) {}
+const std::string file_name(graph_file);
 
-void savegrafdata(Copy& copy) {
-    copy.state.run.savingrafs.clear();
+/// Holds a flag that the caller has set, and lets it go on every way out.
+class EndOfSave {
+public:
+    explicit EndOfSave(BusyFlag& flag) : flag_(flag) {}
+    ~EndOfSave() { flag_.clear(); }
+    EndOfSave(const EndOfSave&) = delete;
+    EndOfSave& operator=(const EndOfSave&) = delete;
+
+private:
+    BusyFlag& flag_;
+};
+
+/// The newest row must bear a time, or a reader could not tell where the day ends.
+void stamp_last_row(GraphRows& rows, CivilTime computer_time) {
+    const int last = rows.windsamples();
+    if (parse_stamp(rows.gtime(last))) return;
+    if (rows.gtime(last) == unknown_time) {
+        for (int r = last - 1; r >= 1; --r) {
+            if (!parse_stamp(rows.gtime(r))) continue;
+            rows.row(last).set_gtime(rows.gtime(r));
+            return;
+        }
+    }
+    rows.row(last).set_gtime(stamp_text(computer_time));
 }
 
-void updategraphs(Copy&) {}
+}  // namespace
 
-void refresh_missing_graphs(Copy&) {}
+void loadgrafdata(Copy& copy) {
+    tagged("loadgrafdata", [&] {
+        WeatherState& state = copy.state;
+        state.havegrafdata = false;
+        if (copy.ports.files.exists(file_name)) {
+            std::string text;
+            require(copy.ports.files.read(file_name, text));
+            state.havegrafdata =
+                read_graph_file(text, copy.ports.clock.computer_time(), state.graphs) == GraphFileOutcome::loaded;
+        } else {
+            state.graphs.rows.clear();
+        }
+        setgraphscales(state);
+        if (!state.havegrafdata) return;
+        state.graphs.grafsjustloaded = true;
+        drawgraph(state);
+    });
+}
+
+void savegrafdata(Copy& copy, std::string_view caller) {
+    const EndOfSave end(copy.state.run.savingrafs);
+    GraphState& graphs = copy.state.graphs;
+    if (graphs.rows.windsamples() < 2 || !copy.state.run.fullystarted || !graphs.GraphsDisplayed) return;
+    const CivilTime now = copy.ports.clock.computer_time();
+    stamp_last_row(graphs.rows, now);
+    const FileResult result = copy.ports.files.rewrite(file_name, graph_file_text(graphs, now));
+    if (result == FileResult::ok) return;
+    copy.log.event_or_nothing(" Error " + std::to_string(static_cast<int>(error_of(result))) + " encountered in " +
+                              std::string(caller) + ".");
+}
+
+void resetgraphs(Copy& copy) {
+    copy.ports.sounds.play(std::string(click_sound));
+    const Answer answer = copy.ports.notices.box({.title = "Nimbry message",
+                                                  .text = "Are you sure you want to completely reset the graphs?\r\n"
+                                                          "All stored graph data will be lost.",
+                                                  .icon = "?",
+                                                  .choices = Choices::yes_no});
+    if (answer == Answer::yes) discard_graphs(copy);
+}
+
+void discard_graphs(Copy& copy) {
+    WeatherState& state = copy.state;
+    if (copy.ports.files.exists(file_name)) copy.ports.files.remove(file_name);
+    state.graphs.rows.clear();
+    state.graphs.gscale = {};
+    state.graphs.grmax = 0;
+    state.graphs.webpeakgust = 0;
+    state.readings.wstempsng = 0;
+    setgraphscales(state);
+    leave_graph(state);
+    drawgraph(state);
+}
+
+void apply_graph_switches(Copy& copy) {
+    show_graph_labels(copy.state);
+    drawgraph(copy.state);
+}
 
 }  // namespace nimbry

@@ -175,7 +175,7 @@ void loadextremes(Copy& copy, bool units_changed) {
         std::optional<CivilTime> stamp;
         if (units_changed) {
             record_step(copy, [&] { log_units_line(copy); });
-            record_step(copy, [&] { remove_if_there(copy.ports.files, "grafdata.dat"); });
+            record_step(copy, [&] { discard_graphs(copy); });
         }
         load_file(copy, yesterday_file, [&] { load_yesterday(copy); });
         load_file(copy, today_file, [&] { stamp = load_today(copy); });

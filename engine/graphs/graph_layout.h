@@ -1,0 +1,46 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/graphs/graph_drawing.h"
+
+namespace nimbry {
+
+/// How large a font's letters are, in pixels.
+struct LetterSize {
+    std::function<double(std::string_view)> width;  ///< of a text
+    double height = 0;                              ///< of a line
+};
+
+/// Where a label of an axis is written, in pixels.
+struct PlacedLabel {
+    double left = 0, middle = 0;  ///< left end, and the height of the line's middle
+    double width = 0;
+    std::string text;
+};
+
+/// Brings a drawing from its twips to a pane of any size: the graph itself takes what the labels leave. So letters keep
+/// their own size, none is cut, and of labels that would touch each other only every second, third, ... is written.
+class GraphLayout {
+public:
+    GraphLayout(const GraphDrawing& drawing, double width, double height, const LetterSize& letters);
+
+    [[nodiscard]] double x(double twips) const { return left_ + (twips - plot_.left) * scale_x_; }
+    [[nodiscard]] double y(double twips) const { return top_ + (twips - plot_.top) * scale_y_; }
+    /// The other way: where in the drawing a pixel lies.
+    [[nodiscard]] double twips_of(double pixel) const { return plot_.left + (pixel - left_) / scale_x_; }
+
+    [[nodiscard]] const std::vector<PlacedLabel>& labels() const { return labels_; }
+
+private:
+    void place(const GraphDrawing& drawing, GraphLabel::Side side, const LetterSize& letters);
+
+    TwipBox plot_;
+    double left_, top_, scale_x_, scale_y_;
+    std::vector<PlacedLabel> labels_;
+};
+
+}  // namespace nimbry
