@@ -14,6 +14,8 @@ constexpr std::array kVerbs{
     VerbUsage{"panel", "[--once]", "the readings as a table, drawn again when they change, until Ctrl-C"},
     VerbUsage{"extremes", "", "the records of today and of yesterday"},
     VerbUsage{"summary", "", "the summary of the month in progress"},
+    VerbUsage{"graph", "NAME [--svg FILE] [--size WxH]",
+              "a picture of temperature, humidity, wind, barometer, rain or direction"},
     VerbUsage{"get", "SECTION KEY", "the value in force of a key of Nimbry.ini"},
     VerbUsage{"set", "SECTION KEY VALUE", "sets a key in Nimbry.ini and in the running copy"},
     VerbUsage{"prune-log", "[--yes]", "keeps the last 10 lines of the program log"},

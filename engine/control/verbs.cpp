@@ -4,6 +4,7 @@
 #include <array>
 #include <string_view>
 
+#include "engine/control/verb_graph.h"
 #include "engine/control/verb_list.h"
 #include "engine/control/verbs_doing.h"
 #include "engine/control/verbs_looking.h"
@@ -20,12 +21,21 @@ struct Verb {
     VerbStatus (*run)(Copy&, const std::vector<std::string>&, Asker&);
 };
 
+// clang-format off: a verb a line
 constexpr std::array kVerbs{
-    Verb{"boxes", boxes_verb}, Verb{"status", status_verb},     Verb{"notices", notices_verb},
-    Verb{"panel", panel_verb}, Verb{"extremes", extremes_verb}, Verb{"summary", summary_verb},
-    Verb{"get", get_verb},     Verb{"set", set_verb},           Verb{"prune-log", prune_log_verb},
+    Verb{"boxes", boxes_verb},
+    Verb{"status", status_verb},
+    Verb{"notices", notices_verb},
+    Verb{"panel", panel_verb},
+    Verb{"extremes", extremes_verb},
+    Verb{"summary", summary_verb},
+    Verb{"graph", graph_verb},
+    Verb{"get", get_verb},
+    Verb{"set", set_verb},
+    Verb{"prune-log", prune_log_verb},
     Verb{"stop", stop_verb},
 };
+// clang-format on
 
 }  // namespace
 

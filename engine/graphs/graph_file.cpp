@@ -107,10 +107,10 @@ std::optional<float> line_number(std::string_view line) {
     std::string_view digits = line;
     while (digits.starts_with(' ')) digits.remove_prefix(1);
     while (digits.ends_with(' ')) digits.remove_suffix(1);
+    const std::size_t sign = digits.starts_with('-') || digits.starts_with('+') ? 1 : 0;
+    // from_chars takes words ("nan") too, and no "+".
+    if (digits.size() == sign || (digits[sign] != '.' && (digits[sign] < '0' || digits[sign] > '9'))) return {};
     if (digits.starts_with('+')) digits.remove_prefix(1);
-    // What from_chars takes beside digits: words for what is no number.
-    const std::size_t first = digits.starts_with('-') ? 1 : 0;
-    if (digits.size() <= first || (digits[first] != '.' && (digits[first] < '0' || digits[first] > '9'))) return {};
     float value = 0;
     const char* end = digits.data() + digits.size();
     const auto [read_to, error] = std::from_chars(digits.data(), end, value);

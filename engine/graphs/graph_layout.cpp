@@ -50,7 +50,9 @@ GraphLayout::GraphLayout(const GraphDrawing& drawing, double width, double heigh
     left_ = top_ = rim;
     if (drawing.main) {
         const double hour = widest(drawing, GraphLabel::Side::below, letters);
-        left_ = std::max(widest(drawing, GraphLabel::Side::left, letters) + 2 * gap, hour / 2 + 1);
+        // The first hour hangs over the corner by half its width: the lowest value keeps clear of it.
+        left_gap_ = std::max(gap, hour / 2 + 1);
+        left_ = widest(drawing, GraphLabel::Side::left, letters) + left_gap_ + gap;
         top_ = letters.height / 2 + 1;
         right = width - hour / 2 - gap;
         bottom = height - letters.height - gap;
@@ -69,7 +71,7 @@ void GraphLayout::place(const GraphDrawing& drawing, GraphLabel::Side side, cons
         const double width = letters.width(label.text);
         const double at_x = x(static_cast<double>(label.at.x)), at_y = y(static_cast<double>(label.at.y));
         if (side == GraphLabel::Side::left) {
-            all.push_back({at_x - gap - width, at_y, width, label.text});
+            all.push_back({left_ - left_gap_ - width, at_y, width, label.text});
         } else {
             all.push_back({at_x - width / 2, at_y + letters.height / 2 + 1, width, label.text});
         }

@@ -40,6 +40,7 @@ private:
 
     TwipBox plot_;
     double left_, top_, scale_x_, scale_y_;
+    double left_gap_ = 0;
     std::vector<PlacedLabel> labels_;
 };
 

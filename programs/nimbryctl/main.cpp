@@ -6,11 +6,14 @@
 #include <unistd.h>
 
 #include <QByteArray>
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "engine/control/verb_list.h"
@@ -105,6 +108,17 @@ void wait_for_end(const Descriptor& process) {
     }
 }
 
+/// A picture goes where nimbryctl was called, not into the copy's folder.
+std::vector<std::string> with_whole_path(std::vector<std::string> arguments) {
+    if (arguments.front() != "graph") return arguments;
+    const auto option = std::find(arguments.begin(), arguments.end(), "--svg");
+    if (option == arguments.end() || option + 1 == arguments.end() || (option + 1)->empty()) return arguments;
+    std::error_code error;
+    const auto whole = std::filesystem::absolute(*(option + 1), error);
+    if (!error) *(option + 1) = whole.string();
+    return arguments;
+}
+
 int ask(const ControlConnection& copy, const std::vector<std::string>& arguments) {
     const bool stops = arguments.front() == "stop";
     // Held from the start, so that it can mean no other process that gets the same number later.
@@ -163,5 +177,5 @@ int main(int argc, char** argv) {
     if (!folder) return refuse(no_copy, folder.error);
     const ControlConnection copy = nimbry::platform::connect_to_copy(folder.path);
     if (!copy.socket) return refuse(no_copy, "no copy of Nimbry runs in " + folder.path);
-    return ask(copy, arguments);
+    return ask(copy, with_whole_path(arguments));
 }

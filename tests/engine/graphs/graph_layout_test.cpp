@@ -1,0 +1,122 @@
+#include "engine/graphs/graph_layout.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "engine/core/weather_state.h"
+#include "engine/graphs/graph_scales.h"
+#include "tests/world/front_day.h"
+#include "tests/world/virtual_clock.h"
+
+namespace nimbry::test {
+namespace {
+
+/// Letters of equal width.
+LetterSize letters(double width, double height) {
+    return {[width](std::string_view text) { return width * static_cast<double>(text.size()); }, height};
+}
+
+const GraphDrawing& day(GraphKind kind, bool main = true) {
+    static const auto drawings = [] {
+        WeatherState state;
+        fill_with_a_front(state, VirtualClock::usual_start);
+        level_scales(state.graphs, true);
+        std::vector<GraphDrawing> all;
+        for (const bool large : {true, false})
+            for (int n = 0; n < graph_count; ++n)
+                all.push_back(graph_drawing(state.graphs, static_cast<GraphKind>(n), true, large));
+        return all;
+    }();
+    return drawings[static_cast<std::size_t>(static_cast<int>(kind) + (main ? 0 : graph_count))];
+}
+
+struct SizeCase {
+    const char* law;
+    double width, height;
+    double letter_width, letter_height;
+};
+
+const SizeCase sizes[] = {
+    {"the smallest main pane", 440, 180, 6, 13}, {"a usual one", 520, 260, 6, 13},
+    {"a large one", 1400, 900, 6, 13},           {"letters of double size", 440, 180, 12, 26},
+    {"letters far too large", 440, 180, 40, 90}, {"a pane too small for anything", 20, 10, 6, 13},
+};
+
+bool overlap(const PlacedLabel& a, const PlacedLabel& b, double height) {
+    return a.left < b.left + b.width && b.left < a.left + a.width && std::abs(a.middle - b.middle) < height;
+}
+
+TEST(GraphLayout, no_two_labels_touch_and_none_is_cut) {
+    for (const SizeCase& c : sizes) {
+        for (int n = 0; n < graph_count; ++n) {
+            SCOPED_TRACE(std::string(c.law) + ", graph " + std::to_string(n));
+            const GraphLayout layout(day(static_cast<GraphKind>(n)), c.width, c.height,
+                                     letters(c.letter_width, c.letter_height));
+            const auto& labels = layout.labels();
+            for (std::size_t a = 0; a < labels.size(); ++a)
+                for (std::size_t b = a + 1; b < labels.size(); ++b)
+                    EXPECT_FALSE(overlap(labels[a], labels[b], c.letter_height)) << labels[a].text << labels[b].text;
+            if (c.width < 100 || c.letter_height > 60) continue;
+            for (const PlacedLabel& label : labels) {
+                EXPECT_GE(label.left, 0) << label.text;
+                EXPECT_LE(label.left + label.width, c.width) << label.text;
+                EXPECT_GE(label.middle - c.letter_height / 2, 0) << label.text;
+                EXPECT_LE(label.middle + c.letter_height / 2, c.height) << label.text;
+            }
+        }
+    }
+}
+
+std::vector<std::string> texts(const GraphLayout& layout) {
+    std::vector<std::string> all;
+    for (const PlacedLabel& label : layout.labels()) all.push_back(label.text);
+    return all;
+}
+
+TEST(GraphLayout, writes_every_label_where_there_is_room) {
+    const GraphLayout layout(day(GraphKind::direction), 1400, 900, letters(6, 13));
+    EXPECT_EQ(layout.labels().size(), 9U + 25U);
+}
+
+TEST(GraphLayout, leaves_out_hours_in_equal_steps_where_there_is_none) {
+    // 440 pixels less the margins are 16.7 an hour; two figures of 7 and the gap need 18.
+    const GraphLayout layout(day(GraphKind::direction), 440, 180, letters(7, 13));
+    const auto all = texts(layout);
+    EXPECT_EQ(all.size(), 9U + 13U);
+    EXPECT_EQ(all[9], day(GraphKind::direction).labels[0].text);
+    EXPECT_EQ(all[10], day(GraphKind::direction).labels[2].text);
+}
+
+TEST(GraphLayout, keeps_both_ends_of_the_value_axis_while_it_can) {
+    const GraphLayout layout(day(GraphKind::direction), 440, 180, letters(12, 40));
+    const auto all = texts(layout);
+    EXPECT_EQ(all[0], "00");
+    EXPECT_NE(std::find(all.begin(), all.end(), " N"), all.end());
+}
+
+TEST(GraphLayout, the_graph_takes_what_the_labels_leave) {
+    const GraphLayout layout(day(GraphKind::direction), 500, 200, letters(6, 12));
+    // Labels are three letters at most: 18, a rim of 4, and half an hour's width and 1 to the axis.
+    EXPECT_DOUBLE_EQ(layout.x(480), 18 + 4 + 7);
+    EXPECT_DOUBLE_EQ(layout.x(6432), 500 - 6 - 4);
+    EXPECT_DOUBLE_EQ(layout.y(385), 7);
+    EXPECT_DOUBLE_EQ(layout.y(2440), 200 - 12 - 4) << "the ticks end above the hours";
+}
+
+TEST(GraphLayout, a_small_pane_is_filled_but_for_a_rim) {
+    const GraphLayout layout(day(GraphKind::wind, false), 100, 60, letters(6, 12));
+    EXPECT_DOUBLE_EQ(layout.x(300), 6);
+    EXPECT_DOUBLE_EQ(layout.x(1560), 94);
+    EXPECT_DOUBLE_EQ(layout.y(150), 6);
+    EXPECT_DOUBLE_EQ(layout.y(550), 54);
+    EXPECT_TRUE(layout.labels().empty());
+}
+
+TEST(GraphLayout, finds_the_way_back_from_a_pixel) {
+    const GraphLayout layout(day(GraphKind::barometer), 517, 233, letters(7, 15));
+    for (const double twips : {480.0, 3456.0, 6432.0}) EXPECT_NEAR(layout.twips_of(layout.x(twips)), twips, 1e-6);
+}
+
+}  // namespace
+}  // namespace nimbry::test

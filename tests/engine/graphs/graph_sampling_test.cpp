@@ -1,0 +1,437 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "engine/derived/dates.h"
+#include "engine/graphs/graph_scales.h"
+#include "engine/graphs/graph_store.h"
+#include "engine/graphs/graph_view.h"
+#include "tests/world/bare_copy.h"
+#include "tests/world/started_world.h"
+
+namespace nimbry::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// A copy whose boxes show a plain afternoon.
+struct Sampling : BareCopy {
+    Sampling() {
+        state.run.fullystarted = true;
+        state.readings.dtvar = *civil_time({2026, 10, 5, 14, 2, 33});
+        state.readings.rdattime = "14:02:33";
+        setgraphscales(state);
+        const char* texts[] = {
+            "+12.3 \xB0"
+            "C",
+            "+3.3 \xB0"
+            "C",
+            "54 %",
+            " 11.2 km/h",
+            " 1013 mB",
+            " 2.5 mm/hour",
+            " 15.1 km/h",
+            "Gust 225\xB0",
+            "+21.5 \xB0"
+            "C",
+            "45 %"};
+        for (std::size_t s = 0; s < 10; ++s) state.panel.Text2[s].text = texts[s];
+        state.readings.wstempsng = 18.4;
+    }
+    void sample() { updategraphs(copy); }
+    [[nodiscard]] float last(int s) const { return rows.gdata(s, rows.windsamples()); }
+    void box(int s, const char* text) { state.panel.Text2[static_cast<std::size_t>(s)].text = text; }
+
+    GraphRows& rows = state.graphs.rows;
+};
+
+TEST(GraphSample, takes_each_series_from_the_box_of_its_number) {
+    Sampling world;
+    world.sample();
+    const float expected[] = {12.3F, 3.3F, 54, 11.2F, 1013, 2.5F, 18.4F, 225, 21.5F, 45};
+    for (int s = 0; s < series::count; ++s) EXPECT_EQ(world.last(s), expected[s]) << s;
+    EXPECT_EQ(world.rows.windsamples(), 1);
+}
+
+TEST(GraphSample, bears_the_stations_time) {
+    Sampling world;
+    world.sample();
+    EXPECT_EQ(world.rows.gtime(1), "05 Oct 2026 14:02:33");
+    world.state.readings.dtvar = *civil_time({2027, 1, 9, 0, 0, 5});
+    world.sample();
+    EXPECT_EQ(world.rows.gtime(2), "09 Jan 2027 00:00:05") << "two digits of the day, twenty characters";
+}
+
+TEST(GraphSample, puts_the_store_in_use) {
+    Sampling world;
+    EXPECT_FALSE(world.state.havegrafdata);
+    world.sample();
+    EXPECT_TRUE(world.state.havegrafdata);
+}
+
+TEST(GraphSample, ends_the_minutes_gust) {
+    Sampling world;
+    world.sample();
+    EXPECT_EQ(world.state.graphs.webpeakgust, 18.4);
+    EXPECT_EQ(world.state.readings.wstempsng, 0);
+}
+
+struct BoxCase {
+    const char* law;
+    int s;
+    const char* text;
+    float first, after;  ///< the sample in an empty store, and behind the plain afternoon's
+};
+
+TEST(GraphSample, reads_a_box_as_it_can) {
+    const BoxCase cases[] = {
+        {"a sign", 0,
+         "-4.7 \xB0"
+         "C",
+         -4.7F, -4.7F},
+        {"a sign and zero", 0,
+         "-0 \xB0"
+         "C",
+         0, 0},
+        {"a faulty reading repeats the last one", 0, "Error", 0, 12.3F},
+        {"with blanks around it too", 2, " Error ", 0, 54},
+        {"a calm average is 0", 3, "Calm", 0, 0},
+        {"a calm with blanks", 3, " Calm ", 0, 0},
+        {"an empty box is 0", 5, "", 0, 0},
+        {"what cannot be read is 0", 5, "??", 0, 0},
+        {"at its least value it is stored", 4, " 794 mB", 794, 794},
+        {"at its greatest too", 4, " 1051 mB", 1051, 1051},
+        {"below, the last one stands in", 4, " 793 mB", 0, 1013},
+        {"above too", 4, " 1052 mB", 0, 1013},
+        {"an empty barometer", 4, "", 0, 1013},
+        {"humidity of 0 and 100 is within", 2, "0 %", 0, 0},
+        {"and the other end", 2, "100 %", 100, 100},
+        {"no more", 2, "101 %", 0, 54},
+        {"a direction from its sixth character", 7, "Gust 9\xB0", 9, 9},
+        {"north is 360", 7, "Gust 0\xB0", 360, 360},
+        {"360 is north too", 7, "Gust 360\xB0", 360, 360},
+        {"a direction that cannot be read is 360", 7, "Gust ?", 360, 360},
+        {"a text too short for one as well", 7, "x", 360, 360},
+        {"a faulty direction repeats the last one", 7, "Error", 0, 225},
+        {"a calm direction is 0", 7, "Calm", 0, 0},
+        {"beyond the circle the last one stands in", 7, "Gust 999\xB0", 0, 225},
+        {"a calm gust is 0 whatever was held", 6, "Calm", 0, 0},
+        {"a faulty gust repeats the last one", 6, "Error", 0, 18.4F},
+    };
+    for (const BoxCase& c : cases) {
+        SCOPED_TRACE(c.law);
+        Sampling first;
+        first.box(c.s, c.text);
+        first.sample();
+        EXPECT_EQ(first.last(c.s), c.first);
+        Sampling after;
+        after.sample();
+        after.box(c.s, c.text);
+        after.state.readings.wstempsng = 30;
+        after.sample();
+        EXPECT_EQ(after.last(c.s), c.after);
+    }
+}
+
+TEST(GraphSample, a_calm_gust_makes_the_direction_0) {
+    for (const char* gust : {"Calm", " Calm "}) {
+        Sampling world;
+        world.box(6, gust);
+        world.sample();
+        EXPECT_EQ(world.last(7), 0);
+    }
+}
+
+TEST(GraphSample, the_held_gust_never_spans_two_minutes_whatever_the_box_says) {
+    for (const char* text : {" 15.1 km/h", "Calm", "Error"}) {
+        SCOPED_TRACE(text);
+        Sampling world;
+        world.box(6, text);
+        world.sample();
+        EXPECT_EQ(world.state.graphs.webpeakgust, 18.4);
+        EXPECT_EQ(world.state.readings.wstempsng, 0);
+        world.box(6, " 3 km/h");
+        world.sample();
+        EXPECT_EQ(world.last(6), 0);
+        EXPECT_EQ(world.state.graphs.webpeakgust, 0);
+    }
+}
+
+TEST(GraphSample, adds_one_row_to_every_series_also_for_values_that_may_not_be_stored) {
+    Sampling world;
+    world.sample();
+    for (int s = 0; s < series::count; ++s) world.box(s, s == 7 ? "Gust 999\xB0" : "9999");
+    world.state.readings.wstempsng = 9999;
+    world.sample();
+    EXPECT_EQ(world.rows.windsamples(), 2);
+    const float expected[] = {12.3F, 3.3F, 54, 11.2F, 1013, 2.5F, 18.4F, 225, 21.5F, 45};
+    for (int s = 0; s < series::count; ++s) {
+        EXPECT_EQ(world.rows.gdata(s, 0), 2) << s;
+        EXPECT_EQ(world.last(s), expected[s]) << s;
+    }
+}
+
+TEST(GraphSample, scrolls_a_full_day) {
+    Sampling world;
+    for (int n = 0; n < 1440; ++n) world.rows.append(GraphRow{});
+    world.rows.row(2).set_gtime("second");
+    world.sample();
+    EXPECT_EQ(world.rows.windsamples(), 1440);
+    EXPECT_EQ(world.rows.gtime(1), "second");
+    EXPECT_EQ(world.rows.gtime(1440), "05 Oct 2026 14:02:33");
+    EXPECT_EQ(world.last(2), 54);
+}
+
+TEST(GraphSample, is_not_taken_while_another_one_is) {
+    Sampling world;
+    {
+        const auto busy = world.state.graphs.GrafBusy.try_hold();
+        world.sample();
+        EXPECT_EQ(world.rows.windsamples(), 0);
+    }
+    world.sample();
+    EXPECT_EQ(world.rows.windsamples(), 1);
+    EXPECT_FALSE(world.state.graphs.GrafBusy);
+}
+
+TEST(GraphSample, clears_intensity) {
+    Sampling world;
+    world.state.graphs.Intensity = 3;
+    world.sample();
+    EXPECT_EQ(world.state.graphs.Intensity, 0);
+}
+
+TEST(GraphSample, saves_from_the_second_on_and_draws_each_time) {
+    Sampling world;
+    world.sample();
+    EXPECT_FALSE(world.files.exists("grafdata.dat"));
+    EXPECT_EQ(world.state.graphs.draws, 1);
+    world.sample();
+    EXPECT_TRUE(world.files.exists("grafdata.dat"));
+    EXPECT_EQ(world.state.graphs.draws, 2);
+    EXPECT_FALSE(world.state.run.savingrafs);
+}
+
+TEST(GraphSample, with_drawing_switched_off_goes_on_but_is_never_saved_or_drawn) {
+    Sampling world;
+    world.state.menu.mnuDisableGraphs.checked = true;
+    for (int n = 0; n < 3; ++n) world.sample();
+    EXPECT_EQ(world.rows.windsamples(), 3);
+    EXPECT_EQ(world.state.graphs.draws, 0);
+    EXPECT_FALSE(world.state.graphs.GraphsDisplayed);
+    EXPECT_FALSE(world.files.exists("grafdata.dat"));
+    EXPECT_TRUE(world.state.havegrafdata);
+}
+
+TEST(GraphSample, drawing_switched_off_later_does_not_stop_the_saves) {
+    Sampling world;
+    world.sample();
+    world.state.menu.mnuDisableGraphs.checked = true;
+    world.sample();
+    EXPECT_TRUE(world.files.exists("grafdata.dat"));
+    EXPECT_EQ(world.state.graphs.draws, 1);
+}
+
+// --- The highest gust of the last hour
+
+void add_gusts(Sampling& world, int count, float gust) {
+    GraphRow row;
+    row.set_gdata(series::gust, gust);
+    for (int n = 0; n < count; ++n) world.rows.append(row);
+}
+
+struct GustCase {
+    const char* law;
+    int before, one, after;  ///< rows of 5 km/h, a row of 88.6, rows of 5
+    const char* text;
+};
+
+TEST(GraphGust, is_the_highest_of_an_hour) {
+    const GustCase cases[] = {
+        {"one sample", 0, 0, 0, "18.4 km/h"},
+        {"a gust of this hour", 10, 1, 20, "88.6 km/h"},
+        {"the first row of a young store", 0, 1, 58, "88.6 km/h"},
+        {"row 1 of 61", 0, 1, 59, "88.6 km/h"},
+        {"row 1 of 62 is past", 0, 1, 60, "18.4 km/h"},
+        {"61 minutes of a long store count", 500, 1, 59, "88.6 km/h"},
+        {"62 do not", 500, 1, 60, "18.4 km/h"},
+    };
+    for (const GustCase& c : cases) {
+        SCOPED_TRACE(c.law);
+        Sampling world;
+        add_gusts(world, c.before, 5);
+        add_gusts(world, c.one, 88.6F);
+        add_gusts(world, c.after, 5);
+        world.sample();
+        EXPECT_EQ(world.state.panel.TxtWindGLH.text, c.text);
+    }
+}
+
+TEST(GraphGust, never_takes_the_count_for_a_gust) {
+    Sampling world;
+    add_gusts(world, 59, 5);
+    world.state.readings.wstempsng = 7;
+    world.sample();
+    ASSERT_EQ(world.rows.windsamples(), 60);
+    EXPECT_EQ(world.state.panel.TxtWindGLH.text, "7 km/h");
+}
+
+TEST(GraphGust, stands_in_its_box_with_tip_and_label) {
+    Sampling world;
+    world.state.units.wind_text = "MPH";
+    world.sample();
+    const Box& box = world.state.panel.TxtWindGLH;
+    EXPECT_EQ(box.text, "18.4 MPH");
+    EXPECT_EQ(box.tip, "Maximum wind gust in the last hour: 18.4 MPH");
+    EXPECT_EQ(box.balloon, "18.4 MPH\r\nMaximum wind gust in last hour");
+}
+
+TEST(GraphGust, of_a_calm_hour_has_no_unit) {
+    Sampling world;
+    world.box(6, "Calm");
+    world.sample();
+    const Box& box = world.state.panel.TxtWindGLH;
+    EXPECT_EQ(box.text, "0 ");
+    EXPECT_EQ(box.tip, "Maximum wind gust in the last hour: 0 ");
+}
+
+// --- The rain since midnight
+
+TEST(GraphSample, looks_after_the_midnight_file_and_reads_it) {
+    Sampling world;
+    world.state.settings.tmidnight = false;
+    world.state.readings.dtvar = *civil_time({2026, 10, 6, 0, 0, 33});
+    world.state.readings.rdattime = "00:00:33";
+    world.state.readings.rdattotrain = "0120";
+    world.state.rain.rainnow = 123;
+    world.sample();
+    EXPECT_EQ(world.files.contents("rnslm.dat"), "06 Oct 2026 00:00:33\r\n120\r\n");
+    EXPECT_EQ(world.state.rain.RainSinceMidnight, 3);
+    world.sample();
+    EXPECT_EQ(world.files.contents("rnslm.dat"), "06 Oct 2026 00:00:33\r\n120\r\n") << "once a night";
+}
+
+TEST(GraphSample, at_any_other_time_appends_nothing) {
+    Sampling world;
+    world.sample();
+    EXPECT_FALSE(world.files.exists("rnslm.dat"));
+}
+
+TEST(GraphSample, an_error_bears_its_tag_and_lets_the_busy_flag_go) {
+    Sampling world;
+    world.state.readings.dtvar = *civil_time({2026, 10, 6, 0, 0, 33});
+    world.state.readings.rdattime = "00:00:33";
+    world.files.refuse("rnslm.dat", FileResult::disk_full);
+    try {
+        world.sample();
+        FAIL() << "nothing was thrown";
+    } catch (const UnrecoverableError& error) {
+        EXPECT_EQ(error.number, ErrorNumber::disk_full);
+        EXPECT_EQ(error.tag, "updategraphs");
+    }
+    EXPECT_FALSE(world.state.graphs.GrafBusy);
+}
+
+TEST(GraphSample, is_busy_while_it_waits_for_a_file) {
+    Sampling world;
+    world.state.readings.dtvar = *civil_time({2026, 10, 6, 0, 0, 33});
+    world.state.readings.rdattime = "00:00:33";
+    world.files.put("rnslm.dat", "");
+    world.files.set_in_use("rnslm.dat", true);
+    world.pauses.start([&] { world.sample(); });
+    EXPECT_TRUE(world.state.graphs.GrafBusy);
+    world.files.set_in_use("rnslm.dat", false);
+    world.pauses.pause(1s);
+    EXPECT_FALSE(world.state.graphs.GrafBusy);
+}
+
+// --- Once a minute
+
+TEST(GraphMinute, one_sample_a_minute_in_its_seconds_30_to_39) {
+    StartedWorld world;
+    world.clock.set_computer_time(*civil_time({2026, 10, 5, 14, 0, 5}));
+    world.send_trains(2);
+    EXPECT_EQ(world.state().graphs.rows.windsamples(), 0);
+    world.send_trains(30);
+    EXPECT_EQ(world.state().graphs.rows.windsamples(), 5);
+    EXPECT_EQ(world.state().graphs.rows.gtime(1), "05 Oct 2026 14:00:35");
+    EXPECT_EQ(world.state().graphs.rows.gtime(5), "05 Oct 2026 14:04:35");
+    EXPECT_TRUE(world.files.exists("grafdata.dat"));
+}
+
+TEST(GraphMinute, the_first_sample_ends_the_starting_of_the_program) {
+    StartedWorld world;
+    world.clock.set_computer_time(*civil_time({2026, 10, 5, 14, 0, 5}));
+    world.send_trains(3);
+    EXPECT_EQ(world.panel().lblStatus.text, "Program Starting");
+    world.send_trains(2);
+    EXPECT_EQ(world.panel().lblStatus.text, "Current Conditions");
+    EXPECT_EQ(world.panel().lblStatus.fore, colours::green);
+}
+
+// --- GrFailTimer
+
+struct Undrawn : Sampling {
+    Undrawn() {
+        state.menu.mnuDisableGraphs.checked = true;
+        state.graphs.grafsjustloaded = true;
+    }
+    void ticks(int count) {
+        for (int n = 0; n < count; ++n) refresh_missing_graphs(copy);
+    }
+};
+
+TEST(GrFailTimer, takes_a_sample_at_its_ninth_tick_and_only_once) {
+    Undrawn world;
+    world.ticks(8);
+    EXPECT_EQ(world.rows.windsamples(), 0);
+    world.ticks(1);
+    EXPECT_EQ(world.rows.windsamples(), 1);
+    EXPECT_FALSE(world.state.graphs.grafsjustloaded);
+    EXPECT_EQ(world.state.graphs.GrFailCount, 0);
+    world.ticks(100);
+    EXPECT_EQ(world.rows.windsamples(), 1);
+}
+
+TEST(GrFailTimer, counts_only_a_running_copy_that_has_drawn_nothing) {
+    Undrawn starting;
+    starting.state.run.fullystarted = false;
+    starting.ticks(20);
+    EXPECT_EQ(starting.state.graphs.GrFailCount, 0);
+    EXPECT_EQ(starting.rows.windsamples(), 0);
+    Undrawn drawn;
+    drawn.state.graphs.GraphsDisplayed = true;
+    drawn.ticks(20);
+    EXPECT_EQ(drawn.state.graphs.GrFailCount, 0);
+    EXPECT_EQ(drawn.rows.windsamples(), 0);
+}
+
+TEST(GrFailTimer, without_a_loaded_store_waits_for_the_minute) {
+    Undrawn world;
+    world.state.graphs.grafsjustloaded = false;
+    world.ticks(20);
+    EXPECT_EQ(world.rows.windsamples(), 0);
+}
+
+TEST(GrFailTimer, draws_when_drawing_is_switched_on_again) {
+    Undrawn world;
+    world.ticks(8);
+    world.state.menu.mnuDisableGraphs.checked = false;
+    world.ticks(1);
+    EXPECT_EQ(world.state.graphs.draws, 1);
+    EXPECT_TRUE(world.state.graphs.GraphsDisplayed);
+}
+
+TEST(GrFailTimer, ticks_every_ten_seconds_from_the_first_cycle_on) {
+    StartedWorld world("DrwGrafs=True\r\n");
+    world.clock.set_computer_time(*civil_time({2026, 10, 5, 14, 0, 5}));
+    world.send_trains(2);
+    world.state().graphs.grafsjustloaded = true;
+    const int before = world.state().graphs.GrFailCount;
+    world.run_for(20s);
+    EXPECT_EQ(world.state().graphs.GrFailCount, before + 2);
+    world.run_for(90s);
+    EXPECT_EQ(world.state().graphs.rows.windsamples(), 1);
+}
+
+}  // namespace
+}  // namespace nimbry::test
