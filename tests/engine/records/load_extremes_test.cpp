@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "engine/core/run_time_error.h"
 #include "engine/records/day_files.h"
 #include "engine/records/extremes_texts.h"
 #include "engine/records/save_extremes.h"

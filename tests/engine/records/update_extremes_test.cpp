@@ -33,7 +33,7 @@ struct FaultCase {
     Seen left;
 };
 
-TEST(UpdateExtremes, AFaultLeavesOutItsOwnRecordsAndWhatIsMadeOfThem) {
+TEST(ExtremesOfADay, AFaultLeavesOutItsOwnRecordsAndWhatIsMadeOfThem) {
     const FaultCase cases[] = {
         {"none", [](StationReadings&) {}, {true, true, true, true, true, true, true, true}},
         {"outdoor temperature: dew point and chill too",
