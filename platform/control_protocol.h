@@ -18,7 +18,7 @@ namespace nimbry::platform {
 // An answer is any number of pieces and then its status; the copy then closes the connection.
 
 /// A request is at most this long, its line end included.
-inline constexpr std::size_t longest_request = 64 * 1024;
+inline constexpr std::size_t longest_request = std::size_t{64} * 1024;
 
 /// One line of an answer.
 struct AnswerPiece {

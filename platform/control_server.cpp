@@ -18,7 +18,7 @@ constexpr int kFailed = 1;
 constexpr int kBadUsage = 2;
 
 // A screen is skipped while this much of the ones before has not been read.
-constexpr qint64 kScreensUnread = 256 * 1024;
+constexpr qint64 kScreensUnread = qint64{256} * 1024;
 
 /// Tells a caller that there is no room, as far as its socket takes the few bytes at once.
 void turn_away(const Descriptor& caller) {

@@ -26,7 +26,8 @@ namespace nimbry::platform {
 class ControlServer : public QObject {
 public:
     static constexpr std::size_t most_callers = 16;
-    static constexpr std::size_t most_unread = 8 * 1024 * 1024;  ///< bytes of an answer that wait for a caller to read
+    /// Bytes of an answer that wait for a caller to read.
+    static constexpr std::size_t most_unread = std::size_t{8} * 1024 * 1024;
 
     /// Does what a request asks for and returns the status that nimbryctl exits with. Arguments are texts of the
     /// engine. May wait.

@@ -148,7 +148,7 @@ FileResult DiskFiles::read(const std::string& name, std::string& bytes, std::siz
     if (const auto result = open_file(path(name), O_RDONLY, file); result != FileResult::ok) return result;
 
     // The length that the system states saves growing, but only the end of the file ends the reading.
-    constexpr std::size_t kPiece = 64 * 1024;
+    constexpr std::size_t kPiece = std::size_t{64} * 1024;
     struct stat facts {};
     if (::fstat(file.number(), &facts) == 0) {
         bytes.reserve(std::min(limit, static_cast<std::size_t>(facts.st_size)) + 1);

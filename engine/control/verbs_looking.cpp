@@ -94,6 +94,7 @@ VerbStatus boxes_verb(Copy& copy, const std::vector<std::string>& arguments, Ask
 
     if (given.has(kJson)) {
         std::vector<std::string> objects;
+        objects.reserve(boxes.size());
         for (const NamedConstBox& box : boxes) objects.push_back(box_json(box));
         asker.print(json_array(objects));
     } else {
@@ -119,6 +120,7 @@ VerbStatus notices_verb(Copy& copy, const std::vector<std::string>& arguments, A
 
     if (given.has(kJson)) {
         std::vector<std::string> objects;
+        objects.reserve(notices.size());
         for (const Notice& notice : notices) objects.push_back(notice_json(notice));
         asker.print(json_array(objects));
     } else {
