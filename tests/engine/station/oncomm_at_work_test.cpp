@@ -64,6 +64,18 @@ TEST(OnCommAtWork, the_clients_get_the_frame_as_it_came_whatever_becomes_of_its_
     EXPECT_EQ(copy.slow.sent[1].bytes, write_train(readings()));
 }
 
+TEST(OnCommAtWork, the_clients_get_the_frame_once_its_groups_are_done) {
+    SlowWork copy;  // stands in its sending
+    EXPECT_EQ(copy.state.comm.counters.trains, 1U);
+    EXPECT_TRUE(copy.state.run.fullystarted) << "the cycle has run";
+    EXPECT_TRUE(copy.state.comm.gotcomms);
+    EXPECT_TRUE(copy.slow.sent.empty());
+    EXPECT_NE(copy.state.panel.Lamp.fore, colours::red) << "label and lamp come last";
+    copy.pauses.pause(2s);
+    EXPECT_EQ(copy.slow.sent.size(), 1U);
+    EXPECT_EQ(copy.state.panel.Lamp.fore, colours::red);
+}
+
 TEST(OnCommAtWork, every_event_still_shows_that_the_line_lives) {
     SlowWork copy;
     copy.state.comm.ccheckflagb = true;
