@@ -21,7 +21,7 @@ std::string environment(const char* name) {
 
 std::string user_data_folder() {
     // A relative XDG_DATA_HOME is invalid by the rules of that variable and passed over.
-    if (const std::string xdg = environment("XDG_DATA_HOME"); xdg.starts_with('/')) return xdg;
+    if (std::string xdg = environment("XDG_DATA_HOME"); xdg.starts_with('/')) return xdg;
     std::string home = environment("HOME");
     if (home.empty()) {
         const passwd* user = ::getpwuid(::geteuid());

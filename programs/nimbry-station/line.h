@@ -35,7 +35,7 @@ public:
 
 /// A pseudo-terminal with a symbolic link to it, both made at once and taken away at the end. The station holds the
 /// computer's end open itself, so that programs may come and go: an unread line keeps one train at most.
-class PseudoTerminal : public Line {
+class PseudoTerminal final : public Line {
 public:
     /// Makes the link at `path`; an old symbolic link there is replaced, anything else refused by LineFailure.
     explicit PseudoTerminal(std::string path);

@@ -122,7 +122,7 @@ private:
     }
 
     /// True for a switch that something in this copy follows.
-    static bool acts(const Switch& which) { return key_of(which) != std::string_view(); }
+    static bool acts(const Switch& which) { return !key_of(which).empty(); }
 
     /// On the main stack: a conversation's own is too small for a window.
     void show_program_log_later() {

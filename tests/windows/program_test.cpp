@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
-#include <stdlib.h>
 #include <unistd.h>
 #include <QAbstractButton>
 #include <QAction>
@@ -17,6 +16,7 @@
 #include <QTimer>
 
 #include <cstddef>
+#include <cstdlib>
 #include <functional>
 #include <string>
 
