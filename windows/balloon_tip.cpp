@@ -3,6 +3,8 @@
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QPainter>
+#include <QPainterPath>
+#include <QRegion>
 #include <QScreen>
 #include <algorithm>
 
@@ -105,6 +107,13 @@ QPoint BalloonTip::place(const QRect& anchor, const QSize& size, const QRect& sc
     const int below = anchor.bottom() + 1 + gap;
     const int y = std::clamp(below, screen.top(), std::max(screen.top(), screen.bottom() + 1 - size.height()));
     return {x, y};
+}
+
+// Where nothing blends windows, what lies outside the round corners would be black.
+void BalloonTip::resizeEvent(QResizeEvent*) {
+    QPainterPath outline;
+    outline.addRoundedRect(rect(), radius, radius);
+    setMask(QRegion(outline.toFillPolygon().toPolygon()));
 }
 
 void BalloonTip::paintEvent(QPaintEvent*) {

@@ -102,6 +102,16 @@ TEST_F(Notices, ABalloonThatStaysHasACloseMark) {
     EXPECT_EQ(tip(), nullptr);
 }
 
+TEST_F(Notices, ABalloonHasRoundCornersOnAnyScreen) {
+    notices.balloon({.title = "Round", .text = "1"});
+    ASSERT_TRUE(QTest::qWaitFor([] { return tip() != nullptr; }));
+    const QRect whole = tip()->rect();
+    for (const QPoint corner : {whole.topLeft(), whole.topRight(), whole.bottomLeft(), whole.bottomRight()})
+        EXPECT_FALSE(tip()->mask().contains(corner));
+    EXPECT_TRUE(tip()->mask().contains(whole.center()));
+    EXPECT_TRUE(tip()->mask().contains(QPoint(whole.center().x(), whole.bottom() - 1))) << "the last line but one";
+}
+
 TEST_F(Notices, ATallerTextMakesATallerBalloon) {
     std::string text;
     for (int n = 0; n < 60; ++n) text += "weather station ";
