@@ -131,6 +131,32 @@ TEST(StartUp, WhatArrivesDuringTheSplashIsNoPartOfTheFirstFrame) {
     EXPECT_EQ(world.state().comm.counters.trains, 1u);
 }
 
+TEST(StartUp, WhatTheSystemStillHoldsAtTheEndOfTheSplashIsThrownAwayToo) {
+    World world;
+    world.files.put("Nimbry.ini", main_section());
+    world.begin_start(with_window);
+    world.run_for(5400ms);
+    world.line.arrive(Bytes(13, 0x55));  // nobody has said so yet
+    world.run_for(100ms);
+    ASSERT_FALSE(world.state().comm.splashing);
+    world.send_train();
+    EXPECT_EQ(world.state().comm.counters.trains, 1u);
+}
+
+TEST(StartUp, ClosesASocketThatIsOpenBeforeAnythingElseIsAsked) {
+    World world;
+    world.datasock.bind(60137);
+    world.begin_start(with_window);  // stands in the first-run window now
+    EXPECT_FALSE(world.datasock.is_open());
+}
+
+TEST(StartUp, TakesTheAlarmSettingsIntoForce) {
+    World world;
+    world.files.put("Nimbry.ini", main_section() + "[Alarms]\r\nfASound=True\r\n");
+    world.start();
+    EXPECT_TRUE(world.state().alarms.frmAlarms.chkASound);
+}
+
 TEST(StartUp, WithoutAWindowThereIsNoSplash) {
     World world;
     world.begin_start();
