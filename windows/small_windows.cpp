@@ -29,9 +29,10 @@ void SmallWindows::show_about(std::string_view version_stamp) {
     about_->activateWindow();
 }
 
-void SmallWindows::show_program_log(std::string_view bytes) {
-    if (log_ == nullptr) log_ = new TextWindow(parent_);
-    log_->show_text(QStringLiteral("nbyprog.log"), platform::unicode(bytes).remove(u'\r'));
+void SmallWindows::show_file(const std::string& name, std::string_view bytes) {
+    TextWindow*& window = files_[name];
+    if (window == nullptr) window = new TextWindow(parent_);
+    window->show_text(platform::unicode(name), platform::unicode(bytes).remove(u'\r'));
 }
 
 void SmallWindows::show_sensor_window() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -30,8 +31,9 @@ public:
     void offer_to(WindowNotices& notices);
 
     void show_about(std::string_view version_stamp);
-    /// Shows the program log, 8-bit bytes as they stand in the file.
-    void show_program_log(std::string_view bytes);
+    /// Shows a text file, 8-bit bytes as they stand in it, in a window of its own, which every later look at the same
+    /// file uses again.
+    void show_file(const std::string& name, std::string_view bytes);
     void show_sensor_window();
 
     /// Closes what the model says is closed.
@@ -47,7 +49,7 @@ private:
     AboutWindow* about_ = nullptr;
     SensorWindow* sensor_ = nullptr;
     StatusWindow* status_ = nullptr;
-    TextWindow* log_ = nullptr;
+    std::map<std::string, TextWindow*> files_;  ///< by the file's name
 };
 
 }  // namespace nimbry::windows

@@ -12,6 +12,7 @@
 #include "engine/core/program_log_pruning.h"
 #include "engine/core/switches.h"
 #include "engine/displays/main_window.h"
+#include "engine/records/viewers.h"
 #include "platform/canberra_sounds.h"
 #include "platform/control_server.h"
 #include "platform/disk_files.h"
@@ -22,6 +23,7 @@
 #include "platform/stderr_notices.h"
 #include "platform/system_clock.h"
 #include "platform/system_desktop.h"
+#include "windows/almanac_chooser.h"
 #include "windows/form1.h"
 #include "windows/small_windows.h"
 #include "windows/splash.h"
@@ -107,8 +109,16 @@ private:
         actions.click = [this] { sounds_.play(std::string(click_sound)); };
         actions.menu["mnuExit1"] = [this] { pauses_.start([this] { engine_.menu_exit(); }); };
         actions.menu["mnuProgLog"] = click("mnuProgLog", [this] {
-            if (mnuProgLog(copy())) show_program_log_later();
+            if (mnuProgLog(copy())) show_file_later(std::string(ProgramLog::file));
         });
+        actions.menu["mnuDisplayLog"] = viewer("mnuDisplayLog", mnuDisplayLog);
+        actions.menu["mnuDisplayAlmanac"] = viewer("mnuDisplayAlmanac", mnuDisplayAlmanac);
+        actions.menu["mnuAutoReport"] = viewer("mnuAutoReport", mnuAutoReport);
+        actions.menu["mnuAlMonth"] = [this] {
+            choose_almanac(&*form_, files_.path(""), [this](const std::string& AFname) {
+                viewer("mnuAlMonth", [AFname](Copy& of) { return mnuAlMonth(of, AFname); })();
+            });
+        };
         actions.menu["mnuClearProgLog"] = click("mnuClearProgLog", [this] { mnuClearProgLog(copy()); });
         actions.menu["mnuAbout"] = [this] {
             sounds_.play(std::string(click_sound));
@@ -124,14 +134,21 @@ private:
     /// True for a switch that something in this copy follows.
     static bool acts(const Switch& which) { return !key_of(which).empty(); }
 
+    /// A click on an entry that shows the file which the engine names, if it names one.
+    template <class Entry>
+    std::function<void()> viewer(const char* tag, Entry entry) {
+        return click(tag, [this, entry] {
+            if (const std::optional<std::string> file = entry(copy())) show_file_later(*file);
+        });
+    }
+
     /// On the main stack: a conversation's own is too small for a window.
-    void show_program_log_later() {
+    void show_file_later(const std::string& name) {
         QMetaObject::invokeMethod(
             &loop_,
-            [this] {
+            [this, name] {
                 std::string bytes;
-                if (files_.read(std::string(ProgramLog::file), bytes) == FileResult::ok)
-                    small_->show_program_log(bytes);
+                if (files_.read(name, bytes) == FileResult::ok) small_->show_file(name, bytes);
             },
             Qt::QueuedConnection);
     }
