@@ -103,7 +103,7 @@ void back_up_almanac(Copy& copy) {
 
 void archive(Copy& copy) {
     copy.state.records.alarchiving = true;
-    almanacroll(copy);
+    alRoll(copy);
     if (copy.state.records.alarchiving) AutoGenreport(copy);
 }
 

@@ -74,7 +74,7 @@ void roll(Copy& copy, CivilTime now) {
 
 }  // namespace
 
-void almanacroll(Copy& copy) {
+void alRoll(Copy& copy) {
     try {
         roll(copy, *copy.state.readings.dtvar);
     } catch (const RunTimeError& error) {

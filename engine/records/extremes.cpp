@@ -27,6 +27,7 @@ void unlock_setup_windows(WeatherState& state) {
     if (state.comm.changebusy) return;
     const SetupWindows usual;
     const auto unlock = [](SetupWindow& window, const SetupWindow& as_usual) {
+        if (window.enabled) return;
         window.caption = as_usual.caption;
         window.enabled = true;
     };

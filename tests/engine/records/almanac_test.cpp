@@ -186,7 +186,7 @@ TEST(Almanac, AnArchivesNameTakesItsMonthAndYearFromTwoClocks) {
 TEST(Almanac, WithoutAFileTheArchiveStepSaysSo) {
     AlmanacCopy world(at(11, 1, 8, 59, 50));
     world.state.records.alarchiving = true;
-    almanacroll(world.copy);
+    alRoll(world.copy);
     EXPECT_EQ(world.log_lines(),
               std::vector<std::string>{
                   "01 Nov 2026 08:59:50 Almanac not archived and rolled over as the raw archive file doesn't exist"});

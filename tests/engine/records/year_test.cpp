@@ -48,8 +48,8 @@ TEST(Year, EachKindOfChangeoverClosesEveryDayAndEveryMonth) {
     }
 }
 
-// Four trains around each change, one in a hundred with a flipped bit: no wrong reading is recorded, and a day is
-// closed when one of the last two trains is sound.
+// Four trains around each change, one in a hundred with a flipped bit, and a sound one in the afternoon: no wrong
+// reading is recorded, and a day is closed when one of the last two trains is sound.
 TEST(Year, OnePercentOfDamagedTrainsCostsNoDayThatAnyTrainCouldClose) {
     std::mt19937 random(1);
     WeatherDays days(at(1, 1, 8, 59, 30, 2027));
@@ -69,6 +69,7 @@ TEST(Year, OnePercentOfDamagedTrainsCostsNoDayThatAnyTrainCouldClose) {
             days.world.deliver(train);
         }
         closed += closes;
+        days.train(day + 6h);
     }
     EXPECT_GT(damaged, 5);
     EXPECT_EQ(days.changeovers(), closed);
