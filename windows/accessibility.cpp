@@ -3,6 +3,7 @@
 #include <QAccessibleWidget>
 
 #include "windows/card_group.h"
+#include "windows/setting_bar.h"
 #include "windows/value_box.h"
 
 namespace nimbry::windows {
@@ -26,8 +27,33 @@ private:
     ValueBox* box_;
 };
 
+/// Tells the number that the bar stands for; Qt's own tells the steps.
+class SettingBarAccessible : public QAccessibleWidget, public QAccessibleValueInterface {
+public:
+    explicit SettingBarAccessible(SettingBar* bar) : QAccessibleWidget(bar, QAccessible::ScrollBar), bar_(bar) {}
+
+    void* interface_cast(QAccessible::InterfaceType type) override {
+        if (type == QAccessible::ValueInterface) return static_cast<QAccessibleValueInterface*>(this);
+        return QAccessibleWidget::interface_cast(type);
+    }
+
+    [[nodiscard]] QVariant currentValue() const override { return number(bar_->value()); }
+    void setCurrentValue(const QVariant& value) override {
+        bar_->setValue(qRound(value.toDouble() * bar_->steps_per_unit()));
+    }
+    [[nodiscard]] QVariant minimumValue() const override { return number(bar_->minimum()); }
+    [[nodiscard]] QVariant maximumValue() const override { return number(bar_->maximum()); }
+    [[nodiscard]] QVariant minimumStepSize() const override { return number(1); }
+
+private:
+    [[nodiscard]] double number(int steps) const { return static_cast<double>(steps) / bar_->steps_per_unit(); }
+
+    SettingBar* bar_;
+};
+
 QAccessibleInterface* make_interface(const QString&, QObject* object) {
     if (auto* box = qobject_cast<ValueBox*>(object)) return new ValueBoxAccessible(box);
+    if (auto* bar = qobject_cast<SettingBar*>(object)) return new SettingBarAccessible(bar);
     if (auto* group = qobject_cast<CardGroup*>(object)) return new QAccessibleWidget(group, QAccessible::Grouping);
     return nullptr;
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "engine/alarms/alarms.h"
 #include "engine/control/verbs.h"
 #include "engine/core/engine.h"
 #include "engine/core/event.h"
@@ -25,6 +26,7 @@
 #include "platform/system_desktop.h"
 #include "windows/almanac_chooser.h"
 #include "windows/form1.h"
+#include "windows/setup_dialogs.h"
 #include "windows/small_windows.h"
 #include "windows/splash.h"
 #include "windows/window_notices.h"
@@ -86,6 +88,7 @@ private:
         if (splash_ && !engine_.state().comm.splashing && !engine_.gone()) show_main_window();
         if (form_) form_->state_changed();
         if (small_) small_->refresh();
+        if (dialogs_) dialogs_->refresh();
     }
 
     void show_main_window() {
@@ -93,6 +96,7 @@ private:
         form_.emplace(engine_.state(), actions());
         small_.emplace(engine_.state(), &*form_);
         small_->offer_to(notices_);
+        dialogs_.emplace(engine_.state(), accepted(), &*form_);
         notices_.set_main_window(&*form_);
         form_->show();
     }
@@ -120,6 +124,10 @@ private:
             });
         };
         actions.menu["mnuClearProgLog"] = click("mnuClearProgLog", [this] { mnuClearProgLog(copy()); });
+        actions.menu["mnuAlarms"] = [this] {
+            sounds_.play(std::string(click_sound));
+            dialogs_->show_alarms();
+        };
         actions.menu["mnuAbout"] = [this] {
             sounds_.play(std::string(click_sound));
             small_->show_about(copy().ini.GetSetting("Main", "Version", ""));
@@ -129,6 +137,13 @@ private:
             actions.menu[std::string(each.name)] = click("Menu", [this, &each] { click_switch(copy(), each); });
         }
         return actions;
+    }
+
+    /// What an accepted dialog leads to, as an event of the engine.
+    SetupDialogs::Actions accepted() {
+        return {.accept_alarms = [this](const AlarmsDialog& values) {
+            start_event(copy(), "frmAlarms", [this, values] { accept_alarms(copy(), values); });
+        }};
     }
 
     /// True for a switch that something in this copy follows.
@@ -167,6 +182,7 @@ private:
     std::optional<Splash> splash_;
     std::optional<Form1> form_;
     std::optional<SmallWindows> small_;
+    std::optional<SetupDialogs> dialogs_;
 };
 
 }  // namespace

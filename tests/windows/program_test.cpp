@@ -23,6 +23,7 @@
 #include "engine/station/train_writer.h"
 #include "programs/nimbry/other_instance.h"
 #include "programs/nimbry/window_program.h"
+#include "windows/alarms_window.h"
 #include "windows/form1.h"
 #include "windows/message_dialog.h"
 #include "windows/splash.h"
@@ -133,6 +134,25 @@ TEST(Program, LeavesAtTheSessionsEndAsByTheWindowsClose) {
     EXPECT_TRUE(onlooker.saw_all());
     EXPECT_NE(contents(folder, "nbyprog.log").find("Program stopped, forced exit (Windows closing)"),
               std::string::npos);
+}
+
+TEST(Program, TakesTheAlarmDialogsValuesIntoForce) {
+    const QTemporaryDir folder;
+    const PseudoTerminal station;
+    Onlooker onlooker;
+    onlooker.when([] { return visible_window<windows::Form1>() != nullptr; },
+                  [] { visible_window<windows::Form1>()->findChild<QAction*>("mnuAlarms")->trigger(); });
+    onlooker.when([] { return visible_window<windows::AlarmsWindow>() != nullptr; },
+                  [] {
+                      auto* dialog = visible_window<windows::AlarmsWindow>();
+                      dialog->findChild<QAbstractButton*>("chkAWindHi")->click();
+                      dialog->findChild<QAbstractButton*>("Command1")->click();
+                  });
+    onlooker.when([&folder] { return contents(folder, "Nimbry.ini").find("fAWindHi=True") != std::string::npos; },
+                  [] { visible_window<windows::Form1>()->findChild<QAction*>("mnuExit1")->trigger(); });
+    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.name(), false), 0);
+    EXPECT_TRUE(onlooker.saw_all());
+    EXPECT_NE(contents(folder, "Nimbry.ini").find("ATempHi=37.8\r\n"), std::string::npos) << "all keys are written";
 }
 
 TEST(Program, AsksAboutAPortThatIsNotThere) {

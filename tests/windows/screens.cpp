@@ -7,6 +7,7 @@
 
 #include "tests/windows/sample_states.h"
 #include "windows/about_window.h"
+#include "windows/alarms_window.h"
 #include "windows/balloon_tip.h"
 #include "windows/form1.h"
 #include "windows/message_dialog.h"
@@ -100,6 +101,27 @@ void take_small_windows(Camera& camera, const QString& theme) {
     take(log, "log");
 }
 
+/// The setup windows, in usual units and with the longest texts, large and as small as they get.
+void take_setup_windows(Camera& camera, const QString& theme) {
+    WeatherState state;
+    reset_main_panel(state);
+    AlarmsDialog& alarms = state.alarms.frmAlarms;
+    alarms.chkAOuTempHi = alarms.chkABarLo = alarms.chkADewCur = alarms.chkASound = true;
+    alarms.AWindHi = 17;
+    windows::AlarmsWindow window(state, [](const AlarmsDialog&) {});
+    window.present();
+    QApplication::processEvents();
+    camera.take(window, QStringLiteral("alarms-") + theme);
+    state.settings.fTempF = state.settings.fBarinhg = state.settings.fRainin = state.settings.AddOneHour = true;
+    state.units = units_from(state.settings);
+    alarms.ARainAm = 1000;
+    window.refresh();
+    window.resize(window.minimumSizeHint().width(), 420);
+    window.findChild<QWidget*>("hsbATempHi")->setFocus(Qt::TabFocusReason);
+    QApplication::processEvents();
+    camera.take(window, QStringLiteral("alarms-other-units-") + theme);
+}
+
 /// The main window with a notice on it, and with each menu open.
 void take_what_opens(Camera& camera, const QString& theme) {
     WeatherState state;
@@ -159,6 +181,7 @@ int write_screens(const QString& folder) {
         take_main_window(camera, theme);
         take_what_opens(camera, theme);
         take_small_windows(camera, theme);
+        take_setup_windows(camera, theme);
     }
     QApplication::setPalette(light);
     return camera.taken();

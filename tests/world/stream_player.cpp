@@ -92,6 +92,7 @@ public:
             const std::string text = find_box(state, reading.box)->text;
             if (changed(reading.box, text)) news.push_back(std::string(reading.what) + " " + utf8(trimmed_left(text)));
         }
+        look_at_alarms(news);
         if (changed("battery", state.panel.lblLowBattery.visible ? "low" : "")) {
             news.push_back(state.panel.lblLowBattery.visible ? "the battery is low" : "the battery is not low");
         }
@@ -129,6 +130,23 @@ private:
         return text;
     }
 
+    void look_at_alarms(std::vector<std::string>& news) {
+        WeatherState& state = world_.state();
+        for (const Told& reading : told) {
+            const bool alarm = find_box(state, reading.box)->back == colours::alarm_back;
+            if (changed("colour of " + std::string(reading.box), alarm ? "alarm" : ""))
+                news.push_back(std::string(reading.what) + (alarm ? " in alarm" : " no longer in alarm"));
+        }
+        const std::string& sentence = state.alarms.AlarmReason;
+        if (changed("alarm", sentence)) news.push_back("alarm: " + (sentence.empty() ? "none" : sentence));
+        if (changed("alarm mail", state.alarms.AlarmMailSent ? "sent" : "") && state.alarms.AlarmMailSent)
+            news.push_back("an alarm mail");
+        const std::vector<std::string>& played = world_.sounds.played;
+        if (sounds_ != played.size())
+            news.push_back("sound: " + played.back() + ", times " + std::to_string(played.size() - sounds_));
+        sounds_ = played.size();
+    }
+
     bool changed(std::string_view what, const std::string& text) {
         std::string& last = last_[std::string(what)];
         if (last == text) return false;
@@ -147,6 +165,7 @@ private:
     Instant begin_;
     CommState::Counters counted_;
     std::map<std::string, std::string> last_;
+    std::size_t sounds_ = 0;
     std::size_t notices_ = 0;
     std::size_t windows_ = 0;
     std::size_t midnight_lines_ = 0;
@@ -204,9 +223,9 @@ void play(World& world, const StreamFile& stream, const std::function<void()>& a
     world.pauses.set_wake_source([&] { return world.engine.wake_at(); }, [&] { world.engine.wake(); });
 }
 
-std::string events_of(const StreamFile& stream) {
+std::string events_of(const StreamFile& stream, const std::string& more_settings) {
     World world(stream.clock - 2s);
-    world.files.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\n");
+    world.files.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\n" + more_settings);
     world.start();
     Listener listener(world);
     play(world, stream, [&] { listener.look(); });

@@ -14,11 +14,11 @@ void play(World& world, const StreamFile& stream, const std::function<void()>& a
 
 /// Plays a stream to a whole copy of Nimbry in virtual time and tells what the copy makes of it, a line an event: each
 /// frame with its readings, each refusal with its reason, the main readings as they change, the status label and the
-/// lamp, the battery, notices and windows, and lines of the program log and of the midnight file. Times are seconds
-/// from the start of the stream; the degree sign is UTF-8.
+/// lamp, the battery, alarms, sounds, notices and windows, and lines of the program log and of the midnight file. Times
+/// are seconds from the start of the stream; the degree sign is UTF-8.
 ///
 /// The copy has been running for two seconds when the stream begins, alone, without a window, with the settings of a
-/// first run.
-[[nodiscard]] std::string events_of(const StreamFile& stream);
+/// first run; `more_settings` are further sections of its configuration file.
+[[nodiscard]] std::string events_of(const StreamFile& stream, const std::string& more_settings = "");
 
 }  // namespace nimbry::test

@@ -30,12 +30,15 @@ std::vector<fs::path> streams() {
 
 class GoldenStreams : public testing::TestWithParam<fs::path> {};
 
-/// A stream of tests/streams, played to a whole copy, gives what stands beside it. NIMBRY_REWRITE_GOLDEN=1 writes that
-/// anew.
+/// A stream of tests/streams, played to a whole copy with the settings that stand beside it, if any, gives the answer
+/// there. NIMBRY_REWRITE_GOLDEN=1 writes that anew.
 TEST_P(GoldenStreams, gives_its_events) {
     const StreamReading reading = read_stream(contents(GetParam()));
     ASSERT_TRUE(reading.stream) << GetParam().filename() << ", " << reading.error;
-    const std::string events = "# " + reading.stream->shows + "\n" + test::events_of(*reading.stream);
+    fs::path settings = GetParam();
+    settings.replace_extension(".ini");
+    const std::string events =
+        "# " + reading.stream->shows + "\n" + test::events_of(*reading.stream, contents(settings));
 
     fs::path answer = GetParam();
     answer.replace_extension(".events");

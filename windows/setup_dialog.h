@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QDialog>
+#include <functional>
+#include <vector>
+
+#include "engine/displays/dialog_controls.h"
+
+class QBoxLayout;
+
+namespace nimbry::windows {
+
+/// What the setup windows have in common. Each edits a copy of its dialog's values and holds up nothing: it is
+/// modeless, and the program goes by the committed values until somebody accepts. `Command1`, the default button,
+/// accepts and closes; "Cancel", Escape and the close mark drop the copy.
+class SetupDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    /// Opens the window with a fresh copy, or brings an open one to the front as it is.
+    void present();
+
+protected:
+    SetupDialog(const char* name, const QString& title, QWidget* parent);
+
+    /// Binds controls to the widgets of their names, which must be there: a check box or an option button, a
+    /// SettingBar, a line of text. What a person does there changes the value and calls edited(). The values must
+    /// outlive this object.
+    void bind(const std::vector<DialogControl>& controls);
+
+    /// Shows every bound value in its widget.
+    void show_values();
+
+    /// The row of buttons, `Command1` with this caption and "Cancel".
+    [[nodiscard]] QBoxLayout* button_row(const QString& accept_caption);
+
+    /// Takes a fresh copy of the committed values and shows it.
+    virtual void load() = 0;
+    /// A person has changed a value.
+    virtual void edited() {}
+    /// Hands the copy over. The window closes afterwards.
+    virtual void commit() = 0;
+
+private:
+    void bind_flag(const QString& name, bool* value);
+    void bind_number(const QString& name, float* value);
+    void bind_text(const QString& name, std::string* value);
+
+    std::vector<std::function<void()>> shows_;
+};
+
+}  // namespace nimbry::windows
