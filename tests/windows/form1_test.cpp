@@ -128,6 +128,12 @@ TEST(Form1, FollowsATrainFromTheStation) {
     EXPECT_EQ(form.refresh(), 0) << "nothing has changed since";
 }
 
+/// The bytes of a file; none of one that is not there.
+std::string contents(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
 std::vector<std::filesystem::path> streams() {
     std::vector<std::filesystem::path> paths;
     for (const auto& entry : std::filesystem::directory_iterator(NIMBRY_STREAMS))
@@ -142,11 +148,12 @@ TEST(Form1, FollowsEveryRecordedStream) {
     ASSERT_FALSE(all.empty());
     for (const std::filesystem::path& path : all) {
         SCOPED_TRACE(path.stem().string());
-        std::ifstream file(path, std::ios::binary);
-        const StreamReading reading = read_stream(std::string(std::istreambuf_iterator<char>(file), {}));
+        const StreamReading reading = read_stream(contents(path));
         ASSERT_TRUE(reading.stream) << reading.error;
         World world(reading.stream->clock - 2s);
-        world.files.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\n");
+        std::filesystem::path settings = path;
+        settings.replace_extension(".ini");
+        world.files.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\n" + contents(settings));
         world.start();
         Form1 form(world.state(), {});
         play(world, *reading.stream, [&] {
