@@ -1,5 +1,6 @@
 #include "windows/alarms_window.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QFontMetrics>
 #include <QGridLayout>
@@ -48,6 +49,9 @@ AlarmsWindow::AlarmsWindow(const WeatherState& state, std::function<void(const A
     scroll->setWidgetResizable(true);
     scroll->setFocusPolicy(Qt::NoFocus);
     scroll->setWidget(content);
+    connect(qApp, &QApplication::focusChanged, this, [scroll, content](QWidget*, QWidget* now) {
+        if (now != nullptr && content->isAncestorOf(now)) scroll->ensureWidgetVisible(now);
+    });
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 12);
     column->addWidget(scroll);

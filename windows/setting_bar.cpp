@@ -14,6 +14,8 @@ SettingBar::SettingBar(int first, int last, int steps_per_unit, QWidget* parent)
     setSingleStep(1);
     setPageStep(10);
     setFocusPolicy(Qt::StrongFocus);
+    // Of a number that is set, up and right are more; a page that is scrolled goes the other way.
+    setInvertedControls(false);
     connect(this, &QScrollBar::valueChanged, this, [this] { emit moved(place()); });
 }
 

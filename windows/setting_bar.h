@@ -5,8 +5,8 @@
 namespace nimbry::windows {
 
 /// A horizontal scroll bar for a number setting, in steps of a unit or of a part of it. A value that lies beyond its
-/// range or between its steps is shown at the nearest step and stays as it is until somebody moves the bar. The wheel
-/// moves it only while it has the focus: rolling over a long dialog changes no setting.
+/// range or between its steps is shown at the nearest step and stays as it is until somebody moves the bar. Right, up
+/// and page up are more. The wheel moves it only while it has the focus: rolling over a long dialog changes no setting.
 class SettingBar : public QScrollBar {
     Q_OBJECT
 
