@@ -61,9 +61,10 @@ AlarmsWindow::AlarmsWindow(const WeatherState& state, std::function<void(const A
 
     bind(dialog_controls(draft_.values));
     load();
-    const QSize rows = content->sizeHint();
+    // Other units and another changeover have somewhat longer texts.
+    const QSize rows = content->sizeHint() + QSize(4 * fontMetrics().averageCharWidth(), 0);
     scroll->setMinimumWidth(rows.width() + scroll->verticalScrollBar()->sizeHint().width());
-    resize(scroll->minimumWidth() + 80,
+    resize(scroll->minimumWidth() + 60,
            std::min(rows.height() + buttons->sizeHint().height() + 24, screen()->availableGeometry().height() - 60));
 }
 
