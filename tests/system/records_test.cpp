@@ -126,7 +126,7 @@ TEST_F(RecordsTest, AMonthsEndInRealTimeClosesTheDayAndTheMonth) {
     folder.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\ntmidnight=True\r\ntnineam=False\r\n");
     RunningCopy copy(folder, station.device(),
                      {.environment = {{"LD_PRELOAD", shifter},
-                                      {"FAKETIME", "@2026-10-31 23:59:57"},
+                                      {"FAKETIME", "@2026-10-31 23:59:59"},
                                       {"DONT_FAKE_MONOTONIC", "1"},
                                       {"TZ", "UTC"}},
                       .in_child = {}});
