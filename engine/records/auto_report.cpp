@@ -52,14 +52,16 @@ std::string filled(std::string_view page, const MonthlySummary& summary) {
     return result;
 }
 
-void make_page(Files& files, const MonthlySummary& summary) {
-    if (!files.exists(template_file)) return;
+// True when there is a template to make a page of.
+bool make_page(Files& files, const MonthlySummary& summary) {
+    if (!files.exists(template_file)) return false;
     std::string page;
     require(files.read(template_file, page));
     remove_if_there(files, work_page);
     remove_if_there(files, finished_page);
     require(files.append(work_page, filled(page, summary)));
     require(files.rename(work_page, finished_page));
+    return true;
 }
 
 }  // namespace
@@ -79,8 +81,7 @@ void alanalyse(Copy& copy, const std::string& AFname) {
         Files& files = copy.ports.files;
         const MonthlySummary summary = summarised(copy, AFname, through_working_copy(files, AFname));
         require(files.rewrite(std::string(summary_file), summary.text));
-        make_page(files, summary);
-        copy.state.records.summary_uploaded = false;
+        if (make_page(files, summary)) copy.state.records.summary_uploaded = false;
     });
 }
 

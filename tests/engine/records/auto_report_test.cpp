@@ -72,6 +72,7 @@ TEST(AutoReport, WithoutATemplateThereIsNoPage) {
     world.files.put("nbextreme.log", "Midnight\r\n1" + fields);
     AutoGenreport(world.copy);
     EXPECT_FALSE(world.files.exists("nimbrysummary.html"));
+    EXPECT_TRUE(world.state.records.summary_uploaded);
 }
 
 TEST(AutoReport, ASilentHeadTakesTheChangeoverInForce) {
