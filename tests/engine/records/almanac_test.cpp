@@ -178,6 +178,10 @@ TEST(Almanac, AnArchivesNameTakesItsMonthAndYearFromTwoClocks) {
     world.clock.set_computer_time(at(1, 2, 0, 0, 0, 2027));
     world.row();
     EXPECT_TRUE(world.files.exists("alDec27.csv"));
+    AlmanacCopy late(at(10, 20, 8, 59, 50));
+    late.files.put("nbextreme.log", rows(20));
+    late.row();
+    EXPECT_TRUE(late.files.exists("alSep26.csv"));
     AlmanacCopy first(at(1, 1, 8, 59, 50, 2027));
     first.row();
     EXPECT_TRUE(first.files.exists("alDec26.csv"));

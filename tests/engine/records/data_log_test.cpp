@@ -113,6 +113,7 @@ TEST(DataLog, TheFirstDayClosesAMonthThatWasMissed) {
     EXPECT_EQ(world.files.contents("logOct26.csv"), "October\r\n1,Nov,07:00" + usual_line + "\r\n");
     world.run_for(60s);
     EXPECT_EQ(world.lines("nimbry.dat").back(), "1,Nov,07:00" + usual_line);  // a new file, and it stays
+    EXPECT_FALSE(logged(world, "01 Nov 2026 07:00:00 Error 58 encountered in rolllog."));
 }
 
 // Kept on purpose: month and year of an archive's name come from two clocks with two offsets.
