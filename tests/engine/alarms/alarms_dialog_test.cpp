@@ -109,6 +109,7 @@ TEST(ReadAlarms, MakesANumberOfAnyText) {
              NumberCase{"more decimals than the bar has", "12.345", 12.345F},
              NumberCase{"nothing", "", 37.8F},
              NumberCase{"blanks only", "   ", 37.8F},
+             NumberCase{"blanks in quotes", "\"  \"", 37.8F},
              NumberCase{"a word", "warm", 0},
              NumberCase{"a number and a word", "30C", 30},
              NumberCase{"beyond the bar", "80", 80},
