@@ -1,5 +1,6 @@
 #include "platform/disk_files.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <linux/fs.h>
 #include <sys/stat.h>
@@ -12,6 +13,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <utility>
 
 #include "engine/derived/code_page.h"
@@ -280,6 +282,17 @@ bool DiskFiles::in_use(const std::string& name) const {
     if (::fcntl(file.number(), F_SETLEASE, F_WRLCK) != 0) return errno == EAGAIN;
     ::fcntl(file.number(), F_SETLEASE, F_UNLCK);
     return false;
+}
+
+std::vector<std::string> DiskFiles::entries() const {
+    std::vector<std::string> names;
+    const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir(folder_.c_str()), &::closedir);
+    if (!folder) return names;
+    while (const dirent* entry = ::readdir(folder.get())) {
+        const std::string_view name = entry->d_name;
+        if (name != "." && name != "..") names.emplace_back(name);
+    }
+    return names;
 }
 
 std::optional<CivilTime> DiskFiles::modified(const std::string& name) const {

@@ -55,6 +55,7 @@ public:
     [[nodiscard]] bool in_use(const std::string& name) const override;
 
     [[nodiscard]] std::optional<CivilTime> modified(const std::string& name) const override;
+    [[nodiscard]] std::vector<std::string> entries() const override;
     [[nodiscard]] std::string path(const std::string& name) const override;
 
 private:

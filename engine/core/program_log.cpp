@@ -1,6 +1,7 @@
 #include "engine/core/program_log.h"
 
 #include "engine/core/run_time_error.h"
+#include "engine/core/separator.h"
 #include "engine/derived/dates.h"
 
 namespace nimbry {
@@ -8,7 +9,6 @@ namespace {
 
 constexpr std::string_view computer_time = " (Computer time)";
 constexpr std::string_view line_end = "\r\n";
-constexpr std::size_t separator_width = 52;
 
 }  // namespace
 
@@ -33,7 +33,7 @@ void ProgramLog::computer_event(std::string_view message) {
 }
 
 void ProgramLog::started() {
-    require(append(std::string(separator_width, '*') + std::string(line_end) + computer_when() + " Program started"));
+    require(append(std::string(separator_line) + std::string(line_end) + computer_when() + " Program started"));
 }
 
 void ProgramLog::event_or_nothing(std::string_view message) noexcept {

@@ -17,6 +17,7 @@
 #include "engine/publish/publish_state.h"
 #include "engine/records/log_fields.h"
 #include "engine/records/records_state.h"
+#include "engine/reports/reports_state.h"
 #include "engine/station/comm_state.h"
 #include "engine/station/readings.h"
 #include "engine/station/sensor_state.h"
@@ -46,6 +47,7 @@ struct WeatherState {
     NoticeList notices;            ///< what was shown last
     AlarmState alarms;             ///< what the threshold alarms have raised
     PublishState publish;          ///< what goes out, and what of it is under way
+    ReportsState reports;          ///< the generation of pages, mails and small files
     NetworkState network;          ///< server and client
     GraphState graphs;             ///< the day of samples and what is drawn of it
 

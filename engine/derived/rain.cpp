@@ -9,6 +9,7 @@
 #include "engine/core/file_wait.h"
 #include "engine/core/run_time_error.h"
 #include "engine/derived/dates.h"
+#include "engine/derived/factors.h"
 #include "engine/derived/number_text.h"
 #include "engine/derived/reading_text.h"
 #include "engine/records/changeover_word.h"
@@ -17,7 +18,6 @@
 namespace nimbry {
 namespace {
 
-constexpr double inches_per_mm = 0.0393700787401575;
 const std::string midnight_file = "rnslm.dat";
 
 std::chrono::local_days date_of(CivilTime time) {

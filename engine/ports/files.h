@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "engine/ports/clock.h"
 
@@ -64,6 +65,9 @@ public:
 
     /// The computer's civil time of the last change; nothing for a missing file.
     [[nodiscard]] virtual std::optional<CivilTime> modified(const std::string& name) const = 0;
+
+    /// The names of what lies in the program's folder, files and folders alike, in no order.
+    [[nodiscard]] virtual std::vector<std::string> entries() const = 0;
 
     /// The full path of a name, for messages and for handing to another program.
     [[nodiscard]] virtual std::string path(const std::string& name) const = 0;

@@ -16,6 +16,14 @@ struct PublishState {
 
     bool ProgramDialled = false;  ///< this program has dialled, and its connection is up
 
+    int FtpMinutes = 2;         ///< keys `FTPHours`, `FTPMins`: minutes between two uploads
+    std::string FTPRemoteFile;  ///< what the first page is called outside, "weather.htm"; the others get their number
+    std::string MailTitle;      ///< head line of the mails
+    std::string txtAPRSID;      ///< key `APRSuser`: the station's call sign
+
+    /// The position as the packet for APRS gives it, "3351.41S" and "15112.56E"; both empty without a location.
+    std::string aprs_latitude, aprs_longitude;
+
     bool revisitftp = false;   ///< an upload was put off by a changeover
     bool revisitmail = false;  ///< a mail was put off by it
     bool revisitwu = false;    ///< the weather services were

@@ -5,6 +5,7 @@
 #include "engine/alarms/alarm_checks.h"
 #include "engine/core/process_cycle.h"
 #include "engine/core/run_time_error.h"
+#include "engine/derived/factors.h"
 #include "engine/derived/number_text.h"
 #include "engine/derived/reading_text.h"
 #include "engine/derived/wind_chill.h"
@@ -20,8 +21,6 @@ using namespace digits_cf;
 
 // Calm is what rounds to less than this in the unit of display.
 constexpr double calm_below = 0.2;
-constexpr double mph_per_ms = 2.23693;
-constexpr double kmh_per_ms = 3.6;
 
 const DigitTable<54>& digits_of(const WeatherState& state, WindSource source) {
     return source == WindSource::train ? state.comm.DigitsCF : state.comm.DigitsCFLone;

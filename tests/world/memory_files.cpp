@@ -176,6 +176,16 @@ std::string MemoryFiles::contents(const std::string& name) const {
     return file == files_.end() ? std::string() : file->second.bytes;
 }
 
+std::vector<std::string> MemoryFiles::entries() const {
+    std::vector<std::string> entries;
+    const auto lies_here = [](const std::string& name) { return name.find('/') == std::string::npos; };
+    for (const auto& [name, file] : files_)
+        if (lies_here(name)) entries.push_back(name);
+    for (const std::string& name : folders_)
+        if (lies_here(name)) entries.push_back(name);
+    return entries;
+}
+
 std::vector<std::string> MemoryFiles::names() const {
     std::vector<std::string> names;
     for (const auto& [name, file] : files_) names.push_back(name);

@@ -35,6 +35,7 @@ public:
     [[nodiscard]] bool exists(const std::string& name) const override;
     [[nodiscard]] bool in_use(const std::string& name) const override;
     [[nodiscard]] std::optional<CivilTime> modified(const std::string& name) const override;
+    [[nodiscard]] std::vector<std::string> entries() const override;
     [[nodiscard]] std::string path(const std::string& name) const override;
 
     // Setting the scene. None of these is a call of the program: they fail nothing, count nothing, and are safe on the

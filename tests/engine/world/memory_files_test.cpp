@@ -152,6 +152,14 @@ TEST_F(MemoryFilesTest, ARewriteOnAFullDiskHasWrittenOverTheRoomTheFileHad) {
     EXPECT_EQ(files.contents("a"), "abcde");
 }
 
+TEST_F(MemoryFilesTest, EntriesAreTheFilesAndFoldersOfTheProgramsFolderAlone) {
+    files.add_folder("/elsewhere");
+    files.add_folder("inner");
+    files.put("a", "");
+    files.put("/elsewhere/b", "");
+    EXPECT_THAT(files.entries(), testing::UnorderedElementsAre("a", "inner"));
+}
+
 TEST_F(MemoryFilesTest, EveryCallIsRemembered) {
     files.append("a", "12");
     files.rename("a", "b");
