@@ -18,6 +18,9 @@ constexpr std::array kVerbs{
               "a picture of temperature, humidity, wind, barometer, rain or direction"},
     VerbUsage{"get", "SECTION KEY", "the value in force of a key of Nimbry.ini"},
     VerbUsage{"set", "SECTION KEY VALUE", "sets a key in Nimbry.ini and in the running copy"},
+    VerbUsage{"tag", "NAME...", "what tags of the templates print now, named without tildes"},
+    VerbUsage{"generate", "", "makes the pages now; returns when they are there"},
+    VerbUsage{"install-templates", "", "copies the default templates that are missing into the folder"},
     VerbUsage{"prune-log", "[--yes]", "keeps the last 10 lines of the program log"},
     VerbUsage{"stop", "", "the menu's exit; returns when the copy has gone"},
 };

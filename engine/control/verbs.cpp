@@ -9,6 +9,7 @@
 #include "engine/control/verbs_doing.h"
 #include "engine/control/verbs_looking.h"
 #include "engine/control/verbs_records.h"
+#include "engine/control/verbs_reports.h"
 #include "engine/core/event.h"
 #include "engine/derived/code_page.h"
 
@@ -32,6 +33,9 @@ constexpr std::array kVerbs{
     Verb{"graph", graph_verb},
     Verb{"get", get_verb},
     Verb{"set", set_verb},
+    Verb{"tag", tag_verb},
+    Verb{"generate", generate_verb},
+    Verb{"install-templates", install_templates_verb},
     Verb{"prune-log", prune_log_verb},
     Verb{"stop", stop_verb},
 };

@@ -4,6 +4,7 @@
 
 #include "engine/control/copy_status.h"
 #include "engine/control/json_text.h"
+#include "engine/control/one_line.h"
 #include "engine/control/panel_table.h"
 #include "engine/control/verb_arguments.h"
 #include "engine/derived/code_page.h"
@@ -16,21 +17,6 @@ namespace {
 
 constexpr std::string_view kJson = "--json";
 constexpr Milliseconds kBetweenLooks{200};
-
-/// A text on one line, in UTF-8.
-std::string one_line(std::string_view text) {
-    std::string line;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const char c = text[at];
-        if (c == '\r' && text.substr(at, 2) == "\r\n") ++at;
-        if (c == '\r' || c == '\n') {
-            line += " / ";
-        } else {
-            line += c == '\t' ? ' ' : c;
-        }
-    }
-    return utf8_text(line);
-}
 
 std::string json_text(std::string_view text) {
     return json_string(utf8_text(text));

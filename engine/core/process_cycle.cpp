@@ -64,7 +64,7 @@ void start_timers(Copy& copy) {
     const PublishState& publish = copy.state.publish;
     const Instant now = copy.ports.clock.monotonic();
     if (!copy.state.settings.fromnet) {
-        if (publish.ChkEnableFTP) copy.timers.start_if_stopped(TimerId::TimerFTP, now);
+        if (publish.ChkEnableFTP || publish.chkLocal) copy.timers.start_if_stopped(TimerId::TimerFTP, now);
         if (publish.chkWU || publish.chkHW) copy.timers.start_if_stopped(TimerId::timWU, now);
     }
     copy.timers.start_if_stopped(TimerId::TimUI, now);
@@ -171,6 +171,7 @@ void processcycle(Copy& copy) {
         show_uptime(copy);
         update_caption(state.window, state.panel);
         mail_alarm(copy);
+        state.reports.new_data = true;
     });
 }
 

@@ -8,7 +8,8 @@ namespace nimbry {
 std::string local_path(const PublishState& publish, std::string_view name) {
     std::string path = publish.txtLocalPath;
     if (path.empty()) return path;
-    if (path.back() != '/' && path.back() != '\\') path += '/';
+    if (path.back() == '\\') path.back() = '/';
+    if (path.back() != '/') path += '/';
     return path.append(name);
 }
 

@@ -24,6 +24,9 @@ struct PublishState {
     /// The position as the packet for APRS gives it, "3351.41S" and "15112.56E"; both empty without a location.
     std::string aprs_latitude, aprs_longitude;
 
+    int FtpTicks = 1;             ///< ticks of TimerFTP towards the next upload
+    bool FtpStartupDone = false;  ///< the first upload after the start has been
+
     bool revisitftp = false;   ///< an upload was put off by a changeover
     bool revisitmail = false;  ///< a mail was put off by it
     bool revisitwu = false;    ///< the weather services were

@@ -1,13 +1,33 @@
 #include "engine/publish/publishing.h"
 
-namespace nimbry {
+#include <algorithm>
 
-void getFTP(Copy& copy) {
-    copy.state.publish.chkLocal = copy.ini.GetFlag("FTP", "LocalSave", false);
-    copy.state.publish.txtLocalPath = copy.ini.GetSetting("FTP", "LocalPath", "C:\\");
+#include "engine/derived/number_text.h"
+#include "engine/publish/aprs_packet.h"
+#include "engine/publish/mail_body.h"
+
+namespace nimbry {
+namespace {
+
+constexpr int most_minutes = 32767;
+
+int minutes_of(const std::string& hours, const std::string& minutes) {
+    return static_cast<int>(std::clamp(Val(hours) * 60 + Val(minutes), 0.0, double{most_minutes}));
 }
 
-void ftp_schedule(Copy&) {}
+}  // namespace
+
+void getFTP(Copy& copy) {
+    PublishState& publish = copy.state.publish;
+    const auto text = [&](const char* key, const char* fallback) { return copy.ini.GetSetting("FTP", key, fallback); };
+    publish.ChkEnableFTP = copy.ini.GetFlag("FTP", "FTPen", false);
+    publish.FtpMinutes = minutes_of(text("FTPHours", "0"), text("FTPMins", "2"));
+    publish.FTPRemoteFile = text("FTPRemoteFile", "");
+    publish.MailTitle = text("MailTitle", "");
+    publish.txtAPRSID = text("APRSuser", "");
+    publish.chkLocal = copy.ini.GetFlag("FTP", "LocalSave", false);
+    publish.txtLocalPath = text("LocalPath", "C:\\");
+}
 
 void ftp_time_out(Copy&) {}
 
@@ -17,19 +37,20 @@ void cancel_ftp(Copy& copy) {
 
 void weather_services(Copy&) {}
 
-void update_location_text(Copy&) {}
+void update_location_text(Copy& copy) {
+    aprsposition(copy.state);
+}
 
 void send_scheduled_mails(Copy&) {}
 
-void send_alarm_mail(Copy&) {}
-
-void gencomail(Copy&) {}
+void send_alarm_mail(Copy& copy) {
+    genAlarmMail(copy);
+    uploadmail(copy);
+}
 
 bool send_changeover_mails(Copy&) {
     return false;
 }
-
-void FTPupload(Copy&) {}
 
 void uploadmail(Copy&) {}
 

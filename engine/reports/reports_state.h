@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <string>
 
 #include "engine/core/busy_flag.h"
@@ -14,6 +15,8 @@ struct ReportsState {
     BusyFlag LocalSaveBusy;    ///< finished files are being put into the user's folder
     bool IsAlarmMail = false;  ///< the mail being made is the alarm's: its heading goes into the body by itself
     bool new_data = false;     ///< a cycle has run since the last generation. Nothing asks it.
+
+    std::set<std::string> unreadable;  ///< templates that could not be read, and have been told of
 
     std::string short_text;  ///< the weather in three lines, while a mail is being made; else empty
     std::string mail_body;   ///< the mail as far as it is made

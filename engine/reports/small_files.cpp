@@ -1,7 +1,16 @@
 #include "engine/reports/small_files.h"
 
+#include "engine/reports/genuiview.h"
+#include "engine/reports/wxtext.h"
+
 namespace nimbry {
 
-void write_small_files(Copy&) {}
+void write_small_files(Copy& copy) {
+    const WeatherState& state = copy.state;
+    if (!state.run.fullystarted || state.network.syncing) return;
+    copy.ports.pauses.wait_until([&] { return !state.reports.genuibusy; });
+    genuiview(copy);
+    wxtext(copy);
+}
 
 }  // namespace nimbry

@@ -56,7 +56,7 @@ struct Readings {
     // Wind (CF)
     std::string rdatwindgs, rdatwindgd, rdatwindas, rdatwindad;  ///< gust and average: m/s and degrees
     std::string rawwindgs, rawwindas;                            ///< m/s
-    std::string MaxGustMs;                                       ///< highest gust since start, m/s
+    std::string MaxGustMs;                                       ///< highest gust since the pages were made last, m/s
     double GustMph = 0, MaxGustMph = 0;
     double GustSpeed = 0, AvgSpeed = 0;  ///< in the wind unit, one decimal
     double PeakGust = 0, MaxAvg = 0;     ///< running maxima in the wind unit

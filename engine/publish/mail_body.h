@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+#include "engine/core/copy.h"
+
+namespace nimbry {
+
+// The text of the three mails, made from the user's template into `ReportsState::mail_body`. `mailGenBusy` is set
+// meanwhile. Without a template the mail is empty. Each bears its own name as its tag; a template that ends too soon
+// behind a "~" ends the program (reports/template_scanner.h).
+
+/// The mail of the schedule, from `mail_template.txt`.
+void genmail(Copy& copy);
+
+/// The alarm's, from `mail_alm_template.txt`; `IsAlarmMail` is set meanwhile.
+void genAlarmMail(Copy& copy);
+
+// The changeover's, from `mail_co_template.txt`, is gencomail() (publishing.h), which the changeover calls.
+
+/// The weather in three short lines, as a small display takes it: no degree signs, no blanks before units.
+[[nodiscard]] std::string short_weather_text(const Copy& copy);
+
+}  // namespace nimbry
