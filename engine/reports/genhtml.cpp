@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "engine/core/file_wait.h"
 #include "engine/core/run_time_error.h"
 #include "engine/reports/generation.h"
 #include "engine/reports/page_names.h"
@@ -94,7 +95,7 @@ void genhtml(Copy& copy) {
 
 void make_fresh_pages(Copy& copy) {
     const ReportsState& reports = copy.state.reports;
-    copy.ports.pauses.wait_until([&] { return !reports.htmlGenBusy; });
+    wait_for(copy, "htmlGenBusy", [&] { return !reports.htmlGenBusy; });
     genhtml(copy);
 }
 

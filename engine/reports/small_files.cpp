@@ -1,5 +1,6 @@
 #include "engine/reports/small_files.h"
 
+#include "engine/core/file_wait.h"
 #include "engine/reports/genuiview.h"
 #include "engine/reports/wxtext.h"
 
@@ -8,7 +9,7 @@ namespace nimbry {
 void write_small_files(Copy& copy) {
     const WeatherState& state = copy.state;
     if (!state.run.fullystarted || state.network.syncing) return;
-    copy.ports.pauses.wait_until([&] { return !state.reports.genuibusy; });
+    wait_for(copy, "genuibusy", [&] { return !state.reports.genuibusy; });
     genuiview(copy);
     wxtext(copy);
 }

@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::string_view not_applicable = "n.a.";
 
-const AlarmState::Gust* gust_of_alarm(const TagView& v) {
+const AlarmGust* gust_of_alarm(const TagView& v) {
     const AlarmState& alarms = v.state.alarms;
     const bool tells = v.state.reports.mailGenBusy && alarms.AlarmReason.find("wind speed") != std::string::npos;
     return tells && alarms.gust ? &*alarms.gust : nullptr;

@@ -2,10 +2,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "tests/platform/disk_folder.h"
 #include "tests/platform/system_calls.h"
@@ -148,6 +150,21 @@ TEST_F(DiskNamesTest, ALinkThatLeadsNowhereIsAMissingFile) {
     EXPECT_EQ(files.replace("link", "new"), FileResult::ok);
     EXPECT_EQ(folder.contents("link"), "new");
     EXPECT_FALSE(folder.holds("nowhere"));
+}
+
+TEST_F(DiskNamesTest, EntriesAreTheFilesAndFoldersOfTheFolder) {
+    EXPECT_TRUE(files.entries().empty());
+    EXPECT_EQ(files.append("a", ""), FileResult::ok);
+    EXPECT_EQ(files.append(".b", ""), FileResult::ok);
+    ASSERT_EQ(::mkdir(folder.path("inner").c_str(), 0700), 0);
+    EXPECT_EQ(files.append("inner/c", ""), FileResult::ok);
+    std::vector<std::string> entries = files.entries();
+    std::sort(entries.begin(), entries.end());
+    EXPECT_EQ(entries, (std::vector<std::string>{".b", "a", "inner"}));
+}
+
+TEST_F(DiskNamesTest, AFolderThatIsNotThereHasNoEntries) {
+    EXPECT_TRUE(DiskFiles(folder.path("none")).entries().empty());
 }
 
 }  // namespace

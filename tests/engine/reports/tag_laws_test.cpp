@@ -249,7 +249,7 @@ TEST_F(TagLaws, InAnAlarmMailTheHeadingGoesIntoTheBodyByItself) {
 }
 
 TEST_F(TagLaws, InAMailThatTellsOfAWindAlarmTheGustIsTheOneThatRaisedIt) {
-    state().alarms.gust = AlarmState::Gust{"72.4 km/h", "72.4", 20.12};
+    state().alarms.gust = AlarmGust{"72.4 km/h", "72.4", 20.12};
     state().alarms.AlarmReason = "the wind speed is above the alarm threshold";
     EXPECT_EQ(tag("WEBWINDGSS"), "19.4 km/h");  // in a page
 
@@ -279,7 +279,7 @@ TEST_F(TagLaws, WithoutAKeptGustAMailShowsTheOrdinaryOne) {
 }
 
 TEST_F(TagLaws, TheSaveThatEmptiesTheAlarmsReasonForgetsItsGust) {
-    state().alarms.gust = AlarmState::Gust{"72.4 km/h", "72.4", 20.12};
+    state().alarms.gust = AlarmGust{"72.4 km/h", "72.4", 20.12};
     state().alarms.AlarmReason = "the wind speed is above the alarm threshold";
     state().run.SaveCounter = 29;
     processcycle(world.copy);
