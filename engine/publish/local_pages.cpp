@@ -4,6 +4,8 @@
 #include <vector>
 
 #include "engine/core/run_time_error.h"
+#include "engine/derived/number_text.h"
+#include "engine/graphs/graph_svg.h"
 #include "engine/publish/local_save.h"
 #include "engine/reports/generation.h"
 #include "engine/reports/page_names.h"
@@ -38,6 +40,12 @@ std::vector<Finished> finished_files(const Copy& copy, const UserFiles& folder) 
     }
     for (const char* name : {"nimbrysummary.html", "nimbryraw.txt", "NimbData.txt", "NimbData.csv", "nimbryUI.txt"})
         list.push_back({name, name});
+    if (copy.ini.GetFlag("Main", "GraphFiles", false)) {
+        for (int n = 1; n <= graph_count; ++n) {
+            const std::string name = "graph" + numtext(n) + ".svg";
+            list.push_back({name, name});
+        }
+    }
     return list;
 }
 

@@ -5,6 +5,7 @@
 
 #include "engine/core/file_wait.h"
 #include "engine/core/run_time_error.h"
+#include "engine/graphs/graph_svg.h"
 #include "engine/reports/generation.h"
 #include "engine/reports/page_names.h"
 #include "engine/reports/raw_line.h"
@@ -38,6 +39,7 @@ public:
         rewrite_if_free(files_, "nimbryraw.txt", raw_line(copy_));
         for (int n = 0; n < pages_in_all; ++n) make_page(n);
         make_wap_page();
+        write_graph_files(copy_, "genhtml");
     }
 
 private:

@@ -6,7 +6,8 @@ namespace nimbry {
 
 /// Makes the pages: the raw line `nimbryraw.txt`, the pages of the numbered templates (page_names.h), and `wx.wml` from
 /// `nimbrywap.wml`, in which the degree signs of the tags become " Deg.". Where a template is missing, its page of the
-/// first hundred is deleted. Then the highest gust since the last generation begins anew.
+/// first hundred is deleted. With `Main`/`GraphFiles` "True" the graphs are written beside them. Then the highest gust
+/// since the last generation begins anew.
 ///
 /// Each file is made in its work file, which then takes the finished one's name. Between two files other events run;
 /// meanwhile `htmlGenBusy` is set, and a second call returns at once.

@@ -52,6 +52,19 @@ TEST_F(LocalPages, EverythingFinishedGoesThereInItsOrderUnderItsNameOutside) {
     EXPECT_FALSE(world.state.reports.LocalSaveBusy);
 }
 
+TEST_F(LocalPages, TheGraphsGoLastWhereTheyAreMade) {
+    put("nimbryUI.txt");
+    put("graph1.svg");
+    put("graph6.svg");
+    save();
+    EXPECT_THAT(arrived(), ElementsAre("/web/nimbryUI.txt"));
+    world.files.put("Nimbry.ini", "[Main]\r\nGraphFiles=True\r\n");
+    world.ini.read();
+    world.files.forget_calls();
+    save();
+    EXPECT_THAT(arrived(), ElementsAre("/web/nimbryUI.txt", "/web/graph1.svg", "/web/graph6.svg"));
+}
+
 TEST_F(LocalPages, WhatIsThereIsReplacedAndWhatIsMissingHereStays) {
     world.files.put("/web/wx.wml", "old");
     world.files.put("/web/nimbryraw.txt", "old");

@@ -280,6 +280,15 @@ TEST_F(Genhtml, InAClientItIsThatOfTheLastTrain) {
     EXPECT_EQ(file("nbyxauto.html"), "03:05:07");
 }
 
+TEST_F(Genhtml, TheGraphsAreWrittenWhereTheyAreAskedFor) {
+    generate();
+    EXPECT_FALSE(there("graph1.svg"));
+    put("Nimbry.ini", "[Main]\r\nGraphFiles=True\r\n");
+    world.ini.read();
+    generate();
+    for (int n = 1; n <= 6; ++n) EXPECT_TRUE(file("graph" + std::to_string(n) + ".svg").starts_with("<svg")) << n;
+}
+
 TEST_F(Genhtml, ARawLineThatSomebodyReadsKeepsItsContentsAndThePagesAreMade) {
     put("nimbryraw.txt", "old");
     put("myhtml.html", "page");
@@ -336,8 +345,16 @@ TEST_F(Genhtml, FreshPagesWaitForTheEndOfAGenerationUnderWay) {
 
 TEST_F(Genhtml, AProgramThatClosesEndsItBetweenTwoFiles) {
     put("myhtml.html", "page");
+    put("myhtml1.html", "page");
+    bool ended = false;
     world.pauses.cancel_all();
-    EXPECT_THROW(generate(), WaitCancelled);
+    world.pauses.start([&] {
+        generate();
+        ended = true;
+    });
+    EXPECT_FALSE(ended);
+    EXPECT_TRUE(there("nbyxauto.html"));
+    EXPECT_FALSE(there("nbyxauto1.html"));
     EXPECT_FALSE(world.state.reports.htmlGenBusy);
 }
 
