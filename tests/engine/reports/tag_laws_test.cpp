@@ -144,6 +144,13 @@ TEST_F(TagLaws, DirectionsHaveNoLeadingZeros) {
     EXPECT_EQ(tag("WBNWINDAVD"), "0");
 }
 
+TEST_F(TagLaws, ASaturatedSensorReadsAHundredPercent) {
+    world.station.humidity.outdoor = 97;
+    world.station.humidity.outdoor_over_range = true;
+    world.train(world.station);
+    EXPECT_EQ(tag("WEBOSHUMID"), "100 %");
+}
+
 TEST_F(TagLaws, TheDewPointHasNoErrorOfItsOwn) {
     world.station.temperature.outdoor_fault = true;
     world.train(world.station);
