@@ -7,6 +7,7 @@
 #include "engine/derived/number_text.h"
 #include "engine/graphs/graph_svg.h"
 #include "engine/publish/local_save.h"
+#include "engine/records/file_steps.h"
 #include "engine/reports/generation.h"
 #include "engine/reports/page_names.h"
 

@@ -1,6 +1,7 @@
 #include "engine/reports/generation.h"
 
 #include "engine/core/run_time_error.h"
+#include "engine/records/file_steps.h"
 #include "engine/reports/resolvtag.h"
 #include "engine/reports/template_scanner.h"
 
@@ -45,11 +46,6 @@ void make_work_file(Files& files, const std::string& work, std::string_view page
 void finish(Files& files, const std::string& work, const std::string& finished) {
     remove_if_there(files, finished);
     require(files.rename(work, finished));
-}
-
-void remove_if_there(Files& files, const std::string& name) {
-    const FileResult result = files.remove(name);
-    if (result != FileResult::not_found && result != FileResult::not_a_file) require(result);
 }
 
 }  // namespace nimbry

@@ -32,7 +32,4 @@ void make_work_file(Files& files, const std::string& work, std::string_view page
 /// The finished file is replaced by the work file, which is complete by then. Throws RunTimeError.
 void finish(Files& files, const std::string& work, const std::string& finished);
 
-/// Deletes a file; one that is not there, or is no file, is passed over. Throws RunTimeError.
-void remove_if_there(Files& files, const std::string& name);
-
 }  // namespace nimbry

@@ -6,6 +6,7 @@
 #include "engine/core/file_wait.h"
 #include "engine/core/run_time_error.h"
 #include "engine/graphs/graph_svg.h"
+#include "engine/records/file_steps.h"
 #include "engine/reports/generation.h"
 #include "engine/reports/page_names.h"
 #include "engine/reports/raw_line.h"
