@@ -183,6 +183,7 @@ TEST(DataLog, TheTwinIsArchivedWhetherTheLocalSaveIsOnOrNot) {
 
 TEST(DataLog, AMissingLocalFolderCostsTheTwinsLineOnly) {
     World world(at(10, 5, 14, 0));
+    world.files.put("myhtml.html", "");  // a local save without any template would be told of too
     run(world, "fwrtlog=True\r\nLogMin=1\r\n[FTP]\r\nLocalSave=True\r\nLocalPath=/away\r\n", at(10, 5, 14, 0));
     world.run_for(61s);
     EXPECT_EQ(world.files.contents("nimbry.dat"), metric_head + "5,Oct,14:00" + usual_line + "\r\n");

@@ -9,6 +9,7 @@
 
 #include "engine/core/process_cycle.h"
 #include "engine/core/run_time_error.h"
+#include "engine/graphs/graph_scales.h"
 #include "engine/reports/page_names.h"
 #include "tests/engine/reports/tag_states.h"
 
@@ -285,6 +286,7 @@ TEST_F(Genhtml, TheGraphsAreWrittenWhereTheyAreAskedFor) {
     EXPECT_FALSE(there("graph1.svg"));
     put("Nimbry.ini", "[Main]\r\nGraphFiles=True\r\n");
     world.ini.read();
+    setgraphscales(world.state);
     generate();
     for (int n = 1; n <= 6; ++n) EXPECT_TRUE(file("graph" + std::to_string(n) + ".svg").starts_with("<svg")) << n;
 }
