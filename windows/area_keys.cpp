@@ -106,7 +106,11 @@ bool AreaKeys::eventFilter(QObject* watched, QEvent* event) {
         case Qt::Key_Left:
         case Qt::Key_Right:
         case Qt::Key_Up:
-        case Qt::Key_Down: go_in_direction(*area, *stop, key->key()); return true;
+        case Qt::Key_Down:
+            // The only one of its area keeps the arrows for itself.
+            if (area->stops.size() == 1) return false;
+            go_in_direction(*area, *stop, key->key());
+            return true;
         default: return false;
     }
 }

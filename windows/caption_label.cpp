@@ -26,15 +26,39 @@ void CaptionLabel::show_box(const nimbry::Box& box) {
     setVisible(box.visible);
 }
 
+void CaptionLabel::use_two_lines() {
+    two_lines_ = true;
+    updateGeometry();
+}
+
+QStringList CaptionLabel::halves(const QString& text) {
+    const qsizetype middle = text.size() / 2;
+    const qsizetype before = text.lastIndexOf(u' ', middle), after = text.indexOf(u' ', middle);
+    const qsizetype cut = after < 0 || (before >= 0 && middle - before <= after - middle) ? before : after;
+    return cut < 0 ? QStringList{text} : QStringList{text.left(cut), text.mid(cut + 1)};
+}
+
+QStringList CaptionLabel::lines() const {
+    const bool fits = QFontMetrics(font()).horizontalAdvance(text()) <= width();
+    return two_lines_ && !fits ? halves(text()) : QStringList{text()};
+}
+
 QSize CaptionLabel::minimumSizeHint() const {
-    const QSize least = QLabel::minimumSizeHint();
-    return {std::max(least.width(), QFontMetrics(font()).horizontalAdvance(sample_) + 2), least.height()};
+    const QFontMetrics metrics(font());
+    if (!two_lines_) {
+        const QSize least = QLabel::minimumSizeHint();
+        return {std::max(least.width(), metrics.horizontalAdvance(sample_) + 2), least.height()};
+    }
+    int wide = 0;
+    for (const QString& sample : {sample_, text()})
+        for (const QString& line : halves(sample)) wide = std::max(wide, metrics.horizontalAdvance(line) + 2);
+    return {wide, 2 * metrics.height()};
 }
 
 void CaptionLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setPen(muted_text(palette()));
-    painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text());
+    painter.drawText(rect(), static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter), lines().join(u'\n'));
 }
 
 }  // namespace nimbry::windows

@@ -18,13 +18,22 @@ public:
 
     void show_box(const nimbry::Box& box);
 
+    /// Lets a text that is too wide go on in a second line, cut at the blank nearest to its middle.
+    void use_two_lines();
+
+    /// The lines that the text is drawn in at the present width.
+    [[nodiscard]] QStringList lines() const;
+
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    [[nodiscard]] static QStringList halves(const QString& text);
+
     QString sample_;
+    bool two_lines_ = false;
 };
 
 }  // namespace nimbry::windows

@@ -25,7 +25,7 @@ QFont CardGroup::head_font() const {
 }
 
 QMargins CardGroup::inner_margins() const {
-    return {side, QFontMetrics(head_font()).height() + 9, side, 7};
+    return {side, QFontMetrics(head_font()).height() + 7, side, 5};
 }
 
 QSize CardGroup::minimumSizeHint() const {
@@ -42,11 +42,12 @@ void CardGroup::paintEvent(QPaintEvent*) {
 
     painter.setFont(head_font());
     painter.setPen(palette().color(QPalette::WindowText));
-    painter.drawText(QPointF(side, 5 + QFontMetricsF(head_font()).ascent()), title_);
+    painter.drawText(QPointF(side, 4 + QFontMetricsF(head_font()).ascent()), title_);
 }
 
 void CardGroup::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::FontChange && layout() != nullptr) layout()->setContentsMargins(inner_margins());
+    if (event->type() == QEvent::FontChange && layout() != nullptr && !title_.isEmpty())
+        layout()->setContentsMargins(inner_margins());
     QWidget::changeEvent(event);
 }
 

@@ -9,6 +9,7 @@ class CardGroup : public QWidget {
     Q_OBJECT
 
 public:
+    /// Without a title there is no head, and the margins are the owner's.
     explicit CardGroup(const QString& title, QWidget* parent = nullptr);
 
     /// The margins inside the panel, the head's height included. To be given to the layout.

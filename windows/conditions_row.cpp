@@ -21,7 +21,7 @@ class CardColumn {
 public:
     CardColumn(CardGroup& group, BoxBinding& binding) : binding_(binding), layout_(new QVBoxLayout(&group)) {
         layout_->setContentsMargins(group.inner_margins());
-        layout_->setSpacing(4);
+        layout_->setSpacing(2);
     }
 
     /// A card under its fixed caption.

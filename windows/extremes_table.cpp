@@ -5,6 +5,7 @@
 
 #include "windows/bound_boxes.h"
 #include "windows/caption_label.h"
+#include "windows/tabular_text.h"
 #include "windows/value_box.h"
 
 namespace nimbry::windows {
@@ -31,10 +32,13 @@ std::array<Row, 8> rows_of(const MainPanel& panel) {
     }};
 }
 
-/// The longest text of each column. A station record names the day too.
-QString sample_of(int column) {
-    return column == 2 ? QStringLiteral("123.4 km/h, 337\u00B0 at 23:59 on 30 Sep")
-                       : QStringLiteral("123.4 km/h, 337\u00B0 at 23:59");
+/// The longest text of all columns: a station record names the day too.
+const QString longest = QStringLiteral("123.4 km/h, 337\u00B0 at 23:59 on 30  Sep");
+
+CaptionLabel* in_two_lines(CaptionLabel* head) {
+    head->use_two_lines();
+    head->setFont(scaled(head->font(), 0.88));
+    return head;
 }
 
 }  // namespace
@@ -48,10 +52,10 @@ ExtremesTable::ExtremesTable(const MainPanel& panel, BoxBinding& binding, QWidge
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(inner_margins());
     grid->setHorizontalSpacing(8);
-    grid->setVerticalSpacing(2);
-    grid->addWidget(bound_label(binding, panel.lblToday, "lblToday", day_head), 0, 1);
-    grid->addWidget(bound_label(binding, panel.lblYesterday, "lblYesterday", day_head), 0, 2);
-    grid->addWidget(new CaptionLabel(station_head), 0, 3);
+    grid->setVerticalSpacing(1);
+    grid->addWidget(in_two_lines(bound_label(binding, panel.lblToday, "lblToday", day_head)), 0, 1);
+    grid->addWidget(in_two_lines(bound_label(binding, panel.lblYesterday, "lblYesterday", day_head)), 0, 2);
+    grid->addWidget(in_two_lines(new CaptionLabel(station_head)), 0, 3);
 
     int line = 1;
     for (const Row& row : rows_of(panel)) {
@@ -60,16 +64,15 @@ ExtremesTable::ExtremesTable(const MainPanel& panel, BoxBinding& binding, QWidge
         for (int column = 0; column < 3; ++column) {
             const Cell& cell = row[static_cast<std::size_t>(column)];
             if (cell.box == nullptr) continue;
-            ValueBox* box = bound_box(binding, *cell.box, cell.name, ValueBox::Style::table, sample_of(column));
+            ValueBox* box = bound_box(binding, *cell.box, cell.name, ValueBox::Style::table, longest);
             grid->addWidget(box, line, column + 1);
             box->set_label(spoken_heads[static_cast<std::size_t>(column)] + QStringLiteral(", ") + caption);
         }
         grid->setRowStretch(line, 1);
         ++line;
     }
-    grid->setColumnStretch(1, 4);
-    grid->setColumnStretch(2, 4);
-    grid->setColumnStretch(3, 5);
+    // Columns of one width: the type is then of one size in all of them.
+    for (int column = 1; column <= 3; ++column) grid->setColumnStretch(column, 1);
 }
 
 }  // namespace nimbry::windows

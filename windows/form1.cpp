@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QScrollArea>
 #include <QShortcut>
+#include <QSplitter>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -15,6 +16,7 @@
 #include "windows/card_group.h"
 #include "windows/conditions_row.h"
 #include "windows/extremes_table.h"
+#include "windows/graphs_group.h"
 #include "windows/status_header.h"
 #include "windows/status_pill.h"
 #include "windows/svg_pictures.h"
@@ -26,6 +28,20 @@ namespace {
 
 constexpr QSize ideal_size(1180, 800);
 constexpr int frame_ms = 16;
+constexpr int extremes_share = 55, graphs_share = 45;
+
+QSplitter* lower_row(ExtremesTable* extremes, GraphsGroup* graphs) {
+    auto* row = new QSplitter(Qt::Horizontal);
+    row->setObjectName(QStringLiteral("lower_row"));
+    row->setChildrenCollapsible(false);
+    row->setHandleWidth(8);
+    row->addWidget(extremes);
+    row->addWidget(graphs);
+    row->setStretchFactor(0, extremes_share);
+    row->setStretchFactor(1, graphs_share);
+    row->setSizes({extremes_share * 10, graphs_share * 10});
+    return row;
+}
 
 }  // namespace
 
@@ -53,7 +69,10 @@ Form1::Form1(const WeatherState& state, Actions actions) : state_(state), action
     refresh();
 }
 
-Form1::~Form1() = default;
+// What lies in the window refers to its actions and goes before them.
+Form1::~Form1() {
+    delete takeCentralWidget();
+}
 
 void Form1::build() {
     auto* bar = new MainMenuBar(state_, actions_.menu, binding_, this);
@@ -62,15 +81,16 @@ void Form1::build() {
     auto* header = new StatusHeader(state_.panel, binding_);
     auto* conditions = new ConditionsRow(state_, binding_);
     auto* extremes = new ExtremesTable(state_.panel, binding_);
+    auto* graphs = new GraphsGroup(state_, actions_.graphs, binding_);
     auto* buttons = new ButtonRow(state_.menu, *bar, binding_);
 
     auto* content = new QWidget;
     auto* column = new QVBoxLayout(content);
     column->setContentsMargins(8, 4, 8, 8);
-    column->setSpacing(8);
+    column->setSpacing(6);
     column->addWidget(header);
     column->addWidget(conditions, 5);
-    column->addWidget(extremes, 4);
+    column->addWidget(lower_row(extremes, graphs), 7);
     column->addWidget(buttons);
 
     // A window that is too small for its content, or a large font, scrolls instead of cutting.
@@ -84,6 +104,7 @@ void Form1::build() {
     std::vector<QWidget*> areas{header};
     for (CardGroup* group : conditions->groups()) areas.push_back(group);
     areas.push_back(extremes);
+    areas.push_back(graphs);
     areas.push_back(buttons);
     new AreaKeys(*this, areas);
 }

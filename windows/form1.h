@@ -8,6 +8,7 @@
 #include "engine/core/weather_state.h"
 #include "engine/ports/notices.h"
 #include "windows/box_binding.h"
+#include "windows/graph_pane.h"
 #include "windows/main_menu_bar.h"
 #include "windows/palette_colours.h"
 
@@ -26,6 +27,7 @@ public:
         MenuActions menu;             ///< by control name; `mnuHideNow` is the window's own
         std::function<void()> click;  ///< the sound of a menu entry that the window itself carries out
         std::function<void()> close;  ///< the window's close mark; the window itself stays until the program goes
+        GraphActions graphs;
         /// The person has minimised the window, hidden it in the tray, or brought it back: the model is to follow.
         std::function<void(bool minimised, bool in_tray)> moved;
     };

@@ -10,6 +10,7 @@
 #include <QTextDocument>
 #include <QToolTip>
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "engine/displays/box_list.h"
@@ -19,6 +20,37 @@
 
 namespace nimbry::windows {
 namespace {
+
+/// Sizes of a table's type, in points where the application's font has 9, and the smaller second line.
+constexpr std::array table_points{10.0, 9.5, 9.0, 8.5, 8.0, 7.5};
+constexpr double usual_points = 9;
+constexpr double second_line = 0.88;
+
+/// A text in one line, or in two: before " at ", else before the blank nearest to its middle, if it is long.
+QStringList lines_of(const QString& text, bool two_lines) {
+    constexpr qsizetype short_text = 14;
+    qsizetype cut = two_lines ? text.indexOf(QStringLiteral(" at ")) : -1;
+    if (two_lines && cut < 0 && text.size() > short_text) {
+        const qsizetype middle = text.size() / 2;
+        const qsizetype before = text.lastIndexOf(u' ', middle), after = text.indexOf(u' ', middle);
+        cut = after < 0 || (before >= 0 && middle - before <= after - middle) ? before : after;
+    }
+    if (cut < 0) return {text};
+    return {text.left(cut), text.mid(cut + 1)};
+}
+
+QFont line_font(const QFont& font, qsizetype line) {
+    return line == 0 ? font : scaled(font, second_line);
+}
+
+QSizeF size_of(const QFont& font, const QStringList& lines) {
+    QSizeF size;
+    for (qsizetype n = 0; n < lines.size(); ++n) {
+        const QFont own = line_font(font, n);
+        size = {std::max(size.width(), tabular_width(own, lines[n])), size.height() + QFontMetricsF(own).height()};
+    }
+    return size;
+}
 
 double font_factor(ValueBox::Style style) {
     switch (style) {
@@ -87,8 +119,30 @@ void ValueBox::set_picture(const QString& name) {
     update();
 }
 
+const ValueBox::Setting& ValueBox::setting() const {
+    if (!setting_) setting_ = best_setting();
+    return *setting_;
+}
+
+ValueBox::Setting ValueBox::best_setting() const {
+    if (style_ != Style::table) return {font_factor(style_), false};
+    for (const double points : table_points) {
+        for (const bool two_lines : {false, true}) {
+            const QSizeF needed = size_of(scaled(font(), points / usual_points), lines_of(sample_, two_lines));
+            if (needed.width() <= width() - 2 * padding() && needed.height() <= height()) {
+                return {points / usual_points, two_lines};
+            }
+        }
+    }
+    return {table_points.back() / usual_points, true};
+}
+
 QFont ValueBox::value_font() const {
-    return scaled(font(), font_factor(style_));
+    return scaled(font(), setting().factor);
+}
+
+QStringList ValueBox::drawn_lines() const {
+    return lines_of(drawn_text(), setting().two_lines);
 }
 
 bool ValueBox::has_background() const {
@@ -113,16 +167,20 @@ double ValueBox::room_for_text() const {
 }
 
 double ValueBox::text_width() const {
-    return tabular_width(value_font(), drawn_text());
+    return size_of(value_font(), drawn_lines()).width();
 }
 
 QSize ValueBox::minimumSizeHint() const {
+    if (style_ == Style::table) {
+        const QSizeF least = size_of(scaled(font(), table_points.back() / usual_points), lines_of(sample_, true));
+        return {static_cast<int>(std::ceil(least.width())) + 2 * padding(),
+                static_cast<int>(std::ceil(least.height()))};
+    }
     const QFont font = value_font();
     const int text = static_cast<int>(std::ceil(tabular_width(font, sample_)));
     // Room for the mark of an alarm is kept where there can be one, so that an alarm does not make the window grow.
     const bool can_alarm = box_.back != nimbry::Box{}.back;
-    return {text + 2 * padding() + (can_alarm ? mark_size() + 4 : 0),
-            QFontMetrics(font).height() + (style_ == Style::card ? 4 : 2)};
+    return {text + 2 * padding() + (can_alarm ? mark_size() + 4 : 0), QFontMetrics(font).height() + 2};
 }
 
 QSize ValueBox::sizeHint() const {
@@ -161,12 +219,16 @@ void ValueBox::paintEvent(QPaintEvent*) {
     QFont font = value_font();
     const double wide = text_width(), room = room_for_text();
     if (wide > room && wide > 0) font = scaled(font, std::max(room, 1.0) / wide);
-    painter.setFont(font);
     const bool on_panel = !has_background();
     painter.setPen(on_panel ? palette().color(QPalette::WindowText) : colours.text);
-    const QFontMetricsF metrics(font);
-    draw_tabular(painter, {static_cast<double>(padding()), (height() + metrics.ascent() - metrics.descent()) / 2},
-                 drawn_text());
+    const QStringList lines = drawn_lines();
+    double top = (height() - size_of(font, lines).height()) / 2;
+    for (qsizetype n = 0; n < lines.size(); ++n) {
+        painter.setFont(line_font(font, n));
+        const QFontMetricsF metrics(painter.font());
+        draw_tabular(painter, {static_cast<double>(padding()), top + metrics.ascent()}, lines[n]);
+        top += metrics.height();
+    }
 }
 
 bool ValueBox::event(QEvent* event) {
@@ -208,8 +270,16 @@ void ValueBox::focusOutEvent(QFocusEvent* event) {
 }
 
 void ValueBox::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::FontChange) updateGeometry();
+    if (event->type() == QEvent::FontChange) {
+        setting_.reset();
+        updateGeometry();
+    }
     QWidget::changeEvent(event);
+}
+
+void ValueBox::resizeEvent(QResizeEvent* event) {
+    setting_.reset();
+    QWidget::resizeEvent(event);
 }
 
 }  // namespace nimbry::windows

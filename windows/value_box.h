@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QWidget>
+#include <optional>
 
 #include "engine/displays/box.h"
 #include "windows/palette_colours.h"
@@ -12,8 +13,9 @@ namespace nimbry::windows {
 /// alarm.
 ///
 /// The text is drawn without its outer blanks, in figures of equal width, never cut: the box is at least as wide as its
-/// sample text, and a longer text is drawn smaller. It can take the focus; Ctrl+C copies the text, Space shows what
-/// hovering shows.
+/// sample text, and a longer text is drawn smaller. In a table the type is as large as the sample leaves room for, so
+/// boxes of one size and one sample have the same; with two lines, what comes from " at " on is the second. It can take
+/// the focus; Ctrl+C copies the text, Space shows what hovering shows.
 class ValueBox : public QWidget {
     Q_OBJECT
     Q_PROPERTY(QString text READ text)
@@ -21,7 +23,7 @@ class ValueBox : public QWidget {
 public:
     enum class Style {
         card,   ///< under a caption: 14 pt where the application's font has 9
-        table,  ///< in the table of extremes: 10 pt
+        table,  ///< in the table of extremes: up to 10 pt, in one line or, where that is too wide, in two
         clock,  ///< the time in the header: 20 pt, no background of its own
         plain,  ///< the header's other texts: 10 pt, no background of its own
     };
@@ -60,9 +62,18 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
+    /// How a text is set: the type's size against the application's font, and whether in two lines.
+    struct Setting {
+        double factor;
+        bool two_lines;
+    };
+    [[nodiscard]] const Setting& setting() const;
+    [[nodiscard]] Setting best_setting() const;
     [[nodiscard]] QFont value_font() const;
+    [[nodiscard]] QStringList drawn_lines() const;
     [[nodiscard]] int padding() const;
     [[nodiscard]] bool has_background() const;
     [[nodiscard]] QString drawn_text() const;
@@ -77,6 +88,7 @@ private:
     QString picture_;
     ColourTable table_ = ColourTable::legible;
     bool shows_focus_ = false;
+    mutable std::optional<Setting> setting_;  // nothing: to be found for the size and font in hand
 };
 
 /// The tip of a box as it is shown: the fixed text and, below it, the changing one.

@@ -14,7 +14,7 @@ constexpr std::array kVerbs{
     VerbUsage{"panel", "[--once]", "the readings as a table, drawn again when they change, until Ctrl-C"},
     VerbUsage{"extremes", "", "the records of today and of yesterday"},
     VerbUsage{"summary", "", "the summary of the month in progress"},
-    VerbUsage{"graph", "NAME [--svg FILE] [--size WxH]",
+    VerbUsage{"graph", "NAME [--svg FILE | --png FILE] [--size WxH]",
               "a picture of temperature, humidity, wind, barometer, rain or direction"},
     VerbUsage{"tag", "NAME...", "what tags of the templates print now, named without tildes"},
     VerbUsage{"get", "SECTION KEY", "the value in force of a key of Nimbry.ini"},

@@ -16,6 +16,10 @@ constexpr std::array button_names{std::string_view("fmb(0)"), std::string_view("
                                   std::string_view("fmb(3)"), std::string_view("fmb(4)"), std::string_view("fmb(5)"),
                                   std::string_view("fmb(6)")};
 
+constexpr std::array pane_names{std::string_view("gPicture1(0)"), std::string_view("gPicture1(1)"),
+                                std::string_view("gPicture1(2)"), std::string_view("gPicture1(3)"),
+                                std::string_view("gPicture1(4)"), std::string_view("gPicture1(5)")};
+
 // Each of these adds one window's part. `#member` keeps a name and its box from parting.
 #define NIMBRY_BOX(kind, member) add(#member, BoxKind::kind, group.member)
 
@@ -67,6 +71,10 @@ void add_panel_labels_and_pictures(Add add, Panel& group) {
     NIMBRY_BOX(label, lblRainT);
     NIMBRY_BOX(label, lblRainY);
     NIMBRY_BOX(label, lblGaugeMax);
+    NIMBRY_BOX(label, gLabel12);
+    NIMBRY_BOX(label, gLabel13);
+    NIMBRY_BOX(label, gLabel14);
+    NIMBRY_BOX(label, gLabel15);
     add("Picture2(2)", BoxKind::picture, group.Lamp);
     NIMBRY_BOX(picture, PicSunny);
     NIMBRY_BOX(picture, PicCloudy);
@@ -75,6 +83,7 @@ void add_panel_labels_and_pictures(Add add, Panel& group) {
     NIMBRY_BOX(picture, PicSnow);
     NIMBRY_BOX(picture, PicStorm);
     NIMBRY_BOX(picture, WindPic);
+    for (std::size_t n = 0; n < group.gPicture1.size(); ++n) add(pane_names[n], BoxKind::picture, group.gPicture1[n]);
 }
 
 template <class Add, class Menu>

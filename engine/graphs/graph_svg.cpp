@@ -114,10 +114,11 @@ private:
     }
 
     void add_dots(const GraphDots& dots) {
-        // A stroke of no length with round ends is a dot, and much shorter than a circle.
+        // A stroke of hardly any length with round ends is a dot, and much shorter than a circle. (Of no length at all
+        // some programs would leave it out.)
         text_ += "<path" + attribute("fill", "none") + attribute("stroke", colour_text(look_of(dots.pen).colour)) +
                  attribute("stroke-width", number(2 * dot_radius)) + attribute("stroke-linecap", "round") + " d=\"";
-        for (const TwipPoint at : dots.points) text_ += "M" + place(at) + "h0";
+        for (const TwipPoint at : dots.points) text_ += "M" + place(at) + "h0.01";
         text_ += "\"/>\n";
     }
 

@@ -13,6 +13,8 @@
 #include "engine/core/program_log_pruning.h"
 #include "engine/core/switches.h"
 #include "engine/displays/main_window.h"
+#include "engine/graphs/graph_store.h"
+#include "engine/graphs/graph_view.h"
 #include "engine/records/viewers.h"
 #include "platform/canberra_sounds.h"
 #include "platform/control_server.h"
@@ -132,6 +134,8 @@ private:
             sounds_.play(std::string(click_sound));
             small_->show_about(copy().ini.GetSetting("Main", "Version", ""));
         };
+        actions.menu["mnuResetGraphs"] = click("mnuResetGraphs", [this] { resetgraphs(copy()); });
+        actions.graphs = graph_actions();
         for (const Switch& each : switches()) {
             if (!acts(each)) continue;
             actions.menu[std::string(each.name)] = click("Menu", [this, &each] { click_switch(copy(), each); });
@@ -144,6 +148,21 @@ private:
         return {.accept_alarms = [this](const AlarmsDialog& values) {
             start_event(copy(), "frmAlarms", [this, values] { accept_alarms(copy(), values); });
         }};
+    }
+
+    GraphActions graph_actions() {
+        // Each is an event of the engine; the window shows what came of it with its next frame.
+        const auto event = [this](auto work) {
+            start_event(copy(), "gPicture1", work);
+            if (form_) form_->state_changed();
+        };
+        GraphActions actions;
+        actions.click = [this, event](int pane) { event([this, pane] { click_graph(engine_.state(), pane); }); };
+        actions.move = [this, event](double x) { event([this, x] { move_over_graph(engine_.state(), x); }); };
+        actions.read = [this, event](int row) { event([this, row] { read_graph_row(engine_.state(), row); }); };
+        actions.leave = [this, event] { event([this] { leave_graph(engine_.state()); }); };
+        actions.redraw = [this, event] { event([this] { drawgraph(engine_.state()); }); };
+        return actions;
     }
 
     /// True for a switch that something in this copy follows.

@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,6 +22,7 @@
 #include "platform/control_protocol.h"
 #include "platform/control_socket.h"
 #include "platform/program_folder.h"
+#include "programs/nimbryctl/png_picture.h"
 
 namespace {
 
@@ -77,8 +79,9 @@ bool send_all(const Descriptor& socket, const QByteArray& bytes) {
     return true;
 }
 
-/// Prints the pieces as they come. The status at their end; nothing when the copy has gone before that.
-std::optional<int> print_answer(const Descriptor& socket) {
+/// Takes the pieces as they come: `out` those for standard output, the others are printed. The status at their end;
+/// nothing when the copy has gone before that.
+std::optional<int> take_answer(const Descriptor& socket, const std::function<void(std::string_view)>& out) {
     QByteArray held;
     char piece[64 * 1024];
     while (true) {
@@ -91,7 +94,7 @@ std::optional<int> print_answer(const Descriptor& socket) {
             held.remove(0, end + 1);
             if (!answer) return refuse(failed, "the copy's answer cannot be read");
             switch (answer->kind) {
-                case AnswerPiece::Kind::out: say(stdout, answer->text); break;
+                case AnswerPiece::Kind::out: out(answer->text); break;
                 case AnswerPiece::Kind::err: say(stderr, answer->text + '\n'); break;
                 case AnswerPiece::Kind::screen: show(answer->text); break;
                 case AnswerPiece::Kind::status: return answer->status;
@@ -119,7 +122,17 @@ std::vector<std::string> with_whole_path(std::vector<std::string> arguments) {
     return arguments;
 }
 
-int ask(const ControlConnection& copy, const std::vector<std::string>& arguments) {
+/// Takes "--png FILE" out of the arguments of a graph: the copy is asked for the SVG, and nimbryctl draws it.
+std::optional<std::string> take_png(std::vector<std::string>& arguments) {
+    const auto option = std::find(arguments.begin(), arguments.end(), "--png");
+    if (arguments.front() != "graph" || option == arguments.end() || option + 1 == arguments.end()) return std::nullopt;
+    std::string file = *(option + 1);
+    arguments.erase(option, option + 2);
+    return file;
+}
+
+int ask(const ControlConnection& copy, const std::vector<std::string>& arguments,
+        const std::function<void(std::string_view)>& out) {
     const bool stops = arguments.front() == "stop";
     // Held from the start, so that it can mean no other process that gets the same number later.
     const Descriptor process(stops && copy.process > 0 ? static_cast<int>(::syscall(SYS_pidfd_open, copy.process, 0))
@@ -130,7 +143,7 @@ int ask(const ControlConnection& copy, const std::vector<std::string>& arguments
     }
     if (!send_all(copy.socket, request)) return refuse(failed, "the copy ended before it was asked");
 
-    const std::optional<int> status = print_answer(copy.socket);
+    const std::optional<int> status = take_answer(copy.socket, out);
     if (stops && status.value_or(done) == done) {
         wait_for_end(process);
         return done;
@@ -177,5 +190,17 @@ int main(int argc, char** argv) {
     if (!folder) return refuse(no_copy, folder.error);
     const ControlConnection copy = nimbry::platform::connect_to_copy(folder.path);
     if (!copy.socket) return refuse(no_copy, "no copy of Nimbry runs in " + folder.path);
-    return ask(copy, with_whole_path(arguments));
+    const std::optional<std::string> png = take_png(arguments);
+    if (png && std::find(arguments.begin(), arguments.end(), "--svg") != arguments.end())
+        return refuse(bad_usage, "a picture is written as an SVG or as a PNG, not both");
+    std::string picture;
+    const int status = ask(copy, with_whole_path(arguments), [&](std::string_view text) {
+        if (png) {
+            picture += text;
+        } else {
+            say(stdout, text);
+        }
+    });
+    if (!png || status != done) return status;
+    return write_png(picture, *png) ? done : refuse(failed, "the picture could not be written to " + *png);
 }

@@ -286,5 +286,34 @@ TEST_F(NimbryctlTest, AFolderWithALongNameHasItsCopyAnswering) {
     EXPECT_EQ(nimbryd.ending(), exited(0));
 }
 
+TEST_F(NimbryctlTest, AGraphLiesWhereNimbryctlWasCalled) {
+    start(true);
+    const TemporaryFolder elsewhere;
+    const std::string place = elsewhere.path();
+    const std::vector<std::string> words{"--dir", folder.path(), "graph",  "wind",
+                                         "--svg", "wind.svg",    "--size", "400x200"};
+    const Said said = ask(words, {.environment = {}, .in_child = [&place] {
+                                      if (::chdir(place.c_str()) != 0) ::_exit(99);
+                                  }});
+    EXPECT_EQ(said.ending, exited(0)) << said.err;
+    EXPECT_TRUE(elsewhere.contents("wind.svg").starts_with("<svg ")) << "not in the copy's folder";
+    EXPECT_FALSE(folder.holds("wind.svg"));
+    EXPECT_EQ(ask_copy({"graph", "wind", "--size", "400x200"}).out, elsewhere.contents("wind.svg"));
+}
+
+TEST_F(NimbryctlTest, AGraphIsDrawnAsAPngOfItsSize) {
+    start(true);
+    const Said said = ask_copy({"graph", "temperature", "--size", "300x200", "--png", folder.path("t.png")});
+    EXPECT_EQ(said.ending, exited(0)) << said.err;
+    EXPECT_EQ(said.out, "");
+    const std::string picture = folder.contents("t.png");
+    EXPECT_TRUE(picture.starts_with("\x89PNG\r\n")) << picture.size();
+    // Width and height stand at byte 16 and 20, the most significant byte first.
+    EXPECT_EQ(picture.substr(16, 8), std::string("\0\0\x01\x2C\0\0\0\xC8", 8));
+    EXPECT_EQ(ask_copy({"graph", "wind", "--png", folder.path("missing/t.png")}).ending, exited(1));
+    EXPECT_EQ(ask_copy({"graph", "wind", "--png", folder.path("a"), "--svg", folder.path("b")}).ending, exited(2));
+    EXPECT_EQ(ask_copy({"graph", "snow", "--png", folder.path("a")}).ending, exited(2));
+}
+
 }  // namespace
 }  // namespace nimbry::system_test

@@ -2,7 +2,10 @@
 
 #include <utility>
 
+#include "engine/derived/dates.h"
 #include "engine/displays/box_list.h"
+#include "engine/graphs/graph_view.h"
+#include "tests/world/front_day.h"
 
 namespace nimbry::test {
 namespace {
@@ -100,6 +103,8 @@ void fill_with_a_plain_day(WeatherState& state) {
     state.readings.adirint = 240;
     state.readings.gdirint = 225;
     state.readings.awcompaf = "SW";
+    fill_with_a_front(state, *civil_time({2026, 10, 5, 23, 59, 33}));
+    drawgraph(state);
 }
 
 void fill_with_long_texts(WeatherState& state) {

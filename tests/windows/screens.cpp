@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <QPainter>
 
+#include "engine/graphs/graph_view.h"
 #include "tests/windows/sample_states.h"
 #include "windows/about_window.h"
 #include "windows/alarms_window.h"
@@ -122,6 +123,35 @@ void take_setup_windows(Camera& camera, const QString& theme) {
     camera.take(window, QStringLiteral("alarms-other-units-") + theme);
 }
 
+/// The six graphs of a day with a front passing, each in the main pane of a large window, and with something read off;
+/// the smallest window with the pointer on the graph, and with drawing switched off.
+void take_graphs(Camera& camera, const QString& theme) {
+    WeatherState state;
+    fill_with_a_plain_day(state);
+    windows::Form1 window(state, some_actions());
+    window.resize(1500, 950);
+    window.show();
+    const auto take = [&](const QString& name) {
+        window.refresh();
+        QApplication::processEvents();
+        camera.take(window, QStringLiteral("graph-%1-%2").arg(name, theme));
+    };
+    for (int n = 0; n < graph_count; ++n) {
+        const auto kind = static_cast<GraphKind>(n);
+        if (n > 0) click_graph(state, 1);
+        if (n % 2 == 0) read_graph_row(state, 960 + 60 * n);
+        take(QString::fromLatin1(graph_name(kind).data()));
+    }
+    click_graph(state, 1);
+    window.resize(980, 660);
+    read_graph_row(state, 200);
+    take(QStringLiteral("read"));
+    leave_graph(state);
+    state.menu.mnuDisableGraphs.checked = true;
+    show_graph_labels(state);
+    take(QStringLiteral("off"));
+}
+
 /// The main window with a notice on it, and with each menu open.
 void take_what_opens(Camera& camera, const QString& theme) {
     WeatherState state;
@@ -179,6 +209,7 @@ int write_screens(const QString& folder) {
         QApplication::setPalette(dark ? dark_palette() : light);
         const QString theme = dark ? QStringLiteral("dark") : QStringLiteral("light");
         take_main_window(camera, theme);
+        take_graphs(camera, theme);
         take_what_opens(camera, theme);
         take_small_windows(camera, theme);
         take_setup_windows(camera, theme);

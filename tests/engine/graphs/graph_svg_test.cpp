@@ -63,7 +63,7 @@ TEST(GraphSvg, tells_its_series_apart_by_dash_as_well_as_by_colour) {
 TEST(GraphSvg, shows_directions_as_dots) {
     const std::string picture = front(GraphKind::direction);
     EXPECT_EQ(count(picture, "stroke-linecap=\"round\""), 1);
-    EXPECT_EQ(count(picture, "h0"), 1440);
+    EXPECT_EQ(count(picture, "h0.01"), 1440);
     EXPECT_THAT(picture, HasSubstr(">ne</text>"));
 }
 
@@ -185,7 +185,7 @@ TEST_F(GraphVerb, refuses_what_is_not_its_own) {
     };
     for (const auto& arguments : cases) {
         EXPECT_EQ(ask(arguments), VerbStatus::bad_usage) << arguments.back();
-        EXPECT_THAT(asker.complaints, ElementsAre(HasSubstr("graph NAME [--svg FILE] [--size WxH]")));
+        EXPECT_THAT(asker.complaints, ElementsAre(HasSubstr("graph NAME [--svg FILE | --png FILE] [--size WxH]")));
     }
 }
 
