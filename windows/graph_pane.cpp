@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QFontMetricsF>
 #include <QKeyEvent>
+#include <QPaintEngine>
 #include <QPainter>
 #include <algorithm>
 
@@ -74,7 +75,6 @@ QPen graph_pen(GraphPen pen) {
     const bool series = pen == GraphPen::first || pen == GraphPen::second || pen == GraphPen::indoor;
     QPen made(exact_colour(look.colour), series ? series_width : 1);
     if (pen == GraphPen::grid) made.setColor(QColor(0x80, 0x80, 0x80, 0x70));
-    made.setCosmetic(true);
     made.setCapStyle(Qt::FlatCap);
     made.setJoinStyle(Qt::BevelJoin);
     if (!look.dash.empty()) {
@@ -142,9 +142,10 @@ void GraphPane::draw_marker(QPainter& painter) {
     const GraphMarker& marker = *graphs_.marker;
     const GraphLayout layout = graph_layout();
     const double x = layout.x(marker.x), top = layout.y(static_cast<double>(main_plot.top));
-    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setPen(QPen(QColor(0xE6, 0xE9, 0xEC), 1));
     painter.drawLine(QPointF(x, top), QPointF(x, layout.y(static_cast<double>(main_plot.bottom))));
+    painter.setRenderHint(QPainter::Antialiasing);
     for (const GraphDots& dots : marker.dots) {
         painter.setBrush(exact_colour(look_of(dots.pen).colour));
         for (const TwipPoint at : dots.points) painter.drawEllipse(place(layout, at), 3.5, 3.5);
@@ -170,7 +171,8 @@ void GraphPane::draw_marker(QPainter& painter) {
 
 void GraphPane::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    const qreal ratio = painter.device()->devicePixelRatioF();
+    // Of what is really painted on: the screen's, or that of a picture of the window.
+    const qreal ratio = painter.paintEngine()->paintDevice()->devicePixelRatioF();
     if (picture_.isNull() || !qFuzzyCompare(picture_.devicePixelRatio(), ratio)) draw_picture(ratio);
     painter.drawPixmap(0, 0, picture_);
     if (is_main() && graphs_.marker) draw_marker(painter);

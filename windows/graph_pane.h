@@ -69,7 +69,7 @@ private:
     bool pressed_ = false;
 };
 
-/// The look of a series: its colour, its dash and the width of its line.
+/// The look of a series: its colour, its dash and the width of its line, in the pixels of a screen at 100 %.
 [[nodiscard]] QPen graph_pen(GraphPen pen);
 
 /// The ground of a pane, in both themes.

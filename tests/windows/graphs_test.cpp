@@ -262,7 +262,6 @@ TEST_F(Graphs, SeriesDifferInDash) {
     EXPECT_EQ(windows::graph_pen(GraphPen::second).dashPattern(), (QList<qreal>{5, 2.5}));
     EXPECT_EQ(windows::graph_pen(GraphPen::indoor).dashPattern(), (QList<qreal>{1, 2}));
     EXPECT_EQ(windows::graph_pen(GraphPen::first).widthF(), 1.5);
-    EXPECT_TRUE(windows::graph_pen(GraphPen::first).isCosmetic());
 }
 
 TEST_F(Graphs, AreDrawnForTheScreensOwnPixels) {
