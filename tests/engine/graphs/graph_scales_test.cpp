@@ -99,6 +99,7 @@ const AxisCase axis_cases[] = {
     {"rain begins at 0", 5, plain, {2.5F, 7}, 0, 7},
     {"a dry day", 5, plain, {0}, 0, 2},
     {"rain in inches: a single beside its tick counts as on it", 5, inches, {2.55F}, 0, 2.55},
+    {"also when the single lies just above it", 5, inches, {0.15F}, 0, 0.15},
     {"the barometer counts its ticks from 794", 4, plain, {1009, 1013}, 1009, 1013},
     {"inches of mercury in their odd step", 4, inches, {29.92F}, 28.625, 31.275},
     {"clipped at the greatest, and then longer downwards", 4, inches, {31.5F}, 29.35, 32},
