@@ -21,6 +21,7 @@ constexpr std::array kVerbs{
     VerbUsage{"set", "SECTION KEY VALUE", "sets a key in Nimbry.ini and in the running copy"},
     VerbUsage{"generate", "", "makes the pages now; returns when they are there"},
     VerbUsage{"install-templates", "", "copies the default templates that are missing into the folder"},
+    VerbUsage{"location", "LAT LON | none", "where the station stands, in decimal degrees, south and west negative"},
     VerbUsage{"prune-log", "[--yes]", "keeps the last 10 lines of the program log"},
     VerbUsage{"stop", "", "the menu's exit; returns when the copy has gone"},
 };

@@ -8,6 +8,7 @@
 #include "engine/control/verb_list.h"
 #include "engine/control/verbs_doing.h"
 #include "engine/control/verbs_looking.h"
+#include "engine/control/verbs_setup.h"
 #include "engine/control/verbs_records.h"
 #include "engine/control/verbs_reports.h"
 #include "engine/core/event.h"
@@ -36,6 +37,7 @@ constexpr std::array kVerbs{
     Verb{"tag", tag_verb},
     Verb{"generate", generate_verb},
     Verb{"install-templates", install_templates_verb},
+    Verb{"location", location_verb},
     Verb{"prune-log", prune_log_verb},
     Verb{"stop", stop_verb},
 };

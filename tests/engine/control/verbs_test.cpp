@@ -10,34 +10,12 @@
 #include "engine/control/verb_list.h"
 #include "engine/core/exits.h"
 #include "engine/displays/box_list.h"
-#include "tests/engine/control/recording_asker.h"
-#include "tests/world/world.h"
+#include "tests/engine/control/verbs_fixture.h"
 
 namespace nimbry::test {
 namespace {
 
 using namespace std::chrono_literals;
-using Words = std::vector<std::string>;
-
-class VerbsTest : public testing::Test {
-protected:
-    VerbsTest() {
-        world.files.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\n");
-        world.start();
-    }
-    /// Asks as a caller does, in a conversation of its own, and lets it end.
-    VerbStatus ask(const Words& words) {
-        asker = {};
-        auto status = VerbStatus::failed;
-        world.act([&] { status = answer_request(world.copy(), words, asker); });
-        world.run_for(1s);
-        return status;
-    }
-    [[nodiscard]] std::string complaint() const { return asker.complaints.empty() ? "" : asker.complaints.front(); }
-
-    World world;
-    RecordingAsker asker;
-};
 
 TEST_F(VerbsTest, EveryVerbOfTheHelpIsAnsweredAndNoOther) {
     for (const VerbUsage& verb : verb_list()) {
