@@ -34,6 +34,7 @@ Answer StderrNotices::box(const MessageBox& box) {
     write_line_to_stderr(notice_line(box.title, box.text));
     switch (box.choices) {
         case Choices::yes_no: return Answer::no;
+        case Choices::ok_cancel:
         case Choices::retry_cancel: return Answer::cancel;
         case Choices::ok: break;
     }

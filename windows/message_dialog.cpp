@@ -19,6 +19,7 @@ MessageDialog::MessageDialog(const MessageBox& message, QWidget* parent) : QMess
     connect(this, &QDialog::finished, this, [this] {
         switch (standardButton(clickedButton())) {
             case QMessageBox::Yes: answer_ = Answer::yes; break;
+            case QMessageBox::Ok: answer_ = Answer::ok; break;
             case QMessageBox::Retry: answer_ = Answer::retry; break;
             default: break;  // the safe answer stands
         }
@@ -31,6 +32,12 @@ void MessageDialog::add_buttons(Choices choices) {
             answer_ = Answer::ok;
             setStandardButtons(QMessageBox::Ok);
             setEscapeButton(QMessageBox::Ok);
+            return;
+        case Choices::ok_cancel:
+            answer_ = Answer::cancel;
+            setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+            setDefaultButton(QMessageBox::Cancel);
+            setEscapeButton(QMessageBox::Cancel);
             return;
         case Choices::yes_no:
             answer_ = Answer::no;

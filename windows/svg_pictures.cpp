@@ -12,14 +12,12 @@ namespace nimbry::windows {
 namespace {
 
 QPixmap rendered(const QString& name, int size, qreal ratio) {
-    load_pictures();
     QPixmap pixmap(QSize(size, size) * ratio);
     pixmap.setDevicePixelRatio(ratio);
     pixmap.fill(Qt::transparent);
-    QSvgRenderer renderer(QStringLiteral(":/pictures/") + name + QStringLiteral(".svg"));
-    if (renderer.isValid()) {
+    if (const auto drawing = vector_picture(name); drawing->isValid()) {
         QPainter painter(&pixmap);
-        renderer.render(&painter, QRectF(0, 0, size, size));
+        drawing->render(&painter, QRectF(0, 0, size, size));
     }
     return pixmap;
 }
@@ -29,6 +27,11 @@ QString cache_key(const QString& name, int size, qreal ratio, const QString& tin
 }
 
 }  // namespace
+
+std::unique_ptr<QSvgRenderer> vector_picture(const QString& name) {
+    load_pictures();
+    return std::make_unique<QSvgRenderer>(QStringLiteral(":/pictures/") + name + QStringLiteral(".svg"));
+}
 
 QPixmap picture(const QString& name, int size, qreal ratio) {
     const QString key = cache_key(name, size, ratio, {});

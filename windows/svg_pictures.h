@@ -4,6 +4,9 @@
 #include <QIcon>
 #include <QPixmap>
 #include <QString>
+#include <memory>
+
+class QSvgRenderer;
 
 namespace nimbry::windows {
 
@@ -12,6 +15,9 @@ namespace nimbry::windows {
 
 /// A picture, `size` logical pixels square. An unknown name gives an empty picture of that size.
 [[nodiscard]] QPixmap picture(const QString& name, int size, qreal ratio);
+
+/// A picture to be drawn at any size and shape. An unknown name draws nothing.
+[[nodiscard]] std::unique_ptr<QSvgRenderer> vector_picture(const QString& name);
 
 /// A one-colour picture in `colour`.
 [[nodiscard]] QPixmap tinted_picture(const QString& name, int size, qreal ratio, const QColor& colour);

@@ -22,6 +22,12 @@ constexpr std::array kVerbs{
     VerbUsage{"generate", "", "makes the pages now; returns when they are there"},
     VerbUsage{"install-templates", "", "copies the default templates that are missing into the folder"},
     VerbUsage{"location", "LAT LON | none", "where the station stands, in decimal degrees, south and west negative"},
+    VerbUsage{"units",
+              "[--temp C|F] [--baro mB|hPa|inHg] [--rain mm|in] [--wind ms|kph|mph|knots] [--rollover first|last] "
+              "[--newchill yes|no] [--yes]",
+              "the units of display, the almanac's rollover day, the wind chill"},
+    VerbUsage{"changeover", "midnight|9|10 [--yes]", "when the weather day ends"},
+    VerbUsage{"location", "LAT LON|none", "where the station stands, in decimal degrees, south and west negative"},
     VerbUsage{"prune-log", "[--yes]", "keeps the last 10 lines of the program log"},
     VerbUsage{"stop", "", "the menu's exit; returns when the copy has gone"},
 };

@@ -37,6 +37,8 @@ constexpr std::array kVerbs{
     Verb{"tag", tag_verb},
     Verb{"generate", generate_verb},
     Verb{"install-templates", install_templates_verb},
+    Verb{"units", units_verb},
+    Verb{"changeover", changeover_verb},
     Verb{"location", location_verb},
     Verb{"prune-log", prune_log_verb},
     Verb{"stop", stop_verb},

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "engine/alarms/alarms.h"
+#include "engine/control/notice_line.h"
 #include "engine/control/verb_arguments.h"
 #include "engine/core/exits.h"
 #include "engine/core/known_keys.h"
@@ -49,16 +50,6 @@ void take_into_force(Copy& copy, std::string_view section) {
     }
 }
 
-/// The text of a notice as one paragraph.
-std::string sentence(std::string_view notice) {
-    std::string line;
-    for (const char c : notice) {
-        if (c == '\n') continue;
-        line += c == '\r' ? ' ' : c;
-    }
-    return utf8_text(line);
-}
-
 }  // namespace
 
 VerbStatus get_verb(Copy& copy, const std::vector<std::string>& arguments, Asker& asker) {
@@ -88,7 +79,7 @@ VerbStatus prune_log_verb(Copy& copy, const std::vector<std::string>& arguments,
     Pruning result = Pruning::no_log;
     if (copy.ports.files.exists(std::string(ProgramLog::file))) {
         if (!given.has(yes)) {
-            asker.complain(sentence(pruning_question().text) + " (--yes)");
+            asker.complain(notice_line(pruning_question().text) + " (--yes)");
             return VerbStatus::failed;
         }
         try {
@@ -100,7 +91,7 @@ VerbStatus prune_log_verb(Copy& copy, const std::vector<std::string>& arguments,
         }
     }
     if (result == Pruning::done) return VerbStatus::done;
-    asker.complain(sentence(pruning_refusal(result).text));
+    asker.complain(notice_line(pruning_refusal(result).text));
     return VerbStatus::failed;
 }
 

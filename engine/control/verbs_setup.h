@@ -16,4 +16,13 @@ namespace nimbry {
 /// gives it the location too.
 [[nodiscard]] VerbStatus location_verb(Copy& copy, const std::vector<std::string>& arguments, Asker& asker);
 
+/// `units [--temp C|F] [--baro mB|hPa|inHg] [--rain mm|in] [--wind ms|kph|mph|knots] [--rollover first|last]
+/// [--newchill yes|no] [--yes]`: the units dialog with these options changed. What the dialog warns of when it opens is
+/// told before a change of units, which then needs `--yes`; a refused rollover changes nothing.
+[[nodiscard]] VerbStatus units_verb(Copy& copy, const std::vector<std::string>& arguments, Asker& asker);
+
+/// `changeover midnight|9|10 [--yes]`: the dialog's options for the end of the weather day. Without `--yes` the
+/// question is told and nothing is done.
+[[nodiscard]] VerbStatus changeover_verb(Copy& copy, const std::vector<std::string>& arguments, Asker& asker);
+
 }  // namespace nimbry

@@ -17,7 +17,7 @@ struct Balloon {
 };
 
 /// The choices of a message box.
-enum class Choices { ok, yes_no, retry_cancel };
+enum class Choices { ok, ok_cancel, yes_no, retry_cancel };
 enum class Answer { ok, yes, no, retry, cancel };
 
 /// A message box.

@@ -59,6 +59,7 @@ TEST_F(StderrNoticesTest, EveryBoxIsOneLineAndGetsItsSafeAnswer) {
     const Case cases[] = {
         {"nothing to choose", Choices::ok, Answer::ok},
         {"yes or no", Choices::yes_no, Answer::no},
+        {"ok or cancel", Choices::ok_cancel, Answer::cancel},
         {"retry or cancel", Choices::retry_cancel, Answer::cancel},
     };
     for (const Case& c : cases) {

@@ -172,6 +172,9 @@ TEST_F(Notices, ABoxAnswersTheConversationThatAsked) {
     const AnswerCase cases[]{
         {"ok", Choices::ok, QMessageBox::Ok, Answer::ok},
         {"ok by the close mark", Choices::ok, QMessageBox::NoButton, Answer::ok},
+        {"ok of two", Choices::ok_cancel, QMessageBox::Ok, Answer::ok},
+        {"cancel of two", Choices::ok_cancel, QMessageBox::Cancel, Answer::cancel},
+        {"cancel of two by the close mark", Choices::ok_cancel, QMessageBox::NoButton, Answer::cancel},
         {"yes", Choices::yes_no, QMessageBox::Yes, Answer::yes},
         {"no", Choices::yes_no, QMessageBox::No, Answer::no},
         {"no by the close mark", Choices::yes_no, QMessageBox::NoButton, Answer::no},

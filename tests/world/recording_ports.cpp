@@ -40,6 +40,7 @@ Answer RecordingNotices::box(const MessageBox& box) {
         switch (box.choices) {
             case Choices::ok: return Answer::ok;
             case Choices::yes_no: return Answer::no;
+            case Choices::ok_cancel:
             case Choices::retry_cancel: return Answer::cancel;
         }
     }

@@ -16,6 +16,7 @@ TEST(RecordingNotices, AnUnscriptedBoxGetsTheSafeAnswerAtOnce) {
     RecordingNotices notices(clock, pauses);
     EXPECT_EQ(notices.box({.text = "?", .choices = Choices::ok}), Answer::ok);
     EXPECT_EQ(notices.box({.text = "?", .choices = Choices::yes_no}), Answer::no);
+    EXPECT_EQ(notices.box({.text = "?", .choices = Choices::ok_cancel}), Answer::cancel);
     EXPECT_EQ(notices.box({.text = "?", .choices = Choices::retry_cancel}), Answer::cancel);
     EXPECT_EQ(notices.boxes.size(), 3u);
 }

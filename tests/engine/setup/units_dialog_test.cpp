@@ -1,0 +1,204 @@
+#include "engine/setup/units_dialog.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/world/bare_copy.h"
+
+namespace nimbry {
+namespace {
+
+using std::chrono::local_days;
+using std::chrono::seconds;
+
+struct Units_Dialog : testing::Test {
+    test::BareCopy world;
+    MainSettings& settings = world.state.settings;
+
+    UnitsDialog opened() { return units_dialog(settings); }
+    std::string key(const char* name) { return world.ini.GetSetting("Main", name, "(none)"); }
+};
+
+TEST_F(Units_Dialog, it_opens_with_the_settings_in_force) {
+    EXPECT_EQ(opened(), UnitsDialog{}) << "the defaults of both are the same";
+    settings.fTempC = settings.fBarmb = settings.fRainmm = settings.fWindkph = false;
+    settings.fTempF = settings.fBarinhg = settings.fRainin = settings.fWindknots = true;
+    settings.alRoll = "905";
+    settings.newchill = false;
+    const UnitsDialog dialog = opened();
+    EXPECT_TRUE(dialog.optTempF && dialog.optBarinhg && dialog.optRainin && dialog.optWindknots && dialog.OptLast);
+    EXPECT_FALSE(dialog.optTempC || dialog.optBarmb || dialog.optBarhpa || dialog.optRainmm || dialog.optWindkph ||
+                 dialog.optWindms || dialog.optWindmph || dialog.OptFirst || dialog.chkNewWC);
+}
+
+TEST_F(Units_Dialog, every_unit_goes_to_its_own_key_and_into_force) {
+    UnitsDialog dialog = opened();
+    dialog.optTempC = dialog.optBarmb = dialog.optRainmm = dialog.optWindkph = false;
+    dialog.optTempF = dialog.optBarhpa = dialog.optRainin = dialog.optWindmph = true;
+    accept_units(world.copy, dialog);
+    for (const char* on : {"fTempF", "fBarhpa", "fRainin", "fWindmph"}) EXPECT_EQ(key(on), "True") << on;
+    for (const char* off : {"fTempC", "fBarmb", "fBarinhg", "fRainmm", "fWindkph", "fWindms", "fWindknots"})
+        EXPECT_EQ(key(off), "False") << off;
+    EXPECT_EQ(world.state.units.temperature, TemperatureUnit::fahrenheit);
+    EXPECT_EQ(world.state.units.barometer_text, "hPa");
+    EXPECT_EQ(world.state.units.rain_text, "In.");
+    EXPECT_EQ(world.state.units.wind_text, "MPH");
+    EXPECT_EQ(opened(), dialog);
+}
+
+TEST_F(Units_Dialog, the_other_settings_of_the_section_are_written_with_them) {
+    settings.ErrorPop = true;
+    settings.LogMin = 7;
+    accept_units(world.copy, opened());
+    EXPECT_EQ(key("ErrorPop"), "True");
+    EXPECT_EQ(key("LogMin"), "7");
+}
+
+TEST_F(Units_Dialog, a_changed_unit_marks_the_records_and_nothing_else_does) {
+    UnitsDialog dialog = opened();
+    dialog.chkNewWC = false;
+    dialog.OptFirst = false;
+    dialog.OptLast = true;
+    accept_units(world.copy, dialog);
+    EXPECT_FALSE(world.state.records.unitschanged) << "wind chill and rollover are no units";
+    EXPECT_EQ(key("newchill"), "False");
+
+    dialog.optBarmb = false;
+    dialog.optBarhpa = true;
+    accept_units(world.copy, dialog);
+    EXPECT_TRUE(world.state.records.unitschanged) << "hPa and mB are the same size, and two units all the same";
+}
+
+TEST_F(Units_Dialog, each_of_the_eleven_options_is_a_unit_of_its_own) {
+    int units = 0;
+    const UnitsDialog before;
+    UnitsDialog dialog;
+    for (const DialogControl& control : dialog_controls(dialog)) {
+        bool& option = *std::get<bool*>(control.value);
+        option = !option;
+        units += units_differ(before, dialog) ? 1 : 0;
+        option = !option;
+    }
+    EXPECT_EQ(units, 11);
+    EXPECT_EQ(dialog_controls(dialog).size(), 14U);
+}
+
+TEST_F(Units_Dialog, applying_settings_touches_no_record) {
+    settings.fWindkph = false;
+    settings.fWindms = true;
+    settings.tmidnight = true;
+    settings.tnineam = false;
+    applyunits(world.copy);
+    EXPECT_FALSE(world.state.records.unitschanged);
+    EXPECT_TRUE(world.sounds.played.empty());
+    EXPECT_EQ(world.state.units.wind_text, "m/S");
+    EXPECT_EQ(world.state.panel.lblGaugeMax.text, "15") << "the scale of metres per second";
+    EXPECT_EQ(world.state.panel.lblRainT.text, "Since Midnight");
+    EXPECT_EQ(key("tmidnight"), "True");
+}
+
+TEST_F(Units_Dialog, the_gust_bar_keeps_what_it_has_grown_to_while_its_unit_stays) {
+    world.state.panel.Gauge1.maximum = 63;
+    accept_units(world.copy, opened());
+    EXPECT_EQ(world.state.panel.Gauge1.maximum, 63);
+}
+
+TEST_F(Units_Dialog, logging_and_an_almanac_are_warned_of_in_this_order) {
+    EXPECT_TRUE(units_warnings(world.copy).empty());
+    world.files.put("nbextreme.log", "a row\r\n");
+    ASSERT_EQ(units_warnings(world.copy).size(), 1U);
+    settings.fwrtlog = true;
+    const auto both = units_warnings(world.copy);
+    ASSERT_EQ(both.size(), 2U);
+    EXPECT_EQ(both[0].title, "Nimbry");
+    EXPECT_EQ(both[0].text,
+              "Logging is enabled and changing units will affect the log file.\r\n"
+              "You may wish to close and save your log before proceeding");
+    EXPECT_EQ(both[1].title, "Nimbry");
+    EXPECT_EQ(both[1].text,
+              "Changing the units will affect your almanac.\r\n"
+              "You may wish to archive your almanac file (nbextreme.log) before proceeding");
+}
+
+struct Rollover : Units_Dialog {
+    // The station says 2 October 2026, 00:10; the almanac of September was archived `age` ago.
+    void archived(const std::string& name, seconds age) {
+        world.state.readings.dtvar = local_days{std::chrono::October / 2 / 2026} + seconds{600};
+        world.files.put(name, "rows");
+        world.clock.set_computer_time(*world.files.modified(name) + age);
+    }
+    std::string clicked(bool first_day) {
+        const auto box = choose_rollover(world.copy, dialog, first_day);
+        return box ? box->text : "";
+    }
+    UnitsDialog dialog;
+};
+
+constexpr const char* rolled_over =
+    "The almanac has been rolled over and\r\narchived within the last 24 hours.\r\nTo avoid a multiple rollover, "
+    "please "
+    "wait\r\nmore than 24 hours from the last\r\nchangeover before altering this setting.";
+
+TEST_F(Rollover, the_last_day_is_905_minutes_and_the_first_is_five) {
+    EXPECT_EQ(clicked(false), "");
+    EXPECT_TRUE(dialog.OptLast && !dialog.OptFirst);
+    accept_units(world.copy, dialog);
+    EXPECT_EQ(key("alRoll"), "905");
+    EXPECT_EQ(clicked(true), "");
+    accept_units(world.copy, dialog);
+    EXPECT_EQ(key("alRoll"), "5");
+}
+
+TEST_F(Rollover, a_number_of_ones_own_is_the_last_day_and_stays) {
+    settings.alRoll = "1000";
+    dialog = opened();
+    EXPECT_TRUE(dialog.OptLast);
+    accept_units(world.copy, dialog);
+    EXPECT_EQ(key("alRoll"), "1000");
+}
+
+TEST_F(Rollover, within_a_day_and_a_second_of_an_archive_the_option_stays) {
+    archived("alSep26.csv", seconds{86400});
+    EXPECT_EQ(clicked(false), rolled_over);
+    EXPECT_EQ(dialog, UnitsDialog{});
+}
+
+TEST_F(Rollover, one_second_later_it_is_free) {
+    archived("alSep26.csv", seconds{86401});
+    EXPECT_EQ(clicked(false), "");
+}
+
+TEST_F(Rollover, an_archive_from_the_future_is_younger_than_a_day) {
+    archived("alSep26.csv", seconds{-3600});
+    EXPECT_EQ(clicked(false), rolled_over);
+}
+
+TEST_F(Rollover, the_archive_in_the_local_save_folder_counts_as_well) {
+    world.state.publish.txtLocalPath = "/home/me/weather";
+    archived("/home/me/weather/alSep26.csv", seconds{60});
+    EXPECT_EQ(clicked(false), rolled_over);
+}
+
+TEST_F(Rollover, an_archive_of_another_month_does_not_count) {
+    archived("alOct26.csv", seconds{60});
+    EXPECT_EQ(clicked(false), "");
+}
+
+TEST_F(Rollover, the_year_is_that_of_two_days_before_too) {
+    archived("alDec26.csv", seconds{60});
+    world.state.readings.dtvar = local_days{std::chrono::January / 1 / 2027} + seconds{600};
+    EXPECT_EQ(clicked(false), rolled_over);
+}
+
+TEST_F(Rollover, before_the_station_has_told_its_date_there_is_no_guard) {
+    archived("alSep26.csv", seconds{60});
+    world.state.readings.dtvar.reset();
+    EXPECT_EQ(clicked(false), "");
+}
+
+TEST_F(Rollover, a_click_on_the_chosen_option_asks_nothing) {
+    archived("alSep26.csv", seconds{60});
+    EXPECT_EQ(clicked(true), "");
+}
+
+}  // namespace
+}  // namespace nimbry
