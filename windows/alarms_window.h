@@ -25,7 +25,10 @@ public:
 protected:
     void load() override;
     void edited() override { show_texts(); }
-    void commit() override { accepted_(draft_.values); }
+    bool commit() override {
+        accepted_(draft_.values);
+        return true;
+    }
 
 private:
     void add_rows(QGridLayout& grid);

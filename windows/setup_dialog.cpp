@@ -16,13 +16,16 @@ namespace nimbry::windows {
 SetupDialog::SetupDialog(const char* name, const QString& title, QWidget* parent) : QDialog(parent) {
     setObjectName(QString::fromLatin1(name));
     setWindowTitle(title);
+    connect(this, &QDialog::finished, this, [this] { closed(); });
 }
 
 void SetupDialog::present() {
-    if (!isVisible()) load();
+    const bool opens = !isVisible();
+    if (opens) load();
     show();
     raise();
     activateWindow();
+    if (opens) opened();
 }
 
 void SetupDialog::bind(const std::vector<DialogControl>& controls) {
@@ -79,8 +82,7 @@ QBoxLayout* SetupDialog::button_row(const QString& accept_caption) {
     accepts->setObjectName(QStringLiteral("Command1"));
     accepts->setDefault(true);
     connect(accepts, &QPushButton::clicked, this, [this] {
-        commit();
-        accept();
+        if (commit()) accept();
     });
     auto* cancels = new QPushButton(QStringLiteral("Cancel"));
     cancels->setObjectName(QStringLiteral("cmdCancel"));

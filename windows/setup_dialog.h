@@ -38,8 +38,12 @@ protected:
     virtual void load() = 0;
     /// A person has changed a value.
     virtual void edited() {}
-    /// Hands the copy over. The window closes afterwards.
-    virtual void commit() = 0;
+    /// The window has come up for a person to work in it.
+    virtual void opened() {}
+    /// The window has closed, accepted or not.
+    virtual void closed() {}
+    /// Hands the copy over. True: the window closes; false: there is something in it that cannot be taken.
+    virtual bool commit() = 0;
 
 private:
     void bind_flag(const QString& name, bool* value);

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "windows/alarms_window.h"
+#include "windows/location_window.h"
 
 namespace nimbry::windows {
 
@@ -14,8 +15,19 @@ void SetupDialogs::show_alarms() {
     alarms_->present();
 }
 
+void SetupDialogs::show_location() {
+    if (location_ == nullptr) location_ = new LocationWindow(state_, actions_.accept_location, parent_);
+    location_->present();
+}
+
+void SetupDialogs::show_units() {
+    if (units_ == nullptr) units_ = new UnitsWindow(state_, actions_.units, parent_);
+    units_->present();
+}
+
 void SetupDialogs::refresh() {
     if (alarms_ != nullptr) alarms_->refresh();
+    if (units_ != nullptr) units_->refresh();
 }
 
 }  // namespace nimbry::windows

@@ -3,12 +3,15 @@
 #include <functional>
 
 #include "engine/core/weather_state.h"
+#include "engine/sun/location_dialog.h"
+#include "windows/units_window.h"
 
 class QWidget;
 
 namespace nimbry::windows {
 
 class AlarmsWindow;
+class LocationWindow;
 
 /// The setup windows, one of each, made when it is first shown.
 class SetupDialogs {
@@ -16,12 +19,16 @@ public:
     /// Where accepted values go.
     struct Actions {
         std::function<void(const AlarmsDialog&)> accept_alarms;
+        std::function<void(const LocationDialog&)> accept_location;
+        UnitsWindow::Actions units;
     };
 
     /// `state` must outlive this object; `parent` is the main window, which owns the windows.
     SetupDialogs(const WeatherState& state, Actions actions, QWidget* parent);
 
     void show_alarms();
+    void show_location();
+    void show_units();
 
     /// The state may have changed.
     void refresh();
@@ -31,6 +38,8 @@ private:
     Actions actions_;
     QWidget* parent_;
     AlarmsWindow* alarms_ = nullptr;
+    LocationWindow* location_ = nullptr;
+    UnitsWindow* units_ = nullptr;
 };
 
 }  // namespace nimbry::windows

@@ -17,7 +17,8 @@ class UnitsWindow : public SetupDialog {
 
 public:
     struct Actions {
-        std::function<void()> opened;                                       ///< to warn of what a change affects
+        std::function<void()> opened;  ///< to warn of what a change affects
+        std::function<void()> closed;
         std::function<void(const UnitsDialog&)> accepted;                   ///< "Done"
         std::function<void(UnitsDialog&, bool first_day)> choose_rollover;  ///< may leave the dialog unchanged
         std::function<void(bool midnight)> choose_changeover;
@@ -33,6 +34,7 @@ public:
 protected:
     void load() override;
     void opened() override { actions_.opened(); }
+    void closed() override { actions_.closed(); }
     bool commit() override;
 
 private:

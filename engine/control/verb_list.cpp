@@ -21,7 +21,6 @@ constexpr std::array kVerbs{
     VerbUsage{"set", "SECTION KEY VALUE", "sets a key in Nimbry.ini and in the running copy"},
     VerbUsage{"generate", "", "makes the pages now; returns when they are there"},
     VerbUsage{"install-templates", "", "copies the default templates that are missing into the folder"},
-    VerbUsage{"location", "LAT LON | none", "where the station stands, in decimal degrees, south and west negative"},
     VerbUsage{"units",
               "[--temp C|F] [--baro mB|hPa|inHg] [--rain mm|in] [--wind ms|kph|mph|knots] [--rollover first|last] "
               "[--newchill yes|no] [--yes]",

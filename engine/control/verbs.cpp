@@ -8,9 +8,9 @@
 #include "engine/control/verb_list.h"
 #include "engine/control/verbs_doing.h"
 #include "engine/control/verbs_looking.h"
-#include "engine/control/verbs_setup.h"
 #include "engine/control/verbs_records.h"
 #include "engine/control/verbs_reports.h"
+#include "engine/control/verbs_setup.h"
 #include "engine/core/event.h"
 #include "engine/derived/code_page.h"
 
@@ -25,22 +25,14 @@ struct Verb {
 
 // clang-format off: a verb a line
 constexpr std::array kVerbs{
-    Verb{"boxes", boxes_verb},
-    Verb{"status", status_verb},
-    Verb{"notices", notices_verb},
-    Verb{"panel", panel_verb},
-    Verb{"extremes", extremes_verb},
-    Verb{"summary", summary_verb},
-    Verb{"graph", graph_verb},
-    Verb{"get", get_verb},
-    Verb{"set", set_verb},
-    Verb{"tag", tag_verb},
-    Verb{"generate", generate_verb},
-    Verb{"install-templates", install_templates_verb},
-    Verb{"units", units_verb},
-    Verb{"changeover", changeover_verb},
-    Verb{"location", location_verb},
-    Verb{"prune-log", prune_log_verb},
+    Verb{"boxes", boxes_verb},       Verb{"status", status_verb},
+    Verb{"notices", notices_verb},   Verb{"panel", panel_verb},
+    Verb{"extremes", extremes_verb}, Verb{"summary", summary_verb},
+    Verb{"graph", graph_verb},       Verb{"get", get_verb},
+    Verb{"set", set_verb},           Verb{"tag", tag_verb},
+    Verb{"generate", generate_verb}, Verb{"install-templates", install_templates_verb},
+    Verb{"units", units_verb},       Verb{"changeover", changeover_verb},
+    Verb{"location", location_verb}, Verb{"prune-log", prune_log_verb},
     Verb{"stop", stop_verb},
 };
 // clang-format on

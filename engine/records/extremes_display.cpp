@@ -91,6 +91,11 @@ void write_today(WeatherState& state, Part part) {
     (Writer(state, column).*part)();
 }
 
+void fill_yesterday(WeatherState& state, const char* text) {
+    for_each_box(yesterday(state), [&](Box& box) { box.text = text; });
+    state.panel.TxtRainYest.text = " -- ";
+}
+
 }  // namespace
 
 void show_today(WeatherState& state) {
@@ -140,8 +145,11 @@ void ResYesterday(WeatherState& state) {
 }
 
 void show_no_yesterday(WeatherState& state) {
-    for_each_box(yesterday(state), [](Box& box) { box.text = "- No Data Available -"; });
-    state.panel.TxtRainYest.text = " -- ";
+    fill_yesterday(state, "- No Data Available -");
+}
+
+void show_yesterday_to_come(WeatherState& state) {
+    fill_yesterday(state, "- No data available yet -");
 }
 
 void show_monthly_rain(WeatherState& state, const Files& files) {

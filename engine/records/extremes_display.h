@@ -30,6 +30,9 @@ void ResYesterday(WeatherState& state);
 /// Yesterday's column without a day: "- No Data Available -", and " -- " for its rain.
 void show_no_yesterday(WeatherState& state);
 
+/// Yesterday's column after its day was thrown away: "- No data available yet -", and " -- " for its rain.
+void show_yesterday_to_come(WeatherState& state);
+
 /// The rain of the month's finished days in the additional data window: the days with rain, and their total. No
 /// almanac: "0", and "0 mm". A file that cannot be read counts as none.
 void show_monthly_rain(WeatherState& state, const Files& files);

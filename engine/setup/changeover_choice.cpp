@@ -1,7 +1,6 @@
 #include "engine/setup/changeover_choice.h"
 
 #include "engine/graphs/graph_store.h"
-#include "engine/publish/publishing.h"
 #include "engine/records/day_files.h"
 #include "engine/records/extremes_display.h"
 
@@ -35,7 +34,7 @@ void forget_yesterday(Copy& copy) {
 
 void switch_mail_off(Copy& copy) {
     copy.ini.SaveSettings({{"FTP", "EMailEn", flag_text(false)}, {"FTP", "numofentries", "0"}});
-    getFTP(copy);
+    copy.state.publish.ChkSendMail = false;
 }
 
 }  // namespace

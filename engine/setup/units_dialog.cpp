@@ -4,7 +4,9 @@
 #include <utility>
 
 #include "engine/derived/number_text.h"
-#include "engine/graphs/graph_store.h"
+#include "engine/graphs/graph_scales.h"
+#include "engine/graphs/graph_view.h"
+#include "engine/publish/local_save.h"
 #include "engine/records/almanac_file.h"
 #include "engine/records/archive_names.h"
 
@@ -134,7 +136,8 @@ void applyunits(Copy& copy) {
     WrtCfg(copy.ini, state.settings);
     set_changeover_captions(state.panel, state.settings);
     if (state.units.wind != wind_before) start_gauge(state.panel, state.units.wind);
-    redraw_graphs_in_new_scales(copy);
+    setgraphscales(state);
+    drawgraph(state);
 }
 
 }  // namespace nimbry

@@ -16,6 +16,7 @@
 #include "engine/graphs/graph_store.h"
 #include "engine/graphs/graph_view.h"
 #include "engine/records/viewers.h"
+#include "engine/setup/changeover_choice.h"
 #include "platform/canberra_sounds.h"
 #include "platform/control_server.h"
 #include "platform/disk_files.h"
@@ -130,6 +131,14 @@ private:
             sounds_.play(std::string(click_sound));
             dialogs_->show_alarms();
         };
+        actions.menu["SetupUnits"] = [this] {
+            sounds_.play(std::string(click_sound));
+            dialogs_->show_units();
+        };
+        actions.menu["mnuLatLong"] = [this] {
+            sounds_.play(std::string(click_sound));
+            dialogs_->show_location();
+        };
         actions.menu["mnuAbout"] = [this] {
             sounds_.play(std::string(click_sound));
             small_->show_about(copy().ini.GetSetting("Main", "Version", ""));
@@ -145,9 +154,46 @@ private:
 
     /// What an accepted dialog leads to, as an event of the engine.
     SetupDialogs::Actions accepted() {
-        return {.accept_alarms = [this](const AlarmsDialog& values) {
-            start_event(copy(), "frmAlarms", [this, values] { accept_alarms(copy(), values); });
-        }};
+        const auto do_event = [this](const char* name, auto&& what) { start_event(copy(), name, what); };
+        return {.accept_alarms =
+                    [this, do_event](const AlarmsDialog& values) {
+                        do_event("frmAlarms", [this, values] { accept_alarms(copy(), values); });
+                    },
+                .accept_location =
+                    [this, do_event](const LocationDialog& values) {
+                        do_event("NimbryLatlong", [this, values] { accept_location(copy(), values); });
+                    },
+                .units = units_actions()};
+    }
+
+    UnitsWindow::Actions units_actions() {
+        const auto do_event = [this](auto&& what) { start_event(copy(), "frmSetupUnits", what); };
+        UnitsWindow::Actions actions;
+        actions.opened = [this, do_event] {
+            copy().state.setup.Units.open = true;
+            do_event([this] {
+                for (const MessageBox& warning : units_warnings(copy())) notices_.box(warning);
+            });
+        };
+        actions.closed = [this] { copy().state.setup.Units.open = false; };
+        actions.accepted = [this, do_event](const UnitsDialog& values) {
+            sounds_.play(std::string(click_sound));
+            do_event([this, values] { accept_units(copy(), values); });
+        };
+        actions.choose_rollover = [this, do_event](UnitsDialog& values, bool first_day) {
+            if (const auto refusal = choose_rollover(copy(), values, first_day))
+                do_event([this, box = *refusal] { notices_.box(box); });
+        };
+        actions.choose_changeover = [this, do_event](bool midnight) {
+            do_event([this, midnight] { choose_changeover(copy(), midnight); });
+        };
+        actions.set_one_hour = [this, do_event](bool one_hour) {
+            do_event([this, one_hour] {
+                set_one_hour(copy(), one_hour);
+                notices_.box(one_hour_warning());
+            });
+        };
+        return actions;
     }
 
     GraphActions graph_actions() {

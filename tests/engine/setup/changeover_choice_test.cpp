@@ -31,8 +31,8 @@ struct ChangeoverChoice : testing::Test {
         world.send_trains(2, readings);
         world.files.put("nimbrYDay.log", "a day");
         world.files.put("grafdata.dat", "a day of samples");
-        world.set_setting("FTP", "EMailEn", "True");
-        world.set_setting("FTP", "numofentries", "2");
+        world.copy().ini.SaveSetting("FTP", "EMailEn", "True");
+        world.copy().ini.SaveSetting("FTP", "numofentries", "2");
         state.publish.ChkSendMail = true;
     }
     bool choose(bool midnight) {
@@ -47,7 +47,7 @@ struct ChangeoverChoice : testing::Test {
 TEST_F(ChangeoverChoice, it_asks_with_ok_and_cancel) {
     EXPECT_FALSE(choose(true));
     ASSERT_EQ(world.notices.boxes.size(), 1U);
-    const MessageBox& asked = world.notices.boxes[0].shown;
+    const MessageBox& asked = world.notices.boxes[0].what;
     EXPECT_EQ(asked.title, "Nimbry");
     EXPECT_EQ(asked.text, midnight_text);
     EXPECT_EQ(asked.choices, Choices::ok_cancel);
@@ -104,7 +104,7 @@ TEST_F(ChangeoverChoice, the_captions_follow_and_nine_asks_in_its_own_words) {
     EXPECT_EQ(state.panel.lblRainY.tip, "Rainfall for the 24 hours prior to Midnight");
     world.notices.will_answer(Answer::ok);
     EXPECT_TRUE(choose(false));
-    EXPECT_EQ(world.notices.boxes[1].shown.text, nine_text);
+    EXPECT_EQ(world.notices.boxes[1].what.text, nine_text);
     EXPECT_EQ(state.panel.lblRainT.text, "Since 9:00 am");
     EXPECT_EQ(state.panel.lblRainY.tip, "Rainfall for the 24 hours prior to 9:00 am");
 }
