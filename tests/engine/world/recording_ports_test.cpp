@@ -18,7 +18,7 @@ TEST(RecordingNotices, AnUnscriptedBoxGetsTheSafeAnswerAtOnce) {
     EXPECT_EQ(notices.box({.text = "?", .choices = Choices::yes_no}), Answer::no);
     EXPECT_EQ(notices.box({.text = "?", .choices = Choices::ok_cancel}), Answer::cancel);
     EXPECT_EQ(notices.box({.text = "?", .choices = Choices::retry_cancel}), Answer::cancel);
-    EXPECT_EQ(notices.boxes.size(), 3u);
+    EXPECT_EQ(notices.boxes.size(), 4u);
 }
 
 TEST(RecordingNotices, ScriptedAnswersComeInOrderAndMayTakeTheirTime) {
