@@ -1,5 +1,6 @@
 #include "tests/windows/screens.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QMenu>
@@ -11,11 +12,13 @@
 #include "windows/alarms_window.h"
 #include "windows/balloon_tip.h"
 #include "windows/form1.h"
+#include "windows/location_window.h"
 #include "windows/message_dialog.h"
 #include "windows/sensor_window.h"
 #include "windows/splash.h"
 #include "windows/status_window.h"
 #include "windows/text_window.h"
+#include "windows/units_window.h"
 
 namespace nimbry::test {
 namespace {
@@ -152,6 +155,24 @@ void take_graphs(Camera& camera, const QString& theme) {
     take(QStringLiteral("off"));
 }
 
+/// The windows for the place and the units.
+void take_place_and_units(Camera& camera, const QString& theme) {
+    WeatherState state;
+    state.settings.Latitude = "-33.857100";
+    state.settings.Longitude = "151.214900";
+    windows::LocationWindow location(state, [](const LocationDialog&) {});
+    location.present();
+    QApplication::processEvents();
+    camera.take(location, QStringLiteral("location-") + theme);
+    location.findChild<QAbstractButton*>("Check3")->click();
+    QApplication::processEvents();
+    camera.take(location, QStringLiteral("location-in-parts-") + theme);
+    windows::UnitsWindow units(state, {.opened = [] {}, .closed = [] {}});
+    units.present();
+    QApplication::processEvents();
+    camera.take(units, QStringLiteral("units-") + theme);
+}
+
 /// The main window with a notice on it, and with each menu open.
 void take_what_opens(Camera& camera, const QString& theme) {
     WeatherState state;
@@ -213,6 +234,7 @@ int write_screens(const QString& folder) {
         take_what_opens(camera, theme);
         take_small_windows(camera, theme);
         take_setup_windows(camera, theme);
+        take_place_and_units(camera, theme);
     }
     QApplication::setPalette(light);
     return camera.taken();
