@@ -23,16 +23,25 @@ struct Verb {
     VerbStatus (*run)(Copy&, const std::vector<std::string>&, Asker&);
 };
 
-// clang-format off: a verb a line
+// A verb a line.
+// clang-format off
 constexpr std::array kVerbs{
-    Verb{"boxes", boxes_verb},       Verb{"status", status_verb},
-    Verb{"notices", notices_verb},   Verb{"panel", panel_verb},
-    Verb{"extremes", extremes_verb}, Verb{"summary", summary_verb},
-    Verb{"graph", graph_verb},       Verb{"get", get_verb},
-    Verb{"set", set_verb},           Verb{"tag", tag_verb},
-    Verb{"generate", generate_verb}, Verb{"install-templates", install_templates_verb},
-    Verb{"units", units_verb},       Verb{"changeover", changeover_verb},
-    Verb{"location", location_verb}, Verb{"prune-log", prune_log_verb},
+    Verb{"boxes", boxes_verb},
+    Verb{"status", status_verb},
+    Verb{"notices", notices_verb},
+    Verb{"panel", panel_verb},
+    Verb{"extremes", extremes_verb},
+    Verb{"summary", summary_verb},
+    Verb{"graph", graph_verb},
+    Verb{"tag", tag_verb},
+    Verb{"get", get_verb},
+    Verb{"set", set_verb},
+    Verb{"generate", generate_verb},
+    Verb{"install-templates", install_templates_verb},
+    Verb{"units", units_verb},
+    Verb{"changeover", changeover_verb},
+    Verb{"location", location_verb},
+    Verb{"prune-log", prune_log_verb},
     Verb{"stop", stop_verb},
 };
 // clang-format on
