@@ -18,9 +18,9 @@ class SetupDialogs {
 public:
     /// Where accepted values go.
     struct Actions {
-        std::function<void(const AlarmsDialog&)> accept_alarms;
-        std::function<void(const LocationDialog&)> accept_location;
-        UnitsWindow::Actions units;
+        std::function<void(const AlarmsDialog&)> accept_alarms{};
+        std::function<void(const LocationDialog&)> accept_location{};
+        UnitsWindow::Actions units{};
     };
 
     /// `state` must outlive this object; `parent` is the main window, which owns the windows.

@@ -17,12 +17,12 @@ class UnitsWindow : public SetupDialog {
 
 public:
     struct Actions {
-        std::function<void()> opened;  ///< to warn of what a change affects
-        std::function<void()> closed;
-        std::function<void(const UnitsDialog&)> accepted;                   ///< "Done"
-        std::function<void(UnitsDialog&, bool first_day)> choose_rollover;  ///< may leave the dialog unchanged
-        std::function<void(bool midnight)> choose_changeover;
-        std::function<void(bool one_hour)> set_one_hour;
+        std::function<void()> opened{};  ///< to warn of what a change affects
+        std::function<void()> closed{};
+        std::function<void(const UnitsDialog&)> accepted{};                   ///< "Done"
+        std::function<void(UnitsDialog&, bool first_day)> choose_rollover{};  ///< may leave the dialog unchanged
+        std::function<void(bool midnight)> choose_changeover{};
+        std::function<void(bool one_hour)> set_one_hour{};
     };
 
     /// `state` must outlive the window.
