@@ -124,7 +124,7 @@ TEST(Program, LeavesAtTheSessionsEndAsByTheWindowsClose) {
     const QTemporaryDir folder;
     const PseudoTerminal station;
     Onlooker onlooker;
-    onlooker.when([] { return visible_window<windows::Splash>() != nullptr; },
+    onlooker.when([&] { return contents(folder, "nbyprog.log").find("Program started") != std::string::npos; },
                   [] {
                       // Only a session manager can make its own object; nobody looks into this one.
                       alignas(QSessionManager) static std::byte room[sizeof(QSessionManager)];

@@ -2,6 +2,7 @@
 
 #include "engine/core/copy.h"
 #include "engine/core/run_time_error.h"
+#include "engine/graphs/graph_scales.h"
 #include "engine/station/group_layout.h"
 #include "engine/station/train_groups.h"
 #include "engine/station/train_writer.h"
@@ -32,7 +33,10 @@ struct BareCopy {
     Timers timers;
     Copy copy{state, ports, ini, log, timers};
 
-    BareCopy() { reset_main_panel(state); }
+    BareCopy() {
+        reset_main_panel(state);
+        setgraphscales(state);
+    }
 
     /// A train with these bytes comes in.
     void frame(const Bytes& bytes) {

@@ -188,8 +188,8 @@ TEST(DataLog, AMissingLocalFolderCostsTheTwinsLineOnly) {
     world.run_for(61s);
     EXPECT_EQ(world.files.contents("nimbry.dat"), metric_head + "5,Oct,14:00" + usual_line + "\r\n");
     EXPECT_TRUE(logged(world, "05 Oct 2026 14:00:00 Error 53 encountered in writelog."));
-    ASSERT_EQ(world.notices.balloons.size(), 1U);
-    EXPECT_EQ(world.notices.balloons[0].what.text, "Error 53 encountered in writelog.");
+    ASSERT_FALSE(world.notices.balloons.empty());
+    EXPECT_EQ(world.notices.balloons.back().what.text, "Error 53 encountered in writelog.");
     world.files.add_folder("/away");
     world.run_for(60s);
     EXPECT_EQ(world.files.contents("/away/nimbry.dat"), metric_head + "5,Oct,14:00" + usual_line + "\r\n");
