@@ -41,8 +41,7 @@ QPointF place(const GraphLayout& layout, TwipPoint at) {
 
 void draw_line(QPainter& painter, const GraphLayout& layout, const GraphLine& line) {
     QPolygonF points;
-    points.reserve(static_cast<qsizetype>(line.points.size()));
-    for (const TwipPoint at : line.points) points.append(place(layout, at));
+    for (const PixelPoint& at : layout.path(line.points)) points.append({at.x, at.y});
     // A straight stroke lies on whole pixels; only a series is smoothed.
     const bool series = line.points.size() > 2;
     painter.setRenderHint(QPainter::Antialiasing, series);
@@ -54,7 +53,7 @@ void draw_dots(QPainter& painter, const GraphLayout& layout, const GraphDots& do
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(exact_colour(look_of(dots.pen).colour));
-    for (const TwipPoint at : dots.points) painter.drawEllipse(place(layout, at), radius, radius);
+    for (const PixelPoint& at : layout.spots(dots.points)) painter.drawEllipse(QPointF(at.x, at.y), radius, radius);
 }
 
 void draw_labels(QPainter& painter, const GraphLayout& layout, const QFont& font) {

@@ -64,6 +64,33 @@ GraphLayout::GraphLayout(const GraphDrawing& drawing, double width, double heigh
     place(drawing, GraphLabel::Side::below, letters);
 }
 
+std::vector<PixelPoint> GraphLayout::path(const std::vector<TwipPoint>& points) const {
+    std::vector<PixelPoint> kept;
+    kept.reserve(points.size());
+    for (std::size_t n = 0; n < points.size();) {
+        const double column = std::floor(pixel(points[n]).x);
+        std::size_t highest = n, lowest = n;
+        for (; n < points.size() && std::floor(pixel(points[n]).x) == column; ++n) {
+            if (points[n].y < points[highest].y) highest = n;
+            if (points[n].y > points[lowest].y) lowest = n;
+        }
+        kept.push_back(pixel(points[std::min(highest, lowest)]));
+        if (highest != lowest) kept.push_back(pixel(points[std::max(highest, lowest)]));
+    }
+    return kept;
+}
+
+std::vector<PixelPoint> GraphLayout::spots(const std::vector<TwipPoint>& points) const {
+    constexpr double same = 0.5;
+    std::vector<PixelPoint> kept;
+    for (const TwipPoint at : points) {
+        const PixelPoint spot = pixel(at);
+        if (kept.empty() || std::abs(spot.x - kept.back().x) > same || std::abs(spot.y - kept.back().y) > same)
+            kept.push_back(spot);
+    }
+    return kept;
+}
+
 void GraphLayout::place(const GraphDrawing& drawing, GraphLabel::Side side, const LetterSize& letters) {
     std::vector<PlacedLabel> all;
     for (const GraphLabel& label : drawing.labels) {

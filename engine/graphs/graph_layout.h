@@ -15,6 +15,12 @@ struct LetterSize {
     double height = 0;                              ///< of a line
 };
 
+/// A place on a pane.
+struct PixelPoint {
+    double x = 0, y = 0;
+    bool operator==(const PixelPoint&) const = default;
+};
+
 /// Where a label of an axis is written, in pixels.
 struct PlacedLabel {
     double left = 0, middle = 0;  ///< left end, and the height of the line's middle
@@ -33,9 +39,18 @@ public:
     /// The other way: where in the drawing a pixel lies.
     [[nodiscard]] double twips_of(double pixel) const { return plot_.left + (pixel - left_) / scale_x_; }
 
+    /// A line in pixels. Of the points in one column of pixels only the highest and the lowest are there, in their
+    /// order: the others would be painted over, and a day has more minutes than most panes have columns.
+    [[nodiscard]] std::vector<PixelPoint> path(const std::vector<TwipPoint>& points) const;
+    /// Points in pixels, without those that lie on the one before, within half a pixel.
+    [[nodiscard]] std::vector<PixelPoint> spots(const std::vector<TwipPoint>& points) const;
+
     [[nodiscard]] const std::vector<PlacedLabel>& labels() const { return labels_; }
 
 private:
+    [[nodiscard]] PixelPoint pixel(TwipPoint at) const {
+        return {x(static_cast<double>(at.x)), y(static_cast<double>(at.y))};
+    }
     void place(const GraphDrawing& drawing, GraphLabel::Side side, const LetterSize& letters);
 
     TwipBox plot_;

@@ -108,7 +108,7 @@ private:
     void add_line(const GraphLine& line) {
         text_ += "<polyline" + attribute("fill", "none") + attribute("stroke", colour_text(look_of(line.pen).colour)) +
                  attribute("stroke-width", number(pen_width(line.pen))) + dash_attribute(line.pen) + " points=\"";
-        for (const TwipPoint at : line.points) text_ += place(at) + " ";
+        for (const PixelPoint at : layout_.path(line.points)) text_ += place(at) + " ";
         text_.back() = '"';
         text_ += "/>\n";
     }
@@ -118,13 +118,11 @@ private:
         // some programs would leave it out.)
         text_ += "<path" + attribute("fill", "none") + attribute("stroke", colour_text(look_of(dots.pen).colour)) +
                  attribute("stroke-width", number(2 * dot_radius)) + attribute("stroke-linecap", "round") + " d=\"";
-        for (const TwipPoint at : dots.points) text_ += "M" + place(at) + "h0.01";
+        for (const PixelPoint at : layout_.spots(dots.points)) text_ += "M" + place(at) + "h0.01";
         text_ += "\"/>\n";
     }
 
-    [[nodiscard]] std::string place(TwipPoint at) const {
-        return number(layout_.x(static_cast<double>(at.x))) + "," + number(layout_.y(static_cast<double>(at.y)));
-    }
+    [[nodiscard]] static std::string place(PixelPoint at) { return number(at.x) + "," + number(at.y); }
 
     const GraphDrawing& drawing_;
     PictureSize size_;

@@ -118,5 +118,41 @@ TEST(GraphLayout, finds_the_way_back_from_a_pixel) {
     for (const double twips : {480.0, 3456.0, 6432.0}) EXPECT_NEAR(layout.twips_of(layout.x(twips)), twips, 1e-6);
 }
 
+/// A small pane in which 12.6 twips are a pixel: x 300 is its pixel 6, and y 550 its pixel 54.
+GraphLayout small_pane() {
+    return {day(GraphKind::wind, false), 112, 60, letters(6, 12)};
+}
+
+TEST(GraphLayout, of_a_column_of_pixels_a_line_keeps_the_highest_and_the_lowest_point_in_their_order) {
+    const GraphLayout layout = small_pane();
+    const auto path = layout.path({{300, 550}, {303, 150}, {306, 350}, {309, 400}, {330, 350}, {331, 350}, {360, 150}});
+    ASSERT_EQ(path.size(), 4U);
+    EXPECT_DOUBLE_EQ(path[0].y, 54);
+    EXPECT_DOUBLE_EQ(path[1].y, 6) << "of the first four";
+    EXPECT_DOUBLE_EQ(path[2].y, layout.y(350)) << "two of one height are one";
+    EXPECT_DOUBLE_EQ(path[3].x, layout.x(360));
+    const auto falling = layout.path({{300, 150}, {303, 550}});
+    EXPECT_DOUBLE_EQ(falling[0].y, 6) << "the higher one came first";
+}
+
+TEST(GraphLayout, a_line_of_few_points_keeps_them_all) {
+    const GraphLayout layout = small_pane();
+    const auto path = layout.path({{1560, 550}, {300, 550}});
+    ASSERT_EQ(path.size(), 2U);
+    EXPECT_NEAR(path[0].x, 106, 1e-9);
+    EXPECT_NEAR(path[1].x, 6, 1e-9);
+    EXPECT_TRUE(layout.path({}).empty());
+}
+
+TEST(GraphLayout, a_full_day_in_a_small_pane_is_no_more_than_two_points_a_column) {
+    const GraphLayout layout = small_pane();
+    for (const GraphLine& line : day(GraphKind::wind, false).lines) EXPECT_LE(layout.path(line.points).size(), 202U);
+}
+
+TEST(GraphLayout, dots_that_lie_on_each_other_are_one) {
+    const GraphLayout layout = small_pane();
+    EXPECT_EQ(layout.spots({{300, 550}, {305, 550}, {307, 550}, {307, 540}, {307, 536}}).size(), 3U);
+}
+
 }  // namespace
 }  // namespace nimbry::test

@@ -63,7 +63,7 @@ TEST(GraphSvg, tells_its_series_apart_by_dash_as_well_as_by_colour) {
 TEST(GraphSvg, shows_directions_as_dots) {
     const std::string picture = front(GraphKind::direction);
     EXPECT_EQ(count(picture, "stroke-linecap=\"round\""), 1);
-    EXPECT_EQ(count(picture, "h0.01"), 1440);
+    EXPECT_EQ(count(picture, "h0.01"), 1440) << "one each: they lie more than half a pixel apart";
     EXPECT_THAT(picture, HasSubstr(">ne</text>"));
 }
 
