@@ -30,8 +30,8 @@ struct Switch {
 [[nodiscard]] std::string_view key_of(const Switch& which);
 
 /// Somebody clicked the entry: the click sounds, the check mark flips, the setting follows, and its key is written at
-/// once. A write that fails changes nothing of that. The graphs follow their two switches; what else hangs on a setting is
-/// the caller's.
+/// once. A write that fails changes nothing of that. The graphs follow their two switches; what else hangs on a setting
+/// is the caller's.
 void click_switch(Copy& copy, const Switch& which);
 
 }  // namespace nimbry
