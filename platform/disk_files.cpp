@@ -189,13 +189,17 @@ FileResult DiskFiles::rewrite(const std::string& name, std::string_view bytes) {
     Descriptor file;
     if (const auto result = open_file(path(name), O_WRONLY | O_CREAT, file); result != FileResult::ok) return result;
 
+    struct stat old {};
+    if (::fstat(file.number(), &old) != 0) return result_of(errno);
+
+    // A file that is saved every few minutes mostly keeps its length, and then its room is there already.
     const auto length = static_cast<off_t>(bytes.size());
-    if (length > 0 && ::fallocate(file.number(), FALLOC_FL_KEEP_SIZE, 0, length) != 0) {
+    if (length > old.st_size && ::fallocate(file.number(), FALLOC_FL_KEEP_SIZE, 0, length) != 0) {
         const FileResult room = result_of(errno);
         if (room == FileResult::disk_full) return room;
     }
     if (const auto result = write_all(file, bytes); result != FileResult::ok) return result;
-    if (::ftruncate(file.number(), length) != 0) return result_of(errno);
+    if (old.st_size > length && ::ftruncate(file.number(), length) != 0) return result_of(errno);
     return result_of(file.close());
 }
 
