@@ -13,6 +13,14 @@
 #include "windows/world_map.h"
 
 namespace nimbry::windows {
+namespace {
+
+/// The label behind a box that says what is counted in it.
+QString mark_of(const QString& box) {
+    return QStringLiteral("lbl") + box;
+}
+
+}  // namespace
 
 LocationWindow::LocationWindow(const WeatherState& state, std::function<void(const LocationDialog&)> accepted,
                                QWidget* parent)
@@ -62,12 +70,17 @@ void LocationWindow::add_coordinate(QGridLayout& grid, const char* caption, std:
     auto* label = new QLabel(QString::fromLatin1(caption));
     grid.addWidget(label, row, 0);
     int column = 1;
+    const char* const marks[] = {"\u00B0", "\u2032", "\u2033"};  // degrees, minutes, seconds
+    const char* const* mark = marks;
     for (const char* name : boxes) {
         auto* box = new QLineEdit;
         box->setObjectName(QString::fromLatin1(name));
         box->setMinimumWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("151.214900 ")));
         if (column == 1) label->setBuddy(box);
         grid.addWidget(box, row, column++);
+        auto* unit = new QLabel(QString::fromUtf8(*mark++));
+        unit->setObjectName(mark_of(box->objectName()));
+        grid.addWidget(unit, row, column++);
     }
     auto* check = new QCheckBox(QString::fromLatin1(hemisphere));
     check->setObjectName(QString::fromLatin1(hemisphere_box));
@@ -108,7 +121,9 @@ void LocationWindow::show_way_of_input() {
         box->setPlaceholderText(QStringLiteral("0"));
         box->setToolTip(hint);
         box->setAccessibleName(hint);
-        box->setVisible(values_.Check3 ? name == "Text7" || name == "Text8" : true);
+        const bool used = !values_.Check3 || name == "Text7" || name == "Text8";
+        box->setVisible(used);
+        findChild<QLabel*>(mark_of(box->objectName()))->setVisible(used);
     }
 }
 

@@ -47,6 +47,8 @@ TEST_F(LocationDialogWindow, OpensWithThePlaceInForceAndMarksIt) {
     EXPECT_TRUE(check("Check1")->isChecked());
     EXPECT_TRUE(check("Check2")->isChecked());
     EXPECT_FALSE(box("Text3")->isVisible()) << "decimal degrees have no minutes";
+    EXPECT_FALSE(window.findChild<QLabel*>(QStringLiteral("lblText3"))->isVisible());
+    EXPECT_EQ(window.findChild<QLabel*>(QStringLiteral("lblText7"))->text(), QString(QChar(0xB0)));
     ASSERT_TRUE(marked());
     EXPECT_EQ(marked()->latitude, -33.8571);
     EXPECT_EQ(marked()->longitude, 151.2149);
