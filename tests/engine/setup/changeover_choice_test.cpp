@@ -150,7 +150,7 @@ TEST(OneHourWarning, IsWordedAsEver) {
               "to follow when altering this setting in conjunction with changes to daylight saving.");
 }
 
-TEST_F(ChangeoverChoice, a_file_of_yesterday_that_cannot_be_deleted_is_told_in_the_program_log) {
+TEST_F(ChangeoverChoice, a_disk_that_takes_nothing_does_not_keep_the_day_from_moving) {
     world.files.refuse_changes(FileResult::permission);
     world.act([&] { change_changeover(world.copy(), true); });
     world.run_for(seconds{1});
