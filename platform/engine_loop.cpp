@@ -6,7 +6,7 @@
 
 namespace nimbry::platform {
 
-EngineLoop::EngineLoop(Engine& engine, LoopPauses& pauses, const Clock& clock, QtSerialLine& line)
+EngineLoop::EngineLoop(Engine& engine, LoopPauses& pauses, const Clock& clock, const Inlets& inlets)
     : engine_(engine),
       pauses_(pauses),
       clock_(clock),
@@ -15,8 +15,8 @@ EngineLoop::EngineLoop(Engine& engine, LoopPauses& pauses, const Clock& clock, Q
     wake_.setSingleShot(true);
     wake_.setTimerType(Qt::PreciseTimer);
     connect(&wake_, &QTimer::timeout, this, [this] { pauses_.start([this] { engine_.wake(); }); });
-    line.on_readable([this] { pauses_.start([this] { engine_.line_readable(); }); });
-    line.on_fault([this](LineFault fault) { pauses_.start([this, fault] { engine_.line_fault(fault); }); });
+    inlets.line.on_readable([this] { pauses_.start([this] { engine_.line_readable(); }); });
+    inlets.line.on_fault([this](LineFault fault) { pauses_.start([this, fault] { engine_.line_fault(fault); }); });
     pauses_.on_settled([this] { look_ahead(); });
 }
 

@@ -8,11 +8,20 @@
 #include "engine/core/engine.h"
 #include "platform/exit_signals.h"
 #include "platform/loop_pauses.h"
+#include "platform/qt_datagrams.h"
 #include "platform/qt_serial_line.h"
+#include "platform/qt_streams.h"
 
 namespace nimbry::platform {
 
-/// Keeps an Engine running on the Qt event loop: hands it the events of the line, of its timers and of the signals,
+/// The ports by which something reaches a copy from outside.
+struct Inlets {
+    QtSerialLine& line;
+    QtDatagrams& datasock;
+    QtStreams& streams;
+};
+
+/// Keeps an Engine running on the Qt event loop: hands it the events of its inlets, of its timers and of the signals,
 /// each in a conversation of its own, and leaves the event loop when the engine has gone.
 ///
 /// Whoever else has an event for the engine (a click, a request) starts a conversation on the same LoopPauses; this
@@ -20,7 +29,7 @@ namespace nimbry::platform {
 class EngineLoop : public QObject {
 public:
     /// All of these must outlive this object.
-    EngineLoop(Engine& engine, LoopPauses& pauses, const Clock& clock, QtSerialLine& line);
+    EngineLoop(Engine& engine, LoopPauses& pauses, const Clock& clock, const Inlets& inlets);
 
     /// Starts the engine and runs the application's event loop until the engine has gone. Returns its exit status.
     int run(const Engine::StartOptions& options);

@@ -1,6 +1,7 @@
 #include "platform/qt_datagrams.h"
 
 #include <QHostAddress>
+#include <QNetworkDatagram>
 #include <QNetworkProxy>
 #include <cerrno>
 #include <system_error>
@@ -9,11 +10,23 @@ namespace nimbry::platform {
 
 QtDatagrams::QtDatagrams() {
     socket_.setProxy(QNetworkProxy::NoProxy);  // looking for one would start a helper thread
+    connect(
+        &socket_, &QUdpSocket::readyRead, this,
+        [this] {
+            if (readable_) readable_();
+        },
+        Qt::QueuedConnection);
 }
 
-bool QtDatagrams::bind(std::uint16_t local_port) {
+bool QtDatagrams::bind(std::uint16_t local_port, const std::string& address, PortUse use) {
     close();
-    return socket_.bind(QHostAddress(QHostAddress::AnyIPv4), local_port, QAbstractSocket::DontShareAddress);
+    const QHostAddress local =
+        address.empty() ? QHostAddress(QHostAddress::AnyIPv4) : QHostAddress(QString::fromStdString(address));
+    if (local.protocol() != QAbstractSocket::IPv4Protocol) return false;
+    const QAbstractSocket::BindMode mode = use == PortUse::shared
+                                               ? QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint
+                                               : QAbstractSocket::BindMode(QAbstractSocket::DontShareAddress);
+    return socket_.bind(local, local_port, mode);
 }
 
 void QtDatagrams::close() {
@@ -22,6 +35,14 @@ void QtDatagrams::close() {
 
 bool QtDatagrams::is_open() const {
     return socket_.state() != QAbstractSocket::UnconnectedState;
+}
+
+std::optional<Datagram> QtDatagrams::receive() {
+    if (!is_open()) return std::nullopt;
+    const QNetworkDatagram datagram = socket_.receiveDatagram();
+    if (!datagram.isValid()) return std::nullopt;
+    const QByteArray bytes = datagram.data();
+    return Datagram{Bytes(bytes.begin(), bytes.end()), datagram.senderAddress().toString().toStdString()};
 }
 
 std::optional<SendFault> QtDatagrams::send(const std::string& host, std::uint16_t remote_port, const Bytes& bytes) {

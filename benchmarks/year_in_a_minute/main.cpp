@@ -23,6 +23,7 @@
 #include "platform/disk_files.h"
 #include "tests/world/recording_ports.h"
 #include "tests/world/scripted_line.h"
+#include "tests/world/scripted_streams.h"
 #include "tests/world/virtual_clock.h"
 #include "tests/world/virtual_pauses.h"
 
@@ -97,10 +98,11 @@ struct Year {
     platform::DiskFiles files;
     ScriptedLine line{clock};
     RecordingDatagrams datasock;
+    ScriptedStreams streams{clock, pauses};
     RecordingNotices notices{clock, pauses};
     RecordingSounds sounds;
     RecordingDesktop desktop;
-    Engine engine{Ports{clock, pauses, files, line, datasock, notices, sounds, desktop}};
+    Engine engine{Ports{clock, pauses, files, line, datasock, streams, notices, sounds, desktop}};
 };
 
 std::size_t lines_of(const std::filesystem::path& file) {

@@ -7,6 +7,7 @@
 #include "engine/ports/notices.h"
 #include "engine/ports/pauses.h"
 #include "engine/ports/serial_line.h"
+#include "engine/ports/streams.h"
 
 namespace nimbry {
 
@@ -18,6 +19,7 @@ struct Ports {
     Files& files;
     SerialLine& line;
     Datagrams& datasock;
+    Streams& streams;
     Notices& notices;
     Sounds& sounds;
     Desktop& desktop;

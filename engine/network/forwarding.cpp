@@ -10,8 +10,11 @@ namespace {
 constexpr int address_in_use = 10048;
 
 /// Sends to all of them and returns the first failure.
-std::optional<SendFault> send_to_all(Datagrams& socket, const std::vector<std::string>& clients, const Bytes& frame) {
-    if (!clients.empty() && !socket.is_open() && !socket.bind(server_udp_port))
+std::optional<SendFault> send_to_all(Copy& copy, const Bytes& frame) {
+    const std::vector<std::string>& clients = copy.state.settings.iplist;
+    Datagrams& socket = copy.ports.datasock;
+    if (!clients.empty() && !socket.is_open() &&
+        !socket.bind(server_udp_port, copy.state.network.LocalIP, PortUse::exclusive))
         return SendFault{address_in_use, "Address in use"};
     std::optional<SendFault> first;
     for (const std::string& client : clients) {
@@ -34,7 +37,7 @@ void report(Notices& notices, const SendFault& fault) {
 void forwardgroup(Copy& copy, const Bytes& frame) {
     const MainSettings& settings = copy.state.settings;
     if (!settings.bcastnet || settings.fromnet || copy.state.run.ProgramClosing) return;
-    if (const auto fault = send_to_all(copy.ports.datasock, settings.iplist, frame)) report(copy.ports.notices, *fault);
+    if (const auto fault = send_to_all(copy, frame)) report(copy.ports.notices, *fault);
 }
 
 }  // namespace nimbry

@@ -24,6 +24,7 @@
 #include "platform/loop_pauses.h"
 #include "platform/qt_datagrams.h"
 #include "platform/qt_serial_line.h"
+#include "platform/qt_streams.h"
 #include "platform/stderr_notices.h"
 #include "platform/system_clock.h"
 #include "platform/system_desktop.h"
@@ -48,8 +49,8 @@ public:
           files_(folder),
           notices_(pauses_),
           sounds_(files_),
-          engine_(Ports{clock_, pauses_, files_, line_, datasock_, notices_, sounds_, desktop_}),
-          loop_(engine_, pauses_, clock_, line_) {
+          engine_(Ports{clock_, pauses_, files_, line_, datasock_, streams_, notices_, sounds_, desktop_}),
+          loop_(engine_, pauses_, clock_, {line_, datasock_, streams_}) {
         // The session ends once this returns, so nothing is put off to the event loop that need not wait.
         QObject::connect(qGuiApp, &QGuiApplication::commitDataRequest, &loop_,
                          [this] { pauses_.start([this] { engine_.window_close(); }); });
@@ -238,6 +239,7 @@ private:
     DiskFiles files_;
     QtSerialLine line_;
     QtDatagrams datasock_;
+    QtStreams streams_;
     WindowNotices notices_;
     CanberraSounds sounds_;
     SystemDesktop desktop_;

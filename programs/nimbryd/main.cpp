@@ -20,6 +20,7 @@
 #include "platform/program_folder.h"
 #include "platform/qt_datagrams.h"
 #include "platform/qt_serial_line.h"
+#include "platform/qt_streams.h"
 #include "platform/stderr_notices.h"
 #include "platform/system_clock.h"
 #include "platform/system_desktop.h"
@@ -51,10 +52,11 @@ int run_copy(const std::string& folder, const std::string& device, bool has_lock
     DiskFiles files(folder);
     QtSerialLine line;
     QtDatagrams datasock;
+    QtStreams streams;
     StderrNotices notices;
     SilentSounds sounds;
     SystemDesktop desktop;
-    Engine engine(Ports{clock, pauses, files, line, datasock, notices, sounds, desktop});
+    Engine engine(Ports{clock, pauses, files, line, datasock, streams, notices, sounds, desktop});
     std::optional<ControlServer> control;
     if (has_lock) {
         control.emplace(folder, pauses, [&engine](const std::vector<std::string>& arguments, Asker& asker) {
@@ -64,7 +66,7 @@ int run_copy(const std::string& folder, const std::string& device, bool has_lock
             write_line_to_stderr("Nimbry: nimbryctl cannot reach this copy: " + control->error());
         }
     }
-    EngineLoop loop(engine, pauses, clock, line);
+    EngineLoop loop(engine, pauses, clock, {line, datasock, streams});
 
     Engine::StartOptions options;
     options.device = device;

@@ -6,6 +6,7 @@
 
 #include "engine/station/train_writer.h"
 #include "platform/qt_datagrams.h"
+#include "platform/qt_streams.h"
 #include "platform/stderr_notices.h"
 #include "platform/system_clock.h"
 #include "platform/system_desktop.h"
@@ -43,11 +44,12 @@ protected:
     test::MemoryFiles files{clock};
     QtSerialLine line;
     QtDatagrams datasock;
+    QtStreams streams;
     StderrNotices notices;
     SilentSounds sounds;
     SystemDesktop desktop;
-    Engine engine{Ports{clock, pauses, files, line, datasock, notices, sounds, desktop}};
-    EngineLoop loop{engine, pauses, clock, line};
+    Engine engine{Ports{clock, pauses, files, line, datasock, streams, notices, sounds, desktop}};
+    EngineLoop loop{engine, pauses, clock, {line, datasock, streams}};
 };
 
 TEST_F(EngineLoopTest, TheBytesOfTheLineReachTheEngineAndSettleByItsTimers) {

@@ -51,7 +51,7 @@ protected:
 
 TEST_F(QtDatagramsTest, SendsFromTheBoundPort) {
     const std::uint16_t port = free_port();
-    ASSERT_TRUE(datagrams.bind(port));
+    ASSERT_TRUE(datagrams.bind(port, "", PortUse::exclusive));
     EXPECT_TRUE(datagrams.is_open());
     EXPECT_EQ(datagrams.send("127.0.0.1", listen(), {0xCF, 0x00, 0xFF}), std::nullopt);
     EXPECT_EQ(heard(), QByteArray("\xCF\x00\xFF", 3));
@@ -59,7 +59,7 @@ TEST_F(QtDatagramsTest, SendsFromTheBoundPort) {
 }
 
 TEST_F(QtDatagramsTest, SendsToABroadcastAddress) {
-    ASSERT_TRUE(datagrams.bind(free_port()));
+    ASSERT_TRUE(datagrams.bind(free_port(), "", PortUse::exclusive));
     EXPECT_EQ(datagrams.send("127.255.255.255", listen(), {1, 2, 3}), std::nullopt);
     EXPECT_EQ(heard(), QByteArray("\x01\x02\x03"));
 }
@@ -90,7 +90,7 @@ Broadcast broadcast_in_a_network_of_its_own() {
     if (::bind(client.number(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) return result;
 
     QtDatagrams datagrams;
-    if (!datagrams.bind(60137)) return result;
+    if (!datagrams.bind(60137, "", PortUse::exclusive)) return result;
     result.fault = datagrams.send("255.255.255.255", 60135, {0xCF, 0x01, 0x02});
     char bytes[8];
     const ssize_t count = ::recv(client.number(), bytes, sizeof bytes, 0);
@@ -107,26 +107,26 @@ TEST_F(QtDatagramsTest, SendsToEverybodyInTheNetwork) {
 }
 
 TEST_F(QtDatagramsTest, APortThatIsTakenCannotBeBound) {
-    EXPECT_FALSE(datagrams.bind(listen()));
+    EXPECT_FALSE(datagrams.bind(listen(), "", PortUse::exclusive));
     EXPECT_FALSE(datagrams.is_open());
 }
 
 TEST_F(QtDatagramsTest, BindingAnOpenSocketClosesItFirst) {
     const std::uint16_t port = free_port();
-    ASSERT_TRUE(datagrams.bind(port));
-    EXPECT_TRUE(datagrams.bind(port));
+    ASSERT_TRUE(datagrams.bind(port, "", PortUse::exclusive));
+    EXPECT_TRUE(datagrams.bind(port, "", PortUse::exclusive));
 }
 
 TEST_F(QtDatagramsTest, AClosedSocketLetsItsPortGo) {
     const std::uint16_t port = free_port();
-    ASSERT_TRUE(datagrams.bind(port));
+    ASSERT_TRUE(datagrams.bind(port, "", PortUse::exclusive));
     datagrams.close();
     EXPECT_FALSE(datagrams.is_open());
     EXPECT_TRUE(peer.bind(QHostAddress::AnyIPv4, port, QAbstractSocket::DontShareAddress));
 }
 
 TEST_F(QtDatagramsTest, AFailureTellsTheSystemsNumberAndItsWords) {
-    ASSERT_TRUE(datagrams.bind(free_port()));
+    ASSERT_TRUE(datagrams.bind(free_port(), "", PortUse::exclusive));
     const auto fault = datagrams.send("127.0.0.1", listen(), Bytes(70'000));
     ASSERT_TRUE(fault.has_value());
     EXPECT_EQ(fault->number, EMSGSIZE);
@@ -134,13 +134,72 @@ TEST_F(QtDatagramsTest, AFailureTellsTheSystemsNumberAndItsWords) {
 }
 
 TEST_F(QtDatagramsTest, ATextThatIsNoAddressIsAFailure) {
-    ASSERT_TRUE(datagrams.bind(free_port()));
+    ASSERT_TRUE(datagrams.bind(free_port(), "", PortUse::exclusive));
     for (const char* host : {"", "somewhere", "::1"}) {
         SCOPED_TRACE(host);
         const auto fault = datagrams.send(host, 60135, {1});
         ASSERT_TRUE(fault.has_value());
         EXPECT_EQ(fault->number, EINVAL);
     }
+}
+
+TEST_F(QtDatagramsTest, HearsWhatArrivesWithItsSenderInTheOrderOfArrival) {
+    int calls = 0;
+    datagrams.on_readable([&] { ++calls; });
+    const std::uint16_t port = free_port();
+    ASSERT_TRUE(datagrams.bind(port, "127.0.0.1", PortUse::exclusive));
+    EXPECT_EQ(datagrams.receive(), std::nullopt);
+    ASSERT_TRUE(peer.bind(QHostAddress("127.0.0.3"), 0));
+    peer.writeDatagram(QByteArray("\xCF\x00\x02", 3), QHostAddress("127.0.0.1"), port);
+    peer.writeDatagram(QByteArray(), QHostAddress("127.0.0.1"), port);
+    ASSERT_TRUE(run_events_until([&] { return calls > 0; }));
+    const auto first = datagrams.receive();
+    ASSERT_TRUE(first.has_value());
+    EXPECT_EQ(first->bytes, (Bytes{0xCF, 0x00, 0x02}));
+    EXPECT_EQ(first->sender, "127.0.0.3");
+    const auto second = datagrams.receive();
+    ASSERT_TRUE(second.has_value()) << "an empty one is one too";
+    EXPECT_TRUE(second->bytes.empty());
+    EXPECT_EQ(datagrams.receive(), std::nullopt);
+}
+
+TEST_F(QtDatagramsTest, IsToldAgainAfterItHasReceived) {
+    int calls = 0;
+    datagrams.on_readable([&] { ++calls; });
+    const std::uint16_t port = free_port();
+    ASSERT_TRUE(datagrams.bind(port, "", PortUse::shared));
+    for (int round = 1; round <= 3; ++round) {
+        peer.writeDatagram(QByteArray("x"), QHostAddress::LocalHost, port);
+        ASSERT_TRUE(run_events_until([&] { return calls == round; }));
+        while (datagrams.receive()) {
+        }
+    }
+}
+
+TEST_F(QtDatagramsTest, TwoThatShareAPortBothHearABroadcast) {
+    const std::uint16_t port = free_port();
+    QtDatagrams other;
+    ASSERT_TRUE(datagrams.bind(port, "", PortUse::shared));
+    ASSERT_TRUE(other.bind(port, "", PortUse::shared));
+    peer.writeDatagram(QByteArray("to all"), QHostAddress("127.255.255.255"), port);
+    EXPECT_TRUE(run_events_until([&] { return datagrams.receive().has_value(); }));
+    EXPECT_TRUE(run_events_until([&] { return other.receive().has_value(); }));
+}
+
+TEST_F(QtDatagramsTest, BindingAgainThrowsAwayWhatHadQueuedUp) {
+    const std::uint16_t port = free_port();
+    ASSERT_TRUE(datagrams.bind(port, "", PortUse::shared));
+    peer.writeDatagram(QByteArray("old"), QHostAddress::LocalHost, port);
+    ASSERT_TRUE(datagrams.bind(port, "", PortUse::shared));
+    run_pending_events();
+    EXPECT_EQ(datagrams.receive(), std::nullopt);
+}
+
+TEST_F(QtDatagramsTest, OnlyAnAddressOfThisMachineCanBeBound) {
+    const std::uint16_t port = free_port();
+    EXPECT_TRUE(datagrams.bind(port, "127.0.0.7", PortUse::shared));
+    EXPECT_FALSE(datagrams.bind(port, "192.0.2.77", PortUse::shared));
+    EXPECT_FALSE(datagrams.bind(port, "anything", PortUse::shared));
 }
 
 }  // namespace

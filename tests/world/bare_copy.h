@@ -9,6 +9,7 @@
 #include "tests/world/memory_files.h"
 #include "tests/world/recording_ports.h"
 #include "tests/world/scripted_line.h"
+#include "tests/world/scripted_streams.h"
 #include "tests/world/virtual_clock.h"
 #include "tests/world/virtual_pauses.h"
 
@@ -22,10 +23,11 @@ struct BareCopy {
     MemoryFiles files{clock};
     ScriptedLine line{clock};
     RecordingDatagrams datasock;
+    ScriptedStreams streams{clock, pauses};
     RecordingNotices notices{clock, pauses};
     RecordingSounds sounds;
     RecordingDesktop desktop;
-    Ports ports{clock, pauses, files, line, datasock, notices, sounds, desktop};
+    Ports ports{clock, pauses, files, line, datasock, streams, notices, sounds, desktop};
 
     WeatherState state;
     clsIniFile ini{files, "Nimbry.ini"};

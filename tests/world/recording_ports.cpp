@@ -4,15 +4,32 @@
 
 namespace nimbry::test {
 
-bool RecordingDatagrams::bind(std::uint16_t local_port) {
+bool RecordingDatagrams::bind(std::uint16_t local_port, const std::string& address, PortUse use) {
     close();
+    bound_address = address;
+    bound_use = use;
     binds.push_back(local_port);
     if (journal_ != nullptr) journal_->note("bind " + std::to_string(local_port) + (bindable ? "" : " failed"));
     if (bindable) port_ = local_port;
     return bindable;
 }
 
+bool RecordingDatagrams::arrive(const Bytes& bytes, const std::string& sender) {
+    constexpr std::size_t queue = 256;  // of small datagrams, as a kernel holds them
+    if (!is_open() || held_.size() >= queue) return false;
+    held_.push_back({bytes, sender});
+    return true;
+}
+
+std::optional<Datagram> RecordingDatagrams::receive() {
+    if (held_.empty()) return std::nullopt;
+    Datagram first = std::move(held_.front());
+    held_.pop_front();
+    return first;
+}
+
 void RecordingDatagrams::close() {
+    held_.clear();
     if (!is_open()) return;
     port_.reset();
     if (journal_ != nullptr) journal_->note("socket close");

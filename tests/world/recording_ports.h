@@ -14,14 +14,16 @@
 
 namespace nimbry::test {
 
-/// A UDP socket that remembers what was sent. Every bind and send succeeds unless the test says otherwise.
+/// A UDP socket that remembers what was sent, and holds what arrives. Every bind and send succeeds unless the test says
+/// otherwise.
 class RecordingDatagrams : public Datagrams {
 public:
     explicit RecordingDatagrams(Journal* journal = nullptr) : journal_(journal) {}
 
-    bool bind(std::uint16_t local_port) override;
+    bool bind(std::uint16_t local_port, const std::string& address, PortUse use) override;
     void close() override;
     [[nodiscard]] bool is_open() const override { return port_.has_value(); }
+    std::optional<Datagram> receive() override;
     std::optional<SendFault> send(const std::string& host, std::uint16_t remote_port, const Bytes& bytes) override;
 
     struct Sent {
@@ -33,6 +35,13 @@ public:
     std::vector<Sent> sent;
     /// Every port that was asked for, in order.
     std::vector<std::uint16_t> binds;
+    /// What the last bind asked for beside the port.
+    std::string bound_address;
+    PortUse bound_use = PortUse::exclusive;
+    /// A datagram arrives. False when nobody is bound to hear it, or when the queue is full.
+    bool arrive(const Bytes& bytes, const std::string& sender);
+    /// What has arrived and was not received.
+    [[nodiscard]] std::size_t waiting() const { return held_.size(); }
     /// False: the next binds fail.
     bool bindable = true;
     /// What a send to this host ends with.
@@ -47,6 +56,7 @@ public:
 private:
     Journal* journal_;
     std::optional<std::uint16_t> port_;
+    std::deque<Datagram> held_;
 };
 
 /// What the person at the screen was told and asked, with scripted answers. A box that no answer was scripted for is

@@ -13,10 +13,11 @@ World::World(CivilTime computer_time)
       files(clock, &journal),
       line(clock, &journal),
       datasock(&journal),
+      streams(clock, pauses, &journal),
       notices(clock, pauses, &journal),
       sounds(&journal),
       desktop(&journal),
-      engine(Ports{clock, pauses, files, line, datasock, notices, sounds, desktop}) {
+      engine(Ports{clock, pauses, files, line, datasock, streams, notices, sounds, desktop}) {
     pauses.set_wake_source([this] { return engine.wake_at(); }, [this] { engine.wake(); });
 }
 

@@ -11,6 +11,7 @@
 #include "tests/world/memory_files.h"
 #include "tests/world/recording_ports.h"
 #include "tests/world/scripted_line.h"
+#include "tests/world/scripted_streams.h"
 #include "tests/world/virtual_clock.h"
 #include "tests/world/virtual_pauses.h"
 
@@ -39,6 +40,7 @@ public:
     MemoryFiles files;
     ScriptedLine line;
     RecordingDatagrams datasock;
+    ScriptedStreams streams;
     RecordingNotices notices;
     RecordingSounds sounds;
     RecordingDesktop desktop;

@@ -145,7 +145,7 @@ TEST(StartUp, WhatTheSystemStillHoldsAtTheEndOfTheSplashIsThrownAwayToo) {
 
 TEST(StartUp, ClosesASocketThatIsOpenBeforeAnythingElseIsAsked) {
     World world;
-    world.datasock.bind(60137);
+    world.datasock.bind(60137, "", PortUse::exclusive);
     world.begin_start(with_window);  // stands in the first-run window now
     EXPECT_FALSE(world.datasock.is_open());
 }

@@ -38,7 +38,7 @@ TEST(RecordingNotices, ScriptedAnswersComeInOrderAndMayTakeTheirTime) {
 TEST(RecordingDatagrams, RemembersWhatWasSentAndRefusesWhereItIsTold) {
     RecordingDatagrams socket;
     EXPECT_TRUE(socket.send("10.0.0.1", 60135, {1}).has_value()) << "not bound";
-    EXPECT_TRUE(socket.bind(60137));
+    EXPECT_TRUE(socket.bind(60137, "", PortUse::exclusive));
     socket.refusals.push_back({"10.0.0.2", {101, "Network is unreachable"}});
     EXPECT_FALSE(socket.send("10.0.0.1", 60135, {1, 2}).has_value());
     EXPECT_EQ(socket.send("10.0.0.2", 60135, {3})->number, 101);
@@ -46,7 +46,7 @@ TEST(RecordingDatagrams, RemembersWhatWasSentAndRefusesWhereItIsTold) {
     EXPECT_EQ(socket.sent[1].bytes, (Bytes{1, 2}));
     EXPECT_EQ(socket.port(), 60137);
     socket.bindable = false;
-    EXPECT_FALSE(socket.bind(60135));
+    EXPECT_FALSE(socket.bind(60135, "", PortUse::exclusive));
     EXPECT_FALSE(socket.is_open()) << "a failed bind has closed what was open";
 }
 
