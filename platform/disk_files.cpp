@@ -219,6 +219,7 @@ FileResult DiskFiles::replace(const std::string& name, std::string_view bytes, b
     Descriptor file(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
     if (!file) return result_of(errno);
 
+    if (private_to_owner) old.st_mode &= ~static_cast<mode_t>(0077);
     if (!is_new) take_owner_and_mode(file, old);
     FileResult result = write_all(file, bytes);
     if (result == FileResult::ok) result = result_of_call(::fsync(file.number()));

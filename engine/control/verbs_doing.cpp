@@ -28,6 +28,11 @@ std::optional<KnownKey> known_or_told(const std::string& section, const std::str
     return known;
 }
 
+/// A password of the internet dialog; all others are texts of the engine.
+std::optional<InternetPassword> password_of(const KnownKey& known) {
+    return known.section == "FTP" ? internet_password(known.key) : std::nullopt;
+}
+
 /// What the copy goes by. The fields of section `Main` have settled what the file leaves in doubt.
 std::string value_in_force(const Copy& copy, const KnownKey& known) {
     if (known.section == "Main") {
@@ -56,7 +61,10 @@ VerbStatus get_verb(Copy& copy, const std::vector<std::string>& arguments, Asker
     if (arguments.size() != 2) return VerbStatus::bad_usage;
     const auto known = known_or_told(arguments[0], arguments[1], asker);
     if (!known) return VerbStatus::failed;
-    asker.print(utf8_text(value_in_force(copy, *known)) + '\n');
+    const auto password = password_of(*known);
+    asker.print((password ? utf8_name(copy.state.publish.NimbryFTPSetup.*password->value)
+                          : utf8_text(value_in_force(copy, *known))) +
+                '\n');
     return VerbStatus::done;
 }
 
@@ -64,7 +72,9 @@ VerbStatus set_verb(Copy& copy, const std::vector<std::string>& arguments, Asker
     if (arguments.size() != 3) return VerbStatus::bad_usage;
     const auto known = known_or_told(arguments[0], arguments[1], asker);
     if (!known) return VerbStatus::failed;
-    const bool written = copy.ini.SaveSetting(known->section, known->key, arguments[2]);
+    const auto password = password_of(*known);
+    const std::string value = password ? stored_password(*password, utf8_text(arguments[2])) : arguments[2];
+    const bool written = copy.ini.SaveSetting(known->section, known->key, value);
     take_into_force(copy, known->section);
     if (written) return VerbStatus::done;
     asker.complain("The value is in force, but Nimbry.ini could not be written");

@@ -16,7 +16,7 @@ namespace nimbry {
 /// count; a line whose first character is ";" is a comment; one pair of matching outer quotes around a value is
 /// removed. Writing keeps everything else byte for byte. The byte format stands in docs/formats/ini.md.
 ///
-/// A write goes to the file at once (temporary and rename), readable by its owner only if the file is new, as it holds
+/// A write goes to the file at once (temporary and rename) and leaves it readable by its owner only, as it holds
 /// passwords. It starts from what the file holds at that moment, so that what others wrote meanwhile stays; it is left
 /// out when it would change nothing; and a file that cannot be read is never written over. If it fails, the value stays
 /// in force in memory and goes to the file with the next write that succeeds.

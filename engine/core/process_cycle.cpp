@@ -64,8 +64,10 @@ void start_timers(Copy& copy) {
     const PublishState& publish = copy.state.publish;
     const Instant now = copy.ports.clock.monotonic();
     if (!copy.state.settings.fromnet) {
-        if (publish.ChkEnableFTP || publish.chkLocal) copy.timers.start_if_stopped(TimerId::TimerFTP, now);
-        if (publish.chkWU || publish.chkHW) copy.timers.start_if_stopped(TimerId::timWU, now);
+        if (publish.NimbryFTPSetup.ChkEnableFTP || publish.NimbryFTPSetup.chkLocal)
+            copy.timers.start_if_stopped(TimerId::TimerFTP, now);
+        if (publish.NimbryFTPSetup.chkWU || publish.NimbryFTPSetup.chkHW)
+            copy.timers.start_if_stopped(TimerId::timWU, now);
     }
     copy.timers.start_if_stopped(TimerId::TimUI, now);
 }
@@ -73,7 +75,7 @@ void start_timers(Copy& copy) {
 /// An upload that has not ended for more than 320 seconds is broken off.
 void watch_upload(Copy& copy) {
     const PublishState& publish = copy.state.publish;
-    if (!publish.ChkEnableFTP && !publish.ChkSendMail) return;
+    if (!publish.NimbryFTPSetup.ChkEnableFTP && !publish.NimbryFTPSetup.ChkSendMail) return;
     int& cycles = copy.state.run.FtpStuckCount;
     cycles = publish.uloadftpbusy ? cycles + 1 : 0;
     if (cycles * seconds_a_cycle <= upload_stuck_seconds) return;

@@ -41,8 +41,8 @@ public:
     virtual FileResult rewrite(const std::string& name, std::string_view bytes) = 0;
 
     /// Replaces the file as a whole: a temporary beside it is written, synced to the disk and renamed over it. Owner
-    /// and mode of an existing file are kept; a new file gets `private_to_owner` ? 0600 : the process's default. A
-    /// reader sees the old or the new contents.
+    /// and mode of an existing file are kept, a new one gets the process's default; with `private_to_owner` nobody else
+    /// has any access to it from then on. A reader sees the old or the new contents.
     virtual FileResult replace(const std::string& name, std::string_view bytes, bool private_to_owner = false) = 0;
 
     /// Gives a file another name. `exists` when the new name is taken: it is never overwritten.

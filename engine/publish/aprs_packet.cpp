@@ -65,7 +65,7 @@ std::string weather_string(const WeatherState& state) {
 
 std::string aprs_packet(const WeatherState& state) {
     const PublishState& publish = state.publish;
-    const std::string call = trimmed(publish.txtAPRSID);
+    const std::string call = trimmed(publish.NimbryFTPSetup.txtAPRSID);
     return call + ">APRS,TCPXX*,qAX," + call + ":@" + time_of_day(state.readings.utc.time) + publish.aprs_latitude +
            "/" + publish.aprs_longitude + "_" + weather_string(state);
 }

@@ -52,7 +52,7 @@ void ftp_schedule(Copy& copy) {
 void FTPupload(Copy& copy) {
     const WeatherState& state = copy.state;
     if (state.settings.fromnet || state.run.ProgramClosing) return;
-    if (!state.publish.ChkEnableFTP && !state.publish.chkLocal) return;
+    if (!state.publish.NimbryFTPSetup.ChkEnableFTP && !state.publish.NimbryFTPSetup.chkLocal) return;
     if (state.publish.uloadftpbusy || state.reports.LocalSaveBusy) return;
     if (!something_to_send(copy)) return tell_nothing_to_send(copy);
     if (state.comm.changebusy || state.reports.mailGenBusy) {

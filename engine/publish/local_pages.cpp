@@ -36,7 +36,7 @@ std::vector<Finished> finished_files(const Copy& copy, const UserFiles& folder) 
     }
     list.push_back({"wx.wml", "wx.wml"});
     for (int n = 0; n < pages_uploaded; ++n) {
-        if (auto name = remote_page(copy.state.publish.FTPRemoteFile, n))
+        if (auto name = remote_page(copy.state.publish.NimbryFTPSetup.FTPRemoteFile, n))
             list.push_back({finished_page(n), std::move(*name)});
     }
     for (const char* name : {"nimbrysummary.html", "nimbryraw.txt", "NimbData.txt", "NimbData.csv", "nimbryUI.txt"})
@@ -88,7 +88,7 @@ std::optional<std::string> put_all(Copy& copy) {
 
 void localsave(Copy& copy) {
     const PublishState& publish = copy.state.publish;
-    if (!publish.chkLocal || publish.txtLocalPath.empty()) return;
+    if (!publish.NimbryFTPSetup.chkLocal || publish.NimbryFTPSetup.txtLocalPath.empty()) return;
     const auto busy = copy.state.reports.LocalSaveBusy.try_hold();
     if (!busy) return;
     if (const auto failed = put_all(copy)) tell_failure(copy, *failed);

@@ -6,7 +6,7 @@
 namespace nimbry {
 
 std::string local_path(const PublishState& publish, std::string_view name) {
-    std::string path = publish.txtLocalPath;
+    std::string path = publish.NimbryFTPSetup.txtLocalPath;
     if (path.empty()) return path;
     if (path.back() == '\\') path.back() = '/';
     if (path.back() != '/') path += '/';
@@ -14,7 +14,7 @@ std::string local_path(const PublishState& publish, std::string_view name) {
 }
 
 std::string local_twin(const PublishState& publish, std::string_view name) {
-    return publish.chkLocal ? local_path(publish, name) : std::string();
+    return publish.NimbryFTPSetup.chkLocal ? local_path(publish, name) : std::string();
 }
 
 void copy_to_local(Copy& copy, std::string_view name) {

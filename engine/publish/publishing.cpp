@@ -19,14 +19,8 @@ int minutes_of(const std::string& hours, const std::string& minutes) {
 
 void getFTP(Copy& copy) {
     PublishState& publish = copy.state.publish;
-    const auto text = [&](const char* key, const char* fallback) { return copy.ini.GetSetting("FTP", key, fallback); };
-    publish.ChkEnableFTP = copy.ini.GetFlag("FTP", "FTPen", false);
-    publish.FtpMinutes = minutes_of(text("FTPHours", "0"), text("FTPMins", "2"));
-    publish.FTPRemoteFile = text("FTPRemoteFile", "");
-    publish.MailTitle = text("MailTitle", "");
-    publish.txtAPRSID = text("APRSuser", "");
-    publish.chkLocal = copy.ini.GetFlag("FTP", "LocalSave", false);
-    publish.txtLocalPath = text("LocalPath", "C:\\");
+    publish.NimbryFTPSetup = read_internet(copy.ini);
+    publish.FtpMinutes = minutes_of(publish.NimbryFTPSetup.FTPHours, publish.NimbryFTPSetup.FTPMins);
 }
 
 void ftp_time_out(Copy&) {}

@@ -34,7 +34,7 @@ void trigger(Copy& copy) {
 // The mails that ask for a changeover go out in the pass that changed over early.
 void mail_changeover(Copy& copy) {
     const WeatherState& state = copy.state;
-    if (state.publish.emailbusy || !state.comm.changebusy || !state.publish.ChkSendMail) return;
+    if (state.publish.emailbusy || !state.comm.changebusy || !state.publish.NimbryFTPSetup.ChkSendMail) return;
     if (send_changeover_mails(copy)) copy.state.records.coMailSent = true;
 }
 

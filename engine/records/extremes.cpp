@@ -17,7 +17,8 @@ namespace {
 
 void mail_by_schedule(Copy& copy) {
     const WeatherState& state = copy.state;
-    if (state.comm.changebusy || state.settings.fromnet || !state.publish.ChkSendMail || state.records.coMailSent)
+    if (state.comm.changebusy || state.settings.fromnet || !state.publish.NimbryFTPSetup.ChkSendMail ||
+        state.records.coMailSent)
         return;
     send_scheduled_mails(copy);
 }

@@ -61,7 +61,7 @@ private:
 
     [[nodiscard]] std::string name_of(int n) const {
         if (n < pages_uploaded) return finished_page(n);
-        const std::optional<std::string> name = remote_page(copy_.state.publish.FTPRemoteFile, n);
+        const std::optional<std::string> name = remote_page(copy_.state.publish.NimbryFTPSetup.FTPRemoteFile, n);
         if (!name) throw RunTimeError{ErrorNumber::index};
         return *name;
     }

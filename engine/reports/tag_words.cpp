@@ -71,7 +71,7 @@ std::string mail_title(const TagView& v) {
         v.mail_body += alarm_heading(v.state.alarms.AlarmReason);
         return "";
     }
-    return v.state.publish.MailTitle + line_end + std::string(separator_line) + line_end + line_end;
+    return v.state.publish.NimbryFTPSetup.MailTitle + line_end + std::string(separator_line) + line_end + line_end;
 }
 
 std::string time_now(const TagView& v) {

@@ -34,7 +34,8 @@ void forget_yesterday(Copy& copy) {
 
 void switch_mail_off(Copy& copy) {
     copy.ini.SaveSettings({{"FTP", "EMailEn", flag_text(false)}, {"FTP", "numofentries", "0"}});
-    copy.state.publish.ChkSendMail = false;
+    copy.state.publish.NimbryFTPSetup.ChkSendMail = false;
+    copy.state.publish.NimbryFTPSetup.MailList.clear();
 }
 
 }  // namespace

@@ -122,13 +122,20 @@ TEST_F(DiskFilesTest, ReplaceKeepsTheModeAndTheOwner) {
     struct stat before {};
     ASSERT_EQ(::stat(folder.path("a").c_str(), &before), 0);
 
-    EXPECT_EQ(files.replace("a", "new", true), FileResult::ok);
+    EXPECT_EQ(files.replace("a", "new"), FileResult::ok);
     struct stat after {};
     ASSERT_EQ(::stat(folder.path("a").c_str(), &after), 0);
     EXPECT_EQ(after.st_mode & 07777U, 0640U);
     EXPECT_EQ(after.st_uid, before.st_uid);
     EXPECT_EQ(after.st_gid, before.st_gid);
     EXPECT_NE(after.st_ino, before.st_ino) << "it is another file under the old name";
+}
+
+TEST_F(DiskFilesTest, AFileThatOthersCouldReadIsPrivateFromAReplaceOnThatAsksForIt) {
+    folder.put("a", "old");
+    ASSERT_EQ(::chmod(folder.path("a").c_str(), 0644), 0);
+    EXPECT_EQ(files.replace("a", "new", true), FileResult::ok);
+    EXPECT_EQ(mode_of("a"), 0600U);
 }
 
 TEST_F(DiskFilesTest, ANewFileIsPrivateWhenItIsAskedToBe) {

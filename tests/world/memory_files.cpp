@@ -81,9 +81,8 @@ FileResult MemoryFiles::rewrite(const std::string& name, std::string_view bytes)
 FileResult MemoryFiles::replace(const std::string& name, std::string_view bytes, bool private_to_owner) {
     const FileResult result = record({"replace", name, "", bytes.size(), {}, {}}, place_for(name));
     if (result != FileResult::ok) return result;
-    const bool is_new = !exists(name);
     set(name, bytes);
-    if (is_new) files_[name].private_to_owner = private_to_owner;
+    if (private_to_owner) files_[name].private_to_owner = true;
     return result;
 }
 

@@ -56,7 +56,7 @@ public:
     [[nodiscard]] std::string contents(const std::string& name) const;
     /// Every file of the disk, sorted.
     [[nodiscard]] std::vector<std::string> names() const;
-    /// True when the file was made with `private_to_owner`.
+    /// True when the file was once replaced with `private_to_owner`.
     [[nodiscard]] bool is_private(const std::string& name) const;
 
     /// One call of the program, in order. `other` is the target of a rename or copy.

@@ -71,9 +71,9 @@ TEST_F(VerbsOfReports, GenerateReturnsWhenThePagesAreThere) {
 TEST_F(VerbsOfReports, GenerateFillsTheUsersFolderToo) {
     world.files.put("myhtml.html", "page");
     world.files.add_folder("/web");
-    world.state().publish.chkLocal = true;
-    world.state().publish.txtLocalPath = "/web";
-    world.state().publish.FTPRemoteFile = "index.html";
+    world.state().publish.NimbryFTPSetup.chkLocal = true;
+    world.state().publish.NimbryFTPSetup.txtLocalPath = "/web";
+    world.state().publish.NimbryFTPSetup.FTPRemoteFile = "index.html";
     EXPECT_EQ(ask({"generate"}), VerbStatus::done);
     EXPECT_EQ(world.files.contents("/web/index.html"), "page");
 }

@@ -149,6 +149,17 @@ TEST_F(VerbsTest, GetTellsTheValueInForceOfAnyKnownKey) {
     }
 }
 
+TEST_F(VerbsTest, PasswordsAreSetAndToldPlainAndStandInTheFileAsTheirKeysDo) {
+    EXPECT_EQ(ask({"set", "FTP", "ftppass", "secr\xE9t"}), VerbStatus::done);
+    EXPECT_EQ(world.state().publish.NimbryFTPSetup.FTPPass, "secr\xC3\xA9t") << "servers expect UTF-8";
+    // c * 2 + 3; the two bytes of the letter beyond take three each.
+    EXPECT_EQ(world.setting("FTP", "FTPPass"), "\xE9\xCD\xC9\xE7\x80\x58\x46\x80\x54\x52\xEB");
+    EXPECT_EQ(ask({"get", "FTP", "FTPPass"}), VerbStatus::done);
+    EXPECT_EQ(asker.out, "secr\xC3\xA9t\n");
+    EXPECT_EQ(ask({"set", "FTP", "WUpass", "plain"}), VerbStatus::done);
+    EXPECT_EQ(world.setting("FTP", "WUpass"), "plain");
+}
+
 TEST_F(VerbsTest, WhatTheFileLeavesInDoubtIsToldAsItWasSettled) {
     EXPECT_EQ(ask({"set", "Main", "LogMin", "0"}), VerbStatus::done);
     EXPECT_EQ(world.setting("Main", "LogMin"), "0");

@@ -84,19 +84,20 @@ struct TimerCase {
 TEST(CycleTimers, StartWhatIsSwitchedOnUnlessASetupWindowIsOpen) {
     const TimerCase cases[] = {
         {"nothing on", [](WeatherState&) {}, false, false, true},
-        {"FTP on", [](WeatherState& s) { s.publish.ChkEnableFTP = true; }, true, false, true},
-        {"mail alone starts none", [](WeatherState& s) { s.publish.ChkSendMail = true; }, false, false, true},
-        {"WU on", [](WeatherState& s) { s.publish.chkWU = true; }, false, true, true},
-        {"HW on", [](WeatherState& s) { s.publish.chkHW = true; }, false, true, true},
+        {"FTP on", [](WeatherState& s) { s.publish.NimbryFTPSetup.ChkEnableFTP = true; }, true, false, true},
+        {"mail alone starts none", [](WeatherState& s) { s.publish.NimbryFTPSetup.ChkSendMail = true; }, false, false,
+         true},
+        {"WU on", [](WeatherState& s) { s.publish.NimbryFTPSetup.chkWU = true; }, false, true, true},
+        {"HW on", [](WeatherState& s) { s.publish.NimbryFTPSetup.chkHW = true; }, false, true, true},
         {"FTP on in a client",
          [](WeatherState& s) {
-             s.publish.ChkEnableFTP = s.publish.chkWU = true;
+             s.publish.NimbryFTPSetup.ChkEnableFTP = s.publish.NimbryFTPSetup.chkWU = true;
              s.settings.fromnet = true;
          },
          false, false, true},
         {"comms window open",
          [](WeatherState& s) {
-             s.publish.ChkEnableFTP = s.publish.chkWU = true;
+             s.publish.NimbryFTPSetup.ChkEnableFTP = s.publish.NimbryFTPSetup.chkWU = true;
              s.setup.Form2.open = true;
          },
          false, false, false},
@@ -119,7 +120,7 @@ TEST(StuckUpload, IsBrokenOffInTheThirtyThirdCycleThatFindsIt) {
         SCOPED_TRACE(by_mail ? "mail is on" : "FTP is on");
         StartedWorld world;
         PublishState& publish = world.state().publish;
-        (by_mail ? publish.ChkSendMail : publish.ChkEnableFTP) = true;
+        (by_mail ? publish.NimbryFTPSetup.ChkSendMail : publish.NimbryFTPSetup.ChkEnableFTP) = true;
         publish.uloadftpbusy.set();
         cycles(world, 32);
         EXPECT_TRUE(publish.uloadftpbusy);
@@ -134,7 +135,7 @@ TEST(StuckUpload, IsBrokenOffInTheThirtyThirdCycleThatFindsIt) {
 
 TEST(StuckUpload, IsCountedFromItsBeginning) {
     StartedWorld world;
-    world.state().publish.ChkEnableFTP = true;
+    world.state().publish.NimbryFTPSetup.ChkEnableFTP = true;
     world.state().publish.uloadftpbusy.set();
     cycles(world, 32);
     world.state().publish.uloadftpbusy.clear();

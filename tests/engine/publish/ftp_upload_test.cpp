@@ -16,9 +16,9 @@ protected:
     FtpUpload() {
         world.files.put("myhtml.html", "~~WEBOSHUMID~~");
         world.files.add_folder("/web");
-        world.state.publish.chkLocal = true;
-        world.state.publish.txtLocalPath = "/web";
-        world.state.publish.FTPRemoteFile = "index.html";
+        world.state.publish.NimbryFTPSetup.chkLocal = true;
+        world.state.publish.NimbryFTPSetup.txtLocalPath = "/web";
+        world.state.publish.NimbryFTPSetup.FTPRemoteFile = "index.html";
     }
     /// The seconds since TimerFTP's start at which the pages were made, within so many ticks of ten seconds.
     std::vector<int> uploads(int ticks) {
@@ -76,10 +76,10 @@ TEST_F(FtpUpload, ThePagesAreMadeAndPutIntoTheUsersFolder) {
 }
 
 TEST_F(FtpUpload, NothingIsMadeWithoutACustomer) {
-    world.state.publish.chkLocal = false;
+    world.state.publish.NimbryFTPSetup.chkLocal = false;
     FTPupload(world.copy);
     EXPECT_FALSE(made());
-    world.state.publish.ChkEnableFTP = true;
+    world.state.publish.NimbryFTPSetup.ChkEnableFTP = true;
     FTPupload(world.copy);
     EXPECT_TRUE(made());
 }
@@ -145,23 +145,23 @@ TEST_F(FtpUpload, TheSettingsOfSectionFTPAreTaken) {
     world.ini.read();
     getFTP(world.copy);
     const PublishState& publish = world.state.publish;
-    EXPECT_TRUE(publish.ChkEnableFTP);
+    EXPECT_TRUE(publish.NimbryFTPSetup.ChkEnableFTP);
     EXPECT_EQ(publish.FtpMinutes, 125);
-    EXPECT_EQ(publish.FTPRemoteFile, "weather.htm");
-    EXPECT_EQ(publish.MailTitle, "Home");
-    EXPECT_EQ(publish.txtAPRSID, "N0CALL");
-    EXPECT_TRUE(publish.chkLocal);
-    EXPECT_EQ(publish.txtLocalPath, "/web");
+    EXPECT_EQ(publish.NimbryFTPSetup.FTPRemoteFile, "weather.htm");
+    EXPECT_EQ(publish.NimbryFTPSetup.MailTitle, "Home");
+    EXPECT_EQ(publish.NimbryFTPSetup.txtAPRSID, "N0CALL");
+    EXPECT_TRUE(publish.NimbryFTPSetup.chkLocal);
+    EXPECT_EQ(publish.NimbryFTPSetup.txtLocalPath, "/web");
 }
 
 TEST_F(FtpUpload, WithoutSettingsEverythingIsOffAndTheIntervalIsTwoMinutes) {
     getFTP(world.copy);
     const PublishState& publish = world.state.publish;
-    EXPECT_FALSE(publish.ChkEnableFTP);
-    EXPECT_FALSE(publish.chkLocal);
+    EXPECT_FALSE(publish.NimbryFTPSetup.ChkEnableFTP);
+    EXPECT_FALSE(publish.NimbryFTPSetup.chkLocal);
     EXPECT_EQ(publish.FtpMinutes, 2);
-    EXPECT_EQ(publish.FTPRemoteFile, "");
-    EXPECT_EQ(publish.txtLocalPath, "C:\\");
+    EXPECT_EQ(publish.NimbryFTPSetup.FTPRemoteFile, "");
+    EXPECT_EQ(publish.NimbryFTPSetup.txtLocalPath, "C:\\");
 }
 
 }  // namespace

@@ -18,9 +18,9 @@ class LocalPages : public testing::Test {
 protected:
     LocalPages() {
         world.files.add_folder("/web");
-        world.state.publish.chkLocal = true;
-        world.state.publish.txtLocalPath = "/web";
-        world.state.publish.FTPRemoteFile = "weather.htm";
+        world.state.publish.NimbryFTPSetup.chkLocal = true;
+        world.state.publish.NimbryFTPSetup.txtLocalPath = "/web";
+        world.state.publish.NimbryFTPSetup.FTPRemoteFile = "weather.htm";
     }
     void put(const std::string& name) { world.files.put(name, "new " + name); }
     void save() { localsave(world.copy); }
@@ -76,7 +76,7 @@ TEST_F(LocalPages, WhatIsThereIsReplacedAndWhatIsMissingHereStays) {
 }
 
 TEST_F(LocalPages, NoPageGoesWithoutADotInTheRemoteName) {
-    world.state.publish.FTPRemoteFile = "weather";
+    world.state.publish.NimbryFTPSetup.FTPRemoteFile = "weather";
     put("nbyxauto.html");
     put("nimbryraw.txt");
     save();
@@ -103,7 +103,7 @@ TEST_F(LocalPages, APictureIsFoundUnderAnyCase) {
 }
 
 TEST_F(LocalPages, NothingGoesWhileItIsOff) {
-    world.state.publish.chkLocal = false;
+    world.state.publish.NimbryFTPSetup.chkLocal = false;
     put("wx.wml");
     save();
     EXPECT_THAT(arrived(), IsEmpty());
@@ -119,7 +119,7 @@ TEST_F(LocalPages, OneRunsAtATime) {
 TEST_F(LocalPages, AFolderThatIsNotThereIsNoError) {
     put("wx.wml");
     for (const char* folder : {"/nowhere", "C:\\", ""}) {
-        world.state.publish.txtLocalPath = folder;
+        world.state.publish.NimbryFTPSetup.txtLocalPath = folder;
         save();
     }
     EXPECT_THAT(arrived(), IsEmpty());
@@ -145,7 +145,7 @@ TEST_F(LocalPages, TheFirstFileThatCannotBeWrittenIsToldOfAndEndsIt) {
 TEST(LocalPath, HasOneSeparator) {
     PublishState publish;
     const auto joined = [&](const char* folder) {
-        publish.txtLocalPath = folder;
+        publish.NimbryFTPSetup.txtLocalPath = folder;
         return local_path(publish, "a");
     };
     EXPECT_EQ(joined("/web"), "/web/a");

@@ -99,8 +99,8 @@ TEST_F(UnitsReload, YesterdayIsShownAfresh) {
 TEST_F(UnitsReload, PutsColumnsAndUnitsIntoALogThatIsThereAlsoWhileLoggingIsOff) {
     days.world.files.put("nimbry.dat", "rows\r\n");
     days.world.files.put("/local/nimbry.dat", "twin\r\n");
-    days.world.state().publish.chkLocal = true;
-    days.world.state().publish.txtLocalPath = "/local";
+    days.world.state().publish.NimbryFTPSetup.chkLocal = true;
+    days.world.state().publish.NimbryFTPSetup.txtLocalPath = "/local";
     choose_us_units();
     const std::string lines =
         "DATE,MONTH,TIME,TEMPERATURE,HUMIDITY,DEWPOINT,WINDCHILL,HEAT INDEX,WIND SPEED,WIND DIRECTION,GUST SPEED,"
@@ -116,8 +116,8 @@ TEST_F(UnitsReload, PutsColumnsAndUnitsIntoALogThatIsThereAlsoWhileLoggingIsOff)
 }
 
 TEST_F(UnitsReload, MakesNoLogAndNoTwin) {
-    days.world.state().publish.chkLocal = true;
-    days.world.state().publish.txtLocalPath = "/local";
+    days.world.state().publish.NimbryFTPSetup.chkLocal = true;
+    days.world.state().publish.NimbryFTPSetup.txtLocalPath = "/local";
     choose_us_units();
     EXPECT_FALSE(days.world.files.exists("nimbry.dat"));
     EXPECT_FALSE(days.world.files.exists("/local/nimbry.dat"));

@@ -116,7 +116,7 @@ TEST_F(Genhtml, AFinishedPageIsNeverHalfWrittenWhicheverCallFails) {
 }
 
 TEST_F(Genhtml, TheSecondHundredIsNamedAfterTheRemoteFile) {
-    world.state.publish.FTPRemoteFile = " weather.htm ";
+    world.state.publish.NimbryFTPSetup.FTPRemoteFile = " weather.htm ";
     put("myhtml103.html", "~~WEBOSHUMID~~");
     generate();
     EXPECT_EQ(file("weather103.htm"), "54 %");
@@ -125,7 +125,7 @@ TEST_F(Genhtml, TheSecondHundredIsNamedAfterTheRemoteFile) {
 }
 
 TEST_F(Genhtml, OfTheSecondHundredTheFinishedFileStaysWhenItsTemplateGoes) {
-    world.state.publish.FTPRemoteFile = "weather.htm";
+    world.state.publish.NimbryFTPSetup.FTPRemoteFile = "weather.htm";
     put("myhtml199.html", "last");
     generate();
     world.files.take_away("myhtml199.html");
@@ -136,7 +136,7 @@ TEST_F(Genhtml, OfTheSecondHundredTheFinishedFileStaysWhenItsTemplateGoes) {
 }
 
 TEST_F(Genhtml, WithoutADotInTheRemoteNameTheSecondHundredEndsTheProgram) {
-    world.state.publish.FTPRemoteFile = "weather";
+    world.state.publish.NimbryFTPSetup.FTPRemoteFile = "weather";
     put("myhtml1.html", "one");
     put("nimbrywap.wml", "wap");
     generate();

@@ -208,7 +208,7 @@ TEST_F(Genuiview, ItIsPassedOverWhileSomebodyReadsItAndThePacketIsWrittenAllTheS
 }
 
 TEST_F(Genuiview, ThePacketIsOneLine) {
-    world.state.publish.txtAPRSID = " N0CALL ";
+    world.state.publish.NimbryFTPSetup.txtAPRSID = " N0CALL ";
     genuiview(world.copy);
     EXPECT_EQ(file("APRS.txt"),
               "N0CALL>APRS,TCPXX*,qAX,N0CALL:@030507z3351.41S/15112.56E_098/007g012t046r008P028b10130h54NBY\r\n");

@@ -94,7 +94,7 @@ private:
         state.settings.Longitude = "151.2093";
         state.settings.WebComment = "<p>Good weather today.</p>";
         state.settings.WebComment2 = "<p>Next meeting on Friday.</p>";
-        state.publish.MailTitle = "Weather at Home";
+        state.publish.NimbryFTPSetup.MailTitle = "Weather at Home";
         files.put("webfiletag.txt", "<p>News of\r\n the club</p>\r\n");
         files.put("rnslm.dat", "21 Oct 2026 00:00:04\r\n 116 \r\n");
     }

@@ -33,7 +33,8 @@ struct ChangeoverChoice : testing::Test {
         world.files.put("grafdata.dat", "a day of samples");
         world.copy().ini.SaveSetting("FTP", "EMailEn", "True");
         world.copy().ini.SaveSetting("FTP", "numofentries", "2");
-        state.publish.ChkSendMail = true;
+        state.publish.NimbryFTPSetup.ChkSendMail = true;
+        state.publish.NimbryFTPSetup.MailList = {"07:00"};
     }
     bool choose(bool midnight) {
         bool changed = false;
@@ -90,7 +91,8 @@ TEST_F(ChangeoverChoice, midnight_begins_the_day_anew) {
 TEST_F(ChangeoverChoice, mail_is_off_and_its_times_are_gone) {
     world.notices.will_answer(Answer::ok);
     EXPECT_TRUE(choose(true));
-    EXPECT_FALSE(state.publish.ChkSendMail);
+    EXPECT_FALSE(state.publish.NimbryFTPSetup.ChkSendMail);
+    EXPECT_TRUE(state.publish.NimbryFTPSetup.MailList.empty());
     EXPECT_EQ(key("FTP", "EMailEn"), "False");
     EXPECT_EQ(key("FTP", "numofentries"), "0");
 }

@@ -173,7 +173,7 @@ TEST_F(Rollover, an_archive_from_the_future_is_younger_than_a_day) {
 }
 
 TEST_F(Rollover, the_archive_in_the_local_save_folder_counts_as_well) {
-    world.state.publish.txtLocalPath = "/home/me/weather";
+    world.state.publish.NimbryFTPSetup.txtLocalPath = "/home/me/weather";
     archived("/home/me/weather/alSep26.csv", seconds{60});
     EXPECT_EQ(clicked(false), rolled_over);
 }

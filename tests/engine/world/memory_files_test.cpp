@@ -49,11 +49,12 @@ TEST_F(MemoryFilesTest, RewriteAndReplaceLeaveTheNewContentsAlone) {
     EXPECT_EQ(files.contents("a"), "x");
 }
 
-TEST_F(MemoryFilesTest, ReplaceKeepsTheModeOfAnExistingFile) {
+TEST_F(MemoryFilesTest, AReplaceThatAsksForItMakesTheFilePrivateForGood) {
     files.put("old", "");
+    EXPECT_FALSE(files.is_private("old"));
     files.replace("old", "x", true);
     files.replace("new", "x", true);
-    EXPECT_FALSE(files.is_private("old"));
+    EXPECT_TRUE(files.is_private("old"));
     EXPECT_TRUE(files.is_private("new"));
     files.replace("new", "y", false);
     EXPECT_TRUE(files.is_private("new"));
