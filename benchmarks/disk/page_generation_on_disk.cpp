@@ -14,8 +14,8 @@ void generate_100_pages_on_disk(benchmark::State& run) {
     platform::DiskFiles files(folder.path());
     put_pages(files);
     KnownState world;
-    Ports ports{world.clock,   world.pauses,  files,        world.line,   world.datasock,
-                world.streams, world.notices, world.sounds, world.desktop};
+    Ports ports{world.clock,   world.pauses,  files,        world.line,    world.datasock,
+                world.streams, world.notices, world.sounds, world.desktop, world.transfers};
     Copy copy{world.state, ports, world.ini, world.log, world.timers};
     for (auto _ : run) genhtml(copy);
     run.SetItemsProcessed(run.iterations() * pages_uploaded);

@@ -24,6 +24,7 @@
 #include "tests/world/recording_ports.h"
 #include "tests/world/scripted_line.h"
 #include "tests/world/scripted_streams.h"
+#include "tests/world/scripted_transfers.h"
 #include "tests/world/virtual_clock.h"
 #include "tests/world/virtual_pauses.h"
 
@@ -102,7 +103,8 @@ struct Year {
     RecordingNotices notices{clock, pauses};
     RecordingSounds sounds;
     RecordingDesktop desktop;
-    Engine engine{Ports{clock, pauses, files, line, datasock, streams, notices, sounds, desktop}};
+    ScriptedTransfers transfers{clock};
+    Engine engine{Ports{clock, pauses, files, line, datasock, streams, notices, sounds, desktop, transfers}};
 };
 
 std::size_t lines_of(const std::filesystem::path& file) {

@@ -14,8 +14,8 @@ namespace nimbry {
 struct Engine::Parts {
     explicit Parts(const Ports& outside)
         : notices(outside.notices, state.notices, outside.clock),
-          ports{outside.clock,   outside.pauses, outside.files,  outside.line,   outside.datasock,
-                outside.streams, notices,        outside.sounds, outside.desktop},
+          ports{outside.clock,   outside.pauses, outside.files,  outside.line,    outside.datasock,
+                outside.streams, notices,        outside.sounds, outside.desktop, outside.transfers},
           ini(ports.files, "Nimbry.ini"),
           log(state, ports.clock, ports.files),
           copy{state, ports, ini, log, timers},

@@ -8,6 +8,7 @@
 #include "engine/ports/pauses.h"
 #include "engine/ports/serial_line.h"
 #include "engine/ports/streams.h"
+#include "engine/ports/transfers.h"
 
 namespace nimbry {
 
@@ -23,6 +24,7 @@ struct Ports {
     Notices& notices;
     Sounds& sounds;
     Desktop& desktop;
+    Transfers& transfers;
 };
 
 }  // namespace nimbry

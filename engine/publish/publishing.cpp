@@ -4,6 +4,7 @@
 
 #include "engine/derived/number_text.h"
 #include "engine/publish/aprs_packet.h"
+#include "engine/publish/internet.h"
 #include "engine/publish/mail_body.h"
 
 namespace nimbry {
@@ -49,13 +50,6 @@ bool send_changeover_mails(Copy&) {
 void uploadmail(Copy&) {}
 
 void wunderground(Copy&) {}
-
-void hangup(Copy& copy) {
-    bool& dialled = copy.state.publish.ProgramDialled;
-    if (!dialled) return;
-    copy.ports.desktop.hang_up_modem();
-    dialled = false;
-}
 
 void offer_to_hang_up(Copy& copy) {
     if (!copy.state.publish.ProgramDialled) return;

@@ -42,9 +42,6 @@ void FTPupload(Copy& copy);
 void uploadmail(Copy& copy);
 void wunderground(Copy& copy);
 
-/// Ends the dial-up connection if this program has dialled it; a line that others have dialled stays up.
-void hangup(Copy& copy);
-
 /// Asks whether to hang up, where a dial-up connection of ours is up. Waits for the answer.
 void offer_to_hang_up(Copy& copy);
 

@@ -19,6 +19,7 @@
 #include "engine/setup/changeover_choice.h"
 #include "platform/canberra_sounds.h"
 #include "platform/control_server.h"
+#include "platform/curl_transfers.h"
 #include "platform/disk_files.h"
 #include "platform/engine_loop.h"
 #include "platform/loop_pauses.h"
@@ -49,7 +50,7 @@ public:
           files_(folder),
           notices_(pauses_),
           sounds_(files_),
-          engine_(Ports{clock_, pauses_, files_, line_, datasock_, streams_, notices_, sounds_, desktop_}),
+          engine_(Ports{clock_, pauses_, files_, line_, datasock_, streams_, notices_, sounds_, desktop_, transfers_}),
           loop_(engine_, pauses_, clock_, {line_, datasock_, streams_}) {
         // The session ends once this returns, so nothing is put off to the event loop that need not wait.
         QObject::connect(qGuiApp, &QGuiApplication::commitDataRequest, &loop_,
@@ -243,6 +244,7 @@ private:
     WindowNotices notices_;
     CanberraSounds sounds_;
     SystemDesktop desktop_;
+    CurlTransfers transfers_;
     Engine engine_;
     std::optional<ControlServer> control_;
     EngineLoop loop_;

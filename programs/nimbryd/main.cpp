@@ -13,6 +13,7 @@
 #include "engine/core/engine.h"
 #include "platform/command_line.h"
 #include "platform/control_server.h"
+#include "platform/curl_transfers.h"
 #include "platform/disk_files.h"
 #include "platform/engine_loop.h"
 #include "platform/instance_lock.h"
@@ -56,7 +57,8 @@ int run_copy(const std::string& folder, const std::string& device, bool has_lock
     StderrNotices notices;
     SilentSounds sounds;
     SystemDesktop desktop;
-    Engine engine(Ports{clock, pauses, files, line, datasock, streams, notices, sounds, desktop});
+    CurlTransfers transfers;
+    Engine engine(Ports{clock, pauses, files, line, datasock, streams, notices, sounds, desktop, transfers});
     std::optional<ControlServer> control;
     if (has_lock) {
         control.emplace(folder, pauses, [&engine](const std::vector<std::string>& arguments, Asker& asker) {

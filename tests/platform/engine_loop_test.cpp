@@ -12,6 +12,7 @@
 #include "platform/system_desktop.h"
 #include "tests/support/pseudo_terminal.h"
 #include "tests/world/memory_files.h"
+#include "tests/world/scripted_transfers.h"
 
 namespace nimbry::platform {
 namespace {
@@ -48,7 +49,8 @@ protected:
     StderrNotices notices;
     SilentSounds sounds;
     SystemDesktop desktop;
-    Engine engine{Ports{clock, pauses, files, line, datasock, streams, notices, sounds, desktop}};
+    test::ScriptedTransfers transfers{clock};
+    Engine engine{Ports{clock, pauses, files, line, datasock, streams, notices, sounds, desktop, transfers}};
     EngineLoop loop{engine, pauses, clock, {line, datasock, streams}};
 };
 

@@ -10,6 +10,7 @@
 #include "tests/world/recording_ports.h"
 #include "tests/world/scripted_line.h"
 #include "tests/world/scripted_streams.h"
+#include "tests/world/scripted_transfers.h"
 #include "tests/world/virtual_clock.h"
 #include "tests/world/virtual_pauses.h"
 
@@ -27,7 +28,8 @@ struct BareCopy {
     RecordingNotices notices{clock, pauses};
     RecordingSounds sounds;
     RecordingDesktop desktop;
-    Ports ports{clock, pauses, files, line, datasock, streams, notices, sounds, desktop};
+    ScriptedTransfers transfers{clock};
+    Ports ports{clock, pauses, files, line, datasock, streams, notices, sounds, desktop, transfers};
 
     WeatherState state;
     clsIniFile ini{files, "Nimbry.ini"};

@@ -17,7 +17,8 @@ World::World(CivilTime computer_time)
       notices(clock, pauses, &journal),
       sounds(&journal),
       desktop(&journal),
-      engine(Ports{clock, pauses, files, line, datasock, streams, notices, sounds, desktop}) {
+      transfers(clock, &journal),
+      engine(Ports{clock, pauses, files, line, datasock, streams, notices, sounds, desktop, transfers}) {
     pauses.set_wake_source([this] { return engine.wake_at(); }, [this] { engine.wake(); });
 }
 

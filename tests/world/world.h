@@ -12,6 +12,7 @@
 #include "tests/world/recording_ports.h"
 #include "tests/world/scripted_line.h"
 #include "tests/world/scripted_streams.h"
+#include "tests/world/scripted_transfers.h"
 #include "tests/world/virtual_clock.h"
 #include "tests/world/virtual_pauses.h"
 
@@ -44,6 +45,7 @@ public:
     RecordingNotices notices;
     RecordingSounds sounds;
     RecordingDesktop desktop;
+    ScriptedTransfers transfers;
     Engine engine;
 
     [[nodiscard]] WeatherState& state() { return engine.state(); }

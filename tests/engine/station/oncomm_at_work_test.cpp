@@ -22,7 +22,7 @@ struct SlowDatagrams : test::RecordingDatagrams {
 
 struct SlowWork : BareCopy {
     SlowDatagrams slow{pauses};
-    Ports slow_ports{clock, pauses, files, line, slow, streams, notices, sounds, desktop};
+    Ports slow_ports{clock, pauses, files, line, slow, streams, notices, sounds, desktop, transfers};
     Copy slow_copy{state, slow_ports, ini, log, timers};
     OnComm oncomm{slow_copy};
 

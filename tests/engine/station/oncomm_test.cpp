@@ -181,8 +181,8 @@ TEST(OnComm, an_error_of_its_own_bears_its_tag) {
     };
     BareCopy copy;
     BrokenLine line;
-    Ports ports{copy.clock,   copy.pauses,  copy.files,  line,        copy.datasock,
-                copy.streams, copy.notices, copy.sounds, copy.desktop};
+    Ports ports{copy.clock,   copy.pauses,  copy.files,  line,         copy.datasock,
+                copy.streams, copy.notices, copy.sounds, copy.desktop, copy.transfers};
     Copy broken{copy.state, ports, copy.ini, copy.log, copy.timers};
     OnComm oncomm(broken);
     copy.state.comm.SerComReady = true;

@@ -278,8 +278,8 @@ struct BrokenLine : SerialLine {
 TEST(TrainGroups, an_error_of_their_own_bears_their_tag) {
     StartedDoors doors;
     BrokenLine line;
-    Ports ports{doors.clock,   doors.pauses,  doors.files,  line,         doors.datasock,
-                doors.streams, doors.notices, doors.sounds, doors.desktop};
+    Ports ports{doors.clock,   doors.pauses,  doors.files,  line,          doors.datasock,
+                doors.streams, doors.notices, doors.sounds, doors.desktop, doors.transfers};
     Copy broken{doors.state, ports, doors.ini, doors.log, doors.timers};
     const auto tag_of_error = [&](void (*routine)(Copy&)) {
         try {
