@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <regex>
 #include <set>
 #include <string>
 #include <vector>
@@ -22,6 +23,7 @@ namespace nimbry::test {
 namespace {
 
 using testing::HasSubstr;
+using testing::IsEmpty;
 using testing::Not;
 
 // The monthly summary has a template of its own kind, whose markers begin with SUM.
@@ -86,6 +88,61 @@ TEST(DefaultTemplates, ThePageDeclaresTheCodePageOfItsDegreeSigns) {
     EXPECT_THAT(page, HasSubstr(">+8.1 \260C</p>"));
     EXPECT_THAT(page, HasSubstr("98\260 (E)"));
     EXPECT_THAT(page, Not(HasSubstr("\xC2\260"))) << "no UTF-8";
+}
+
+/// A page without what lies between these two, and without them.
+std::string without(std::string page, std::string_view from, std::string_view to) {
+    for (std::size_t at = page.find(from); at != std::string::npos; at = page.find(from, at))
+        page.erase(at, page.find(to, at) + to.size() - at);
+    return page;
+}
+
+/// What is wrong with the elements of a page: an end tag that ends another element, one that is left open, an id given
+/// twice or asked for in vain, a "<" or "&" that begins nothing. Empty when nothing is. `void_elements` have no end
+/// tag.
+std::vector<std::string> faults_of(std::string page, const std::set<std::string>& void_elements) {
+    page = without(without(page, "<!--", "-->"), "<style>", "</style>");
+    page = without(without(page, "<!DOCTYPE", ">"), "<?xml", ">");
+    const std::regex tag(R"re(<(/?)([A-Za-z][A-Za-z0-9]*)((?:\s+[A-Za-z:-]+="[^"<]*")*)\s*(/?)>)re");
+    std::vector<std::string> faults, open;
+    std::set<std::string> ids, wanted;
+    for (std::sregex_iterator at(page.begin(), page.end(), tag), end; at != end; ++at) {
+        const std::string name = (*at)[2], attributes = (*at)[3];
+        std::smatch value;
+        if (std::regex_search(attributes, value, std::regex(" id=\"([^\"]*)\"")) && !ids.insert(value[1]).second)
+            faults.push_back("id twice: " + value[1].str());
+        if (std::regex_search(attributes, value, std::regex(" (?:aria-labelledby|href)=\"#?([^\"]*)\"")))
+            wanted.insert(value[1]);
+        if ((*at)[1].length() == 0) {
+            if ((*at)[4].length() == 0 && !void_elements.contains(name)) open.push_back(name);
+        } else if (open.empty() || open.back() != name) {
+            faults.push_back("ends nothing: " + at->str());
+        } else {
+            open.pop_back();
+        }
+    }
+    for (const std::string& name : open) faults.push_back("left open: " + name);
+    for (const std::string& id : wanted)
+        if (!ids.contains(id)) faults.push_back("no such id: " + id);
+    const std::string text = std::regex_replace(page, tag, "");
+    if (text.find('<') != std::string::npos) faults.push_back("begins nothing: " + text.substr(text.find('<'), 40));
+    std::smatch sign;
+    if (std::regex_search(text, sign, std::regex("&(?!#?[a-z0-9]+;)"))) faults.emplace_back("a bare &");
+    return faults;
+}
+
+TEST(DefaultTemplates, ThePagesElementsEndWhereTheyShould) {
+    const std::set<std::string> void_elements{"meta", "br"};
+    InstalledState known;
+    genhtml(known.copy);
+    EXPECT_THAT(faults_of(known.files.contents("nbyxauto.html"), void_elements), IsEmpty());
+    EXPECT_THAT(faults_of(known.files.contents("wx.wml"), {}), IsEmpty());
+
+    UnsetState unset;
+    for (const char* name : {"myhtml.html", "nimbrywap.wml"}) unset.files.put(name, known.files.contents(name));
+    genhtml(unset.copy);
+    EXPECT_THAT(faults_of(unset.files.contents("nbyxauto.html"), void_elements), IsEmpty());
+    EXPECT_THAT(faults_of(unset.files.contents("wx.wml"), {}), IsEmpty());
 }
 
 TEST(DefaultTemplates, ThePageNeedsNothingFromOutside) {

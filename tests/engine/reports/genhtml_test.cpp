@@ -199,11 +199,12 @@ TEST_F(Genhtml, APageKeepsTheBytesOfItsTemplate) {
     EXPECT_EQ(file("wx.wml"), every);
 }
 
-TEST_F(Genhtml, AVeryLargeTemplateIsFilledLikeAnyOther) {
-    const std::string filler(8'000'000, 'x');
+TEST_F(Genhtml, ATemplateOfFiftyMegabytesIsFilledLikeAnyOther) {
+    const std::string filler(25'000'000, 'x');
     put("myhtml.html", filler + "~~WEBOSHUMID~~" + filler);
     generate();
-    EXPECT_EQ(file("nbyxauto.html"), filler + "54 %" + filler);
+    // Not EXPECT_EQ: it would print both.
+    EXPECT_TRUE(file("nbyxauto.html") == filler + "54 %" + filler);
 }
 
 TEST_F(Genhtml, ATemplateIsFoundUnderAnyCase) {

@@ -7,6 +7,8 @@
 
 #include "engine/core/process_cycle.h"
 #include "engine/core/run_time_error.h"
+#include "engine/derived/rain.h"
+#include "engine/graphs/graph_store.h"
 #include "engine/reports/tag_words.h"
 #include "tests/engine/reports/tag_states.h"
 
@@ -50,11 +52,20 @@ TEST_F(TagLaws, ReadingsComeInTheUnitsOfDisplay) {
     EXPECT_EQ(tag("WEBOUTTEMP"), "+46.6 \260F");
     EXPECT_EQ(tag("WBNOUTTEMP"), "+46.6");
     EXPECT_EQ(tag("WEBOUTTMPC"), "+8.1");
+    EXPECT_EQ(tag("WEBINSTEMP"), "+70.5 \260F");  // 70.52
+    EXPECT_EQ(tag("WBNINSTEMP"), "+70.5");
+    EXPECT_EQ(tag("WEBDEWPOIN"), "+30.9 \260F");  // 30.92
+    EXPECT_EQ(tag("WBNDEWPOIN"), "+30.9");
+    EXPECT_EQ(tag("WEBDEWPNTC"), "-0.6");
+    EXPECT_EQ(tag("WBNWNDCHIL"), "+42.8");
+    EXPECT_EQ(tag("WBNWNDCHLC"), "+6");
     EXPECT_EQ(tag("WEBBAROMTR"), "29.91 In.Hg");
     EXPECT_EQ(tag("WBNBAROMTR"), "29.91");
     EXPECT_EQ(tag("WEBBARMBHP"), "1013");
     EXPECT_EQ(tag("WEBRAINRAT"), "0.08 In./hour");
     EXPECT_EQ(tag("WEBRNRATMM"), "2");
+    EXPECT_EQ(tag("WEBTOTRAIN"), "4.84 In. of rain since October 5");  // 123 mm
+    EXPECT_EQ(tag("WEBRNTOTMM"), "123");
     EXPECT_EQ(tag("WEBTEMPUNT"), "\260F");
     EXPECT_EQ(tag("WEBRAINUNT"), "In.");
     EXPECT_EQ(tag("WEBWINDUNT"), "m/S");
@@ -181,6 +192,26 @@ TEST_F(TagLaws, TheTimesPartsHaveNoLeadingZero) {
     EXPECT_EQ(tag("WEBTIMENHR"), "0");
     EXPECT_EQ(tag("WEBTIMENMI"), "0");
     EXPECT_EQ(tag("WEBTIMENSE"), "0");
+}
+
+TEST_F(TagLaws, ADayBelowTenHasTwoDigitsInADateAndOneInTheShortDate) {
+    const CivilTime fifth = october_afternoon - std::chrono::days{16};
+    world.clock.set_computer_time(fifth);
+    world.station.clock = station_moment(fifth);
+    world.train(world.station);
+    EXPECT_EQ(tag("WEBDATENOW"), "05 Oct 2026");
+    EXPECT_EQ(tag("WEBMNTHNOW"), "Oct  5");
+    EXPECT_EQ(tag("WEBUTCDATE"), "05 October 2026");
+}
+
+TEST_F(TagLaws, TheLastHourBeginsWithNothingMeasured) {
+    UnsetState fresh;
+    updategraphs(fresh.copy);
+    rain_last_hour(fresh.copy);
+    EXPECT_EQ(fresh.tag("WEBWINDGLH"), "0");
+    EXPECT_EQ(fresh.tag("WBNWINDGLH"), "0");
+    EXPECT_EQ(fresh.tag("WEBRAINLHR"), "0 mm");
+    EXPECT_EQ(fresh.tag("WEBRNLHRMM"), "0");
 }
 
 TEST_F(TagLaws, RainThatIsNilSaysSo) {
