@@ -63,8 +63,10 @@ void gencomail(Copy& copy) {
 std::string short_weather_text(const Copy& copy) {
     const auto tag = [&](const char* name) { return resolvtag(copy, std::string("~~") + name + "~~"); };
     const std::string time = tag("WEBTIMENOW").substr(0, 5);
+    // As it is shown now: the gust tag tells of the alarm's in a mail that does.
+    const std::string gust = trimmed(copy.state.panel.Text2[6].text);
     const std::string line = "T:" + tag("WEBOUTTEMP") + " H:" + tag("WEBOSHUMID") + " B:" + tag("WEBBAROMTR") + "," +
-                             tag("WEBBARTRND").substr(0, 1) + " Wgst:" + tag("WEBWINDGSS") + "," + tag("WEBWINDGSD") +
+                             tag("WEBBARTRND").substr(0, 1) + " Wgst:" + gust + "," + tag("WEBWINDGSD") +
                              " Wavg:" + tag("WEBWINDAVS") + "," + tag("WEBWINDAVD") + "DP:" + tag("WEBDEWPOIN") +
                              " Rain:" + tag("WEBRAINTOD") + " Tin:" + tag("WEBINSTEMP") + " Hin:" + tag("WEBINHUMID") +
                              "\r\n" + "NBY " + time + " " + tag("WEBDATENOW") + "\r\n" + std::string(separator_line);

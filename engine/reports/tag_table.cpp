@@ -16,7 +16,8 @@ using namespace tags;
 constexpr auto table = std::to_array<TagRow>({
     {"WEBSMSHDRM", mail_short_text, "the weather in three short lines; only inside a mail",
      "T:+8.1C H:54% B:1013hPa,S ..."},
-    {"WEBMLTITLE", mail_title, "heading of a mail: its title or why an alarm is sent, and a line of asterisks", ""},
+    {"WEBMLTITLE", mail_title, "heading of a mail: its title or why an alarm is sent, and a line of asterisks",
+     "Weather at Home ..."},
     {"WEBWINDGSS", gust, "gust, or \"Calm\"", "19.4 km/h"},
     {"WBNWINDGSS", gust_number, "gust, number; 0 when calm", "19.4"},
     {"WBNWNDGSMS", peak_gust<SpeedUnit::ms>, "highest gust since the pages were made last, m/s; 0 when calm", "6.2"},

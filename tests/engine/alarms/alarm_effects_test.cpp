@@ -111,6 +111,16 @@ TEST_F(AlarmEffects, AHiddenWindowComesBack) {
     EXPECT_EQ(world.notices.restored, 1) << "one that is there is left alone";
 }
 
+TEST_F(AlarmEffects, AWindowThatALoneGroupBringsBackHasItsOwnCaptionAtOnce) {
+    set(AlarmId::AWindHi, 10);
+    station.wind.gust_ms = 24.6;
+    state.window.minimised = true;
+    state.window.caption = "+12.3 : 54 %";
+    lone();
+    EXPECT_EQ(world.notices.restored, 1);
+    EXPECT_EQ(state.window.caption, "Nimbry 2.02 - WM-918 Weather Monitoring");
+}
+
 TEST_F(AlarmEffects, AQuietTrainLeavesAHiddenWindowHidden) {
     set(AlarmId::ABarLo, 900);
     state.window.minimised = true;

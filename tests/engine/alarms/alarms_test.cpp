@@ -224,6 +224,16 @@ TEST_F(AlarmMails, TellWhatTheLastAlarmWas) {
     EXPECT_EQ(alarms().AlarmReason, "the barometric pressure is below the alarm threshold");
 }
 
+TEST_F(AlarmMails, AreComposedInTheCycleOfTheirAlarm) {
+    world.files.put("mail_alm_template.txt", "~~WEBMLTITLE~~It is ~~WEBBAROMTR~~.");
+    EXPECT_EQ(mails_until(2, always), std::vector<int>{2});
+    EXPECT_EQ(
+        world.state().reports.mail_body,
+        "Automatic ALARM email from Nimbry 2.02\r\nThis email was sent because the barometric pressure is below the "
+        "alarm threshold\r\n" +
+            std::string(52, '*') + "\r\n\r\nIt is 990 mB.");
+}
+
 TEST(AlarmSentenceOfACycle, AndItsGustEndWithASave) {
     AlarmWorld world("fAWindHi=True\r\nAWindHi=4\r\n");
     StationReadings calm;

@@ -1,5 +1,6 @@
 #include "engine/publish/mail_body.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -10,6 +11,8 @@
 
 namespace nimbry::test {
 namespace {
+
+using testing::HasSubstr;
 
 const std::string asterisks(52, '*');
 
@@ -97,6 +100,15 @@ TEST_F(MailBody, AnyMailShowsTheGustOfAStandingWindAlarm) {
         mail.make(world.copy);
         EXPECT_EQ(body(), "72.4 km/h") << mail.routine;
     }
+}
+
+TEST_F(MailBody, TheShortTextShowsThePresentGustAlsoWhileAWindAlarmStands) {
+    world.state.alarms.AlarmReason = "the wind speed is above the alarm threshold";
+    world.state.alarms.gust = AlarmGust{"72.4 km/h", "72.4", 20.1};
+    world.files.put("mail_alm_template.txt", "~~WEBSMSHDRM~~ ~~WEBWINDGSS~~");
+    genAlarmMail(world.copy);
+    EXPECT_THAT(body(), HasSubstr(" Wgst:19.4km/h,123 (SE) "));
+    EXPECT_TRUE(body().ends_with(" 72.4 km/h"));
 }
 
 TEST_F(MailBody, TheShortTextHasNoDegreeSignsAndNoBlanksBeforeUnits) {

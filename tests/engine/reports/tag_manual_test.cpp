@@ -37,8 +37,8 @@ The examples are those of an October afternoon in Sydney.
 std::string manual() {
     std::string text = introduction;
     for (const TagRow& row : tag_table()) {
-        const std::string example = row.example.empty() ? "" : "`" + utf8_text(row.example) + "`";
-        text += "| `" + std::string(row.name) + "` | " + utf8_text(row.prints) + " | " + example + " |\n";
+        text +=
+            "| `" + std::string(row.name) + "` | " + utf8_text(row.prints) + " | `" + utf8_text(row.example) + "` |\n";
     }
     return text;
 }
