@@ -95,12 +95,16 @@ GraphFileOutcome read_graph_file(std::string_view text, CivilTime now, GraphStat
         read_lines(text, now, graphs);
         return GraphFileOutcome::loaded;
     } catch (const Refused& refused) {
-        graphs.rows.clear();
-        graphs.gscale = {};
-        graphs.grmax = 0;
-        graphs.grafage = 0;
+        clear_store(graphs);
         return refused.why;
     }
+}
+
+void clear_store(GraphState& graphs) {
+    graphs.rows.clear();
+    graphs.gscale = {};
+    graphs.grmax = 0;
+    graphs.grafage = 0;
 }
 
 std::optional<float> line_number(std::string_view line) {

@@ -32,6 +32,10 @@ enum class GraphFileOutcome {
 /// `gscale` are to be set again (setgraphscales()).
 GraphFileOutcome read_graph_file(std::string_view text, CivilTime now, GraphState& graphs);
 
+/// Empties the store and all that came from its file: every stamp, value and count, `gscale`, `grmax` and `grafage`. No
+/// sample can be stored before setgraphscales() has run.
+void clear_store(GraphState& graphs);
+
 /// The number of a line, blanks around it ignored; nothing when it is none, or none that a single can hold.
 ///   line_number(" 12.5 ") = 12.5   line_number("-.5") = -0.5   line_number("12,5") = nothing
 [[nodiscard]] std::optional<float> line_number(std::string_view line);

@@ -22,12 +22,13 @@ constexpr std::size_t direction_at = 5;
 float box_value(const WeatherState& state, int s, float before) {
     const auto& boxes = state.panel.Text2;
     const std::string text = trimmed(boxes[static_cast<std::size_t>(s)].text);
+    // A calm has no direction, also when the vane is at fault.
+    if (s == series::direction && trimmed(boxes[series::gust].text) == "Calm") return 0;
     if (text == "Error") return before;
     if (text == "Calm") return 0;
     if (s == series::gust) return static_cast<float>(state.readings.wstempsng);
     if (s != series::direction) return static_cast<float>(Val(text));
 
-    if (trimmed(boxes[series::gust].text) == "Calm") return 0;
     const double degrees = text.size() > direction_at ? Val(text.substr(direction_at)) : 0;
     return degrees == 0 ? 360.0F : static_cast<float>(degrees);
 }

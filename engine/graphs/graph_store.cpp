@@ -43,19 +43,20 @@ void stamp_last_row(GraphRows& rows, CivilTime computer_time) {
 void loadgrafdata(Copy& copy) {
     tagged("loadgrafdata", [&] {
         WeatherState& state = copy.state;
+        GraphState& graphs = state.graphs;
         state.havegrafdata = false;
         if (copy.ports.files.exists(file_name)) {
             std::string text;
             require(copy.ports.files.read(file_name, text));
             state.havegrafdata =
-                read_graph_file(text, copy.ports.clock.computer_time(), state.graphs) == GraphFileOutcome::loaded;
+                read_graph_file(text, copy.ports.clock.computer_time(), graphs) == GraphFileOutcome::loaded;
         } else {
-            state.graphs.rows.clear();
+            clear_store(graphs);
         }
         setgraphscales(state);
-        if (!state.havegrafdata) return;
-        state.graphs.grafsjustloaded = true;
-        drawgraph(state);
+        graphs.grafsjustloaded = state.havegrafdata;
+        // Panes that show a day which has gone are emptied; a first drawing waits for something to show.
+        if (state.havegrafdata || graphs.draws > 0) drawgraph(state);
     });
 }
 
@@ -84,9 +85,7 @@ void resetgraphs(Copy& copy) {
 void discard_graphs(Copy& copy) {
     WeatherState& state = copy.state;
     if (copy.ports.files.exists(file_name)) copy.ports.files.remove(file_name);
-    state.graphs.rows.clear();
-    state.graphs.gscale = {};
-    state.graphs.grmax = 0;
+    clear_store(state.graphs);
     state.graphs.webpeakgust = 0;
     state.readings.wstempsng = 0;
     setgraphscales(state);

@@ -9,8 +9,8 @@ namespace nimbry {
 // The day of samples behind the graphs: kept in `grafdata.dat`, filled once a minute.
 
 /// Reads the store from its file, lets the time that has passed since the save pass over it, and draws. Without a file
-/// of the last day that can be read the store is empty and `havegrafdata` false. A file that is there but cannot be
-/// read at all is an unrecoverable error, tag "loadgrafdata".
+/// of the last day that can be read the store is empty and `havegrafdata` false; panes that showed a day are emptied. A
+/// file that is there but cannot be read at all is an unrecoverable error, tag "loadgrafdata".
 void loadgrafdata(Copy& copy);
 
 /// Writes the store to its file. `savingrafs` is clear on every way out, also when there is nothing to write: before

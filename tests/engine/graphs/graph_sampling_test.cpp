@@ -141,6 +141,17 @@ TEST(GraphSample, a_calm_gust_makes_the_direction_0) {
     }
 }
 
+TEST(GraphSample, a_calm_has_no_direction_also_when_the_vane_is_at_fault) {
+    Sampling world;
+    world.sample();
+    world.box(7, "Error");
+    world.sample();
+    EXPECT_EQ(world.last(7), 225) << "with a wind the last direction is repeated";
+    world.box(6, "Calm");
+    world.sample();
+    EXPECT_EQ(world.last(7), 0);
+}
+
 TEST(GraphSample, the_held_gust_never_spans_two_minutes_whatever_the_box_says) {
     for (const char* text : {" 15.1 km/h", "Calm", "Error"}) {
         SCOPED_TRACE(text);
@@ -207,6 +218,17 @@ TEST(GraphSample, saves_from_the_second_on_and_draws_each_time) {
     EXPECT_EQ(world.state.graphs.draws, 1);
     world.sample();
     EXPECT_TRUE(world.files.exists("grafdata.dat"));
+    EXPECT_EQ(world.state.graphs.draws, 2);
+    EXPECT_FALSE(world.state.run.savingrafs);
+}
+
+TEST(GraphSample, a_save_that_fails_is_logged_under_its_tag_and_the_rest_of_the_minute_goes_on) {
+    Sampling world;
+    world.sample();
+    world.files.refuse("grafdata.dat", FileResult::permission);
+    world.sample();
+    EXPECT_THAT(world.log_lines(), testing::ElementsAre("05 Oct 2026 14:02:33 Error 70 encountered in updategraphs."));
+    EXPECT_EQ(world.rows.windsamples(), 2);
     EXPECT_EQ(world.state.graphs.draws, 2);
     EXPECT_FALSE(world.state.run.savingrafs);
 }

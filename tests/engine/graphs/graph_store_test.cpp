@@ -10,6 +10,7 @@
 #include "engine/graphs/graph_scales.h"
 #include "engine/graphs/graph_view.h"
 #include "engine/records/load_extremes.h"
+#include "engine/setup/units_dialog.h"
 #include "tests/world/bare_copy.h"
 #include "tests/world/front_day.h"
 #include "tests/world/started_world.h"
@@ -214,6 +215,38 @@ TEST(GraphLoad, without_a_good_file_the_store_is_empty_and_the_next_sample_start
     }
 }
 
+TEST(GraphLoad, that_finds_the_day_gone_empties_the_panes_that_showed_it) {
+    for (const bool there : {true, false}) {
+        SCOPED_TRACE(there ? "a file that has become too old" : "no file any more");
+        Store store;
+        store.files.put("grafdata.dat", Store(100).saved_file());
+        loadgrafdata(store.copy);
+        ASSERT_FALSE(store.graphs.panes[3].lines.size() == 2) << "axes alone";
+        read_graph_row(store.state, 50);
+        if (!there) store.files.take_away("grafdata.dat");
+        store.clock.advance(24h + 1s);
+        loadgrafdata(store.copy);
+        EXPECT_FALSE(store.state.havegrafdata);
+        EXPECT_EQ(store.graphs.panes[3].lines.size(), 2U) << "axes alone";
+        EXPECT_FALSE(store.graphs.marker);
+        EXPECT_EQ(store.graphs.grmax, 0);
+        EXPECT_EQ(store.graphs.grafage, 0);
+    }
+}
+
+TEST(GraphLoad, that_finds_no_day_leaves_nothing_waiting_to_be_drawn) {
+    Store store;
+    store.graphs.GraphsDisplayed = false;
+    store.state.menu.mnuDisableGraphs.checked = true;
+    store.files.put("grafdata.dat", Store(100).saved_file());
+    loadgrafdata(store.copy);
+    ASSERT_TRUE(store.graphs.grafsjustloaded);
+    store.clock.advance(25h);
+    loadgrafdata(store.copy);
+    EXPECT_FALSE(store.graphs.grafsjustloaded);
+    EXPECT_EQ(store.graphs.draws, 0);
+}
+
 TEST(GraphLoad, never_takes_the_limits_from_the_file) {
     Store before(10);
     before.graphs.gscale = {};
@@ -337,6 +370,20 @@ TEST(GraphUnits, a_reload_after_a_change_of_units_empties_the_store) {
     EXPECT_FALSE(world.state().havegrafdata) << "until the next sample";
     world.send_trains(7);
     EXPECT_TRUE(world.state().havegrafdata);
+}
+
+TEST(GraphUnits, accepted_in_their_dialog_draw_at_once_on_their_own_scale) {
+    Store store(3);
+    drawgraph(store.state);
+    const int draws = store.graphs.draws;
+    UnitsDialog dialog = units_dialog(store.state.settings);
+    dialog.optTempC = false;
+    dialog.optTempF = true;
+    accept_units(store.copy, dialog);
+    EXPECT_EQ(store.graphs.draws, draws + 1);
+    EXPECT_EQ(store.graphs.limits.grtmax, 140);
+    EXPECT_EQ(store.rows.gdata(0, 3), 3) << "the samples keep their numbers";
+    EXPECT_EQ(store.state.panel.gLabel12.text, "Temperature" + degrees('F'));
 }
 
 TEST(GraphUnits, until_then_the_samples_keep_their_numbers_on_the_new_scale) {

@@ -54,6 +54,15 @@ TEST_F(Genhtml, APageIsMadeFromItsTemplate) {
     EXPECT_FALSE(there("temphtml3.html"));
 }
 
+TEST_F(Genhtml, TheGraphsAreMadeWithThePagesWhereTheirKeyAsksForThem) {
+    generate();
+    EXPECT_FALSE(there("graph1.svg"));
+    world.ini.SaveFlag("Main", "GraphFiles", true);
+    generate();
+    for (const char* name : {"graph1.svg", "graph2.svg", "graph3.svg", "graph4.svg", "graph5.svg", "graph6.svg"})
+        EXPECT_TRUE(there(name)) << name;
+}
+
 TEST_F(Genhtml, TheFirstTemplateHasNoNumber) {
     put("myhtml.html", "first");
     put("myhtml0.html", "not read");
