@@ -186,7 +186,31 @@ TEST_F(Wxtext, DoesNotTouchThePeaks) {
     EXPECT_FALSE(world.state.reports.new_data);
 }
 
+TEST_F(Wxtext, TheUtcTimeIsThatOfTheReport) {
+    world.files.put("wxtexttemplate.txt", "~~WEBUTCTIME~~");
+    world.clock.advance(3s);
+    wxtext(world.copy);
+    EXPECT_EQ(file("wxtext.txt"), "03:05:10");
+    EXPECT_TRUE(file("NimbData.txt").ends_with(",03:05:10 UTC,October 21,9.00 am\r\n"));
+}
+
 class Genuiview : public Wxtext {};
+
+TEST_F(Genuiview, ThePacketsTimeIsThatOfItsWriting) {
+    world.state.reports.new_data = true;
+    world.clock.advance(3s);
+    genuiview(world.copy);
+    EXPECT_NE(file("APRS.txt").find(":@030510z"), std::string::npos) << file("APRS.txt");
+    EXPECT_EQ(world.state.readings.MaxGustMs, "6.2") << "the peak goes on";
+    EXPECT_FALSE(world.state.reports.new_data);
+}
+
+TEST_F(Genuiview, OneRunsAtATime) {
+    const auto busy = world.state.reports.genuibusy.try_hold();
+    genuiview(world.copy);
+    EXPECT_FALSE(world.files.exists("nimbryUI.txt"));
+    EXPECT_FALSE(world.files.exists("APRS.txt"));
+}
 
 TEST_F(Genuiview, TheSmallFileHasTheMomentAndTheWeather) {
     genuiview(world.copy);
