@@ -122,7 +122,7 @@ TEST_F(GenerationFailures, AMailThatIsMadeBetweenTwoPagesChangesNeither) {
     put("myhtml.html", "first");
     put("myhtml1.html", "~~WEBWINDGSS~~ ~~WEBMLTITLE~~");
     put("mail_alm_template.txt", "~~WEBMLTITLE~~~~WEBWINDGSS~~");
-    world.state.publish.MailTitle = "Title";
+    world.state.publish.NimbryFTPSetup.MailTitle = "Title";
     world.state.alarms.AlarmReason = "the wind speed is above the alarm threshold";
     world.state.alarms.gust = AlarmGust{"72.4 km/h", "72.4", 20.1};
     world.pauses.after(0ms, [&] { genAlarmMail(world.copy); });
