@@ -13,6 +13,7 @@ namespace nimbry::platform {
 //
 //   -> {"arguments":["boxes","Text2(0)"]}
 //   <- {"out":"Text2(0)\t+12.3 °C\n"}
+//   <- {"screen":["wide lines\n","narrow lines\n"]}
 //   <- {"status":0}
 //
 // An answer is any number of pieces and then its status; the copy then closes the connection.
@@ -25,12 +26,13 @@ struct AnswerPiece {
     enum class Kind {
         out,     ///< for standard output as it is
         err,     ///< one line for standard error, without its line end
-        screen,  ///< a picture of lines that takes the place of the one before
+        screen,  ///< lines that take the place of those before, in one or more layouts
         status,  ///< the end: what nimbryctl exits with
     };
     Kind kind = Kind::out;
     std::string text;  ///< UTF-8
     int status = 0;
+    std::vector<std::string> layouts = {};  ///< of a screen, the widest first; UTF-8
 };
 
 /// The line of a request, with its line end.

@@ -49,8 +49,8 @@ public:
 
     void print(std::string_view text) override { put({AnswerPiece::Kind::out, std::string(text), 0}); }
     void complain(std::string_view line) override { put({AnswerPiece::Kind::err, std::string(line), 0}); }
-    void show(std::string_view screen) override {
-        if (socket_.bytesToWrite() <= kScreensUnread) put({AnswerPiece::Kind::screen, std::string(screen), 0});
+    void show(const std::vector<std::string>& layouts) override {
+        if (socket_.bytesToWrite() <= kScreensUnread) put({AnswerPiece::Kind::screen, "", 0, layouts});
     }
     [[nodiscard]] bool listening() const override { return socket_.state() == QLocalSocket::ConnectedState; }
 

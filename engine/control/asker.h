@@ -1,6 +1,8 @@
 #pragma once
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace nimbry {
 
@@ -16,8 +18,9 @@ public:
     /// One line for standard error, without its line end: why the verb refused or failed.
     virtual void complain(std::string_view line) = 0;
 
-    /// Lines that take the place of those shown before.
-    virtual void show(std::string_view screen) = 0;
+    /// Lines that take the place of those shown before, in one or more layouts, the widest first: the asker shows the
+    /// first one that fits.
+    virtual void show(const std::vector<std::string>& layouts) = 0;
 
     /// False once the asker has gone.
     [[nodiscard]] virtual bool listening() const = 0;

@@ -18,7 +18,9 @@ namespace {
 using Rows = std::vector<std::vector<std::string>>;
 
 // Room for a usual reading from the start, so that the columns stand still while the boxes fill.
-constexpr std::size_t kNarrowest = 16;
+std::size_t least_width(PanelLayout layout) {
+    return layout == PanelLayout::wide ? 16 : 13;
+}
 
 constexpr std::array<std::array<std::string_view, 2>, 10> kPresent{{
     {"Text2(0)", "Text2(6)"},
@@ -44,28 +46,36 @@ constexpr std::array<std::array<std::string_view, 3>, 8> kExtremes{{
     {"TxtBarMin", "TxtYBarMin", ""},
 }};
 
-/// "Since 9:00 am" as the caption of a rainfall: "Rainfall since 9:00 am".
-std::string rain_caption(std::string period) {
+/// "Since 9:00 am" as the caption of a rainfall: "Rainfall since 9:00 am"; in the narrow layout "24 Hours prior to 9:00
+/// am" is "Rain 24 Hours to 9:00 am".
+std::string rain_caption(PanelLayout layout, std::string period) {
     if (!period.empty()) period[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(period[0])));
-    return trimmed("Rainfall " + period);
+    if (layout == PanelLayout::wide) return trimmed("Rainfall " + period);
+    static constexpr std::string_view prior = "prior ";
+    if (const auto at = period.find(prior); at != std::string::npos) period.erase(at, prior.size());
+    return trimmed("Rain " + period);
 }
 
-std::string caption_of(const MainPanel& panel, std::string_view name) {
-    if (name == "TxtRainToday") return rain_caption(panel.lblRainT.text);
-    if (name == "TxtRainYest") return rain_caption(panel.lblRainY.text);
+std::string caption_of(const MainPanel& panel, PanelLayout layout, std::string_view name) {
+    if (name == "TxtRainToday") return rain_caption(layout, panel.lblRainT.text);
+    if (name == "TxtRainYest") return rain_caption(layout, panel.lblRainY.text);
+    if (name == "TxtWindGLH" && layout == PanelLayout::narrow) return "Max. gust in the last hour";
     return std::string(panel_caption(name));
 }
 
 std::string text_of(const WeatherState& state, std::string_view name) {
     const Box* box = find_box(state, name);
-    return box == nullptr ? std::string() : trimmed(box->text);
+    std::string text = box == nullptr ? std::string() : trimmed(box->text);
+    // An hour without wind has the bare number in its box; between readings with units it looks like a fault.
+    if (name == "TxtWindGLH" && text == "0") text += " " + state.units.wind_text;
+    return text;
 }
 
 /// The rows as lines, with two blanks between columns and one at the left.
-std::string lines_of(const Rows& rows) {
+std::string lines_of(const Rows& rows, PanelLayout layout) {
     std::vector<std::size_t> widths;
     for (const auto& row : rows) {
-        widths.resize(std::max(widths.size(), row.size()), kNarrowest);
+        widths.resize(std::max(widths.size(), row.size()), least_width(layout));
         for (std::size_t n = 0; n < row.size(); ++n) widths[n] = std::max(widths[n], row[n].size());
     }
     std::string lines;
@@ -85,33 +95,48 @@ Rows head_rows(const MainPanel& panel) {
     return {{trimmed(panel.TxtTime.text + "  " + panel.TxtDate.text), panel.lblStatus.text, battery}};
 }
 
-Rows present_rows(const WeatherState& state) {
+/// What is wrong with the line, or an empty one.
+std::string trouble_line(const WeatherState& state) {
+    const std::string& trouble = state.comm.PortTrouble;
+    return trouble.empty() ? "\n" : " " + utf8_text(trouble) + "\n";
+}
+
+Rows present_rows(const WeatherState& state, PanelLayout layout) {
     Rows rows;
     for (const auto& names : kPresent) {
         rows.emplace_back();
         for (const std::string_view name : names) {
-            rows.back().push_back(caption_of(state.panel, name));
+            rows.back().push_back(caption_of(state.panel, layout, name));
             rows.back().push_back(text_of(state, name));
         }
     }
     return rows;
 }
 
-Rows extreme_rows(const WeatherState& state) {
-    Rows rows{{"Extreme Conditions", state.panel.lblToday.text, state.panel.lblYesterday.text,
-               "Since the last station reset"}};
+/// The columns of kExtremes from `first` to `last` with a row for each that has a text there.
+Rows extreme_rows(const WeatherState& state, std::size_t first, std::size_t last) {
+    const std::array<std::string, 3> heads{state.panel.lblToday.text, state.panel.lblYesterday.text,
+                                           "Since the last station reset"};
+    Rows rows{{"Extreme Conditions"}};
+    for (std::size_t n = first; n <= last; ++n) rows.back().push_back(heads[n]);
     for (const auto& names : kExtremes) {
-        rows.push_back({caption_of(state.panel, names[0])});
-        for (const std::string_view name : names) rows.back().push_back(text_of(state, name));
+        if (names[first].empty()) continue;
+        rows.push_back({std::string(panel_caption(names[0]))});
+        for (std::size_t n = first; n <= last; ++n) rows.back().push_back(text_of(state, names[n]));
     }
     return rows;
 }
 
+std::string extremes_table(const WeatherState& state, PanelLayout layout) {
+    if (layout == PanelLayout::wide) return lines_of(extreme_rows(state, 0, 2), layout);
+    return lines_of(extreme_rows(state, 0, 1), layout) + '\n' + lines_of(extreme_rows(state, 2, 2), layout);
+}
+
 }  // namespace
 
-std::string panel_table(const WeatherState& state) {
-    return lines_of(head_rows(state.panel)) + '\n' + lines_of(present_rows(state)) + '\n' +
-           lines_of(extreme_rows(state));
+std::string panel_table(const WeatherState& state, PanelLayout layout) {
+    return lines_of(head_rows(state.panel), layout) + trouble_line(state) +
+           lines_of(present_rows(state, layout), layout) + '\n' + extremes_table(state, layout);
 }
 
 }  // namespace nimbry

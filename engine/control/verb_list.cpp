@@ -11,11 +11,14 @@ constexpr std::array kVerbs{
     VerbUsage{"boxes", "[NAME...] [--json]", "the boxes of the windows with their texts"},
     VerbUsage{"status", "[--json]", "role, station time, serial line and what it has delivered"},
     VerbUsage{"notices", "[--json]", "the last 50 notices, oldest first"},
-    VerbUsage{"panel", "[--once]", "the readings as a table, drawn again when they change, until Ctrl-C"},
+    VerbUsage{"panel", "[--once] [--below TEXT]",
+              "the readings as a table, drawn again when they change, until Ctrl-C; TEXT stands below it"},
     VerbUsage{"extremes", "", "the records of today and of yesterday"},
     VerbUsage{"summary", "", "the summary of the month in progress"},
-    VerbUsage{"graph", "NAME [--svg FILE | --png FILE] [--size WxH]",
-              "a picture of temperature, humidity, wind, barometer, rain or direction"},
+    VerbUsage{"graph",
+              "temperature|humidity|wind|barometer|rain|direction [--svg FILE | --png FILE] "
+              "[--size WxH, 160x100 to 10000x10000]",
+              "a picture of the last day"},
     VerbUsage{"tag", "NAME...", "what tags of the templates print now, named without tildes"},
     VerbUsage{"get", "SECTION KEY", "the value in force of a key of Nimbry.ini"},
     VerbUsage{"set", "SECTION KEY VALUE", "sets a key in Nimbry.ini and in the running copy"},
@@ -43,7 +46,7 @@ const VerbUsage* verb_named(std::string_view name) {
 }
 
 std::string usage_line(const VerbUsage& verb) {
-    std::string line = "usage: nimbryctl --dir DIR " + std::string(verb.name);
+    std::string line = "usage: nimbryctl [--dir DIR] " + std::string(verb.name);
     if (!verb.arguments.empty()) line += ' ' + std::string(verb.arguments);
     return line;
 }

@@ -19,7 +19,7 @@ struct VerbUsage {
 /// The verb of a name; nullptr when there is none.
 [[nodiscard]] const VerbUsage* verb_named(std::string_view name);
 
-/// "usage: nimbryctl --dir DIR set SECTION KEY VALUE".
+/// "usage: nimbryctl [--dir DIR] set SECTION KEY VALUE".
 [[nodiscard]] std::string usage_line(const VerbUsage& verb);
 
 }  // namespace nimbry

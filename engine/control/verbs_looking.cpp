@@ -123,16 +123,13 @@ VerbStatus panel_verb(Copy& copy, const std::vector<std::string>& arguments, Ask
     static constexpr std::string_view once = "--once";
     const VerbArguments given(arguments, {once});
     if (!given.right() || !given.words().empty()) return VerbStatus::bad_usage;
-    if (given.has(once)) {
-        asker.print(panel_table(copy.state));
-        return VerbStatus::done;
-    }
-    std::string shown;
+    std::vector<std::string> shown;
     while (asker.listening()) {
-        if (std::string now = panel_table(copy.state); now != shown) {
-            asker.show(now);
-            shown = std::move(now);
-        }
+        std::vector<std::string> now{panel_table(copy.state, PanelLayout::wide),
+                                     panel_table(copy.state, PanelLayout::narrow)};
+        if (now != shown) asker.show(now);
+        if (given.has(once)) break;
+        shown = std::move(now);
         copy.ports.pauses.pause(kBetweenLooks);
     }
     return VerbStatus::done;

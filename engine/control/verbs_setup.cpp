@@ -105,7 +105,7 @@ VerbStatus location_verb(Copy& copy, const std::vector<std::string>& arguments, 
     dialog.Check2 = !take_sign(dialog.Text8);
     const auto refusal = accept_location(copy, dialog);
     if (!refusal) return VerbStatus::done;
-    asker.complain(utf8_text(refusal->message));
+    asker.complain((refusal->control == "Text7" ? "Latitude: " : "Longitude: ") + utf8_text(refusal->message));
     return VerbStatus::failed;
 }
 

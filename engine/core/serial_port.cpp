@@ -74,8 +74,16 @@ PortOpenResult open_twice(Copy& copy, int opening, PortOpenResult (*open)(Copy&)
     return second;
 }
 
+/// The failure as a sentence of its own: in the box some go on in the next line.
+std::string failure_sentence(PortOpenResult result) {
+    std::string text = port_failure_text(static_cast<int>(result));
+    if (text.ends_with(',')) text.pop_back();
+    return text;
+}
+
 void begin_listening(Copy& copy) {
     CommState& comm = copy.state.comm;
+    comm.PortTrouble.clear();
     comm.SerComReady = true;
     comm.Rflagb = false;
     comm.ccheckflagb = false;
@@ -104,6 +112,7 @@ std::string port_failure_text(int number) {
 void close_serial_port(Copy& copy) {
     ++copy.state.run.port_opening;
     copy.state.comm.SerComReady = false;
+    copy.state.comm.PortTrouble.clear();
     copy.ports.line.close();
 }
 
@@ -117,6 +126,8 @@ void open_serial_port(Copy& copy) {
         return;
     }
     copy.log.event(" COM Port Error, " + port_failure_text(static_cast<int>(result)));
+    copy.state.comm.PortTrouble =
+        "COM Port Error, " + failure_sentence(result) + " (" + device_of_this_run(copy.state) + ")";
     start_event(copy, "initprog", [&copy, opening] {
         if (open_sooner_or_later(copy, opening)) begin_listening(copy);
     });
@@ -127,9 +138,11 @@ void line_lost(Copy& copy) {
     close_serial_port(copy);
     const int opening = copy.state.run.port_opening;
     copy.log.event(" Serial port lost");
+    copy.state.comm.PortTrouble = "Serial port lost (" + device_of_this_run(copy.state) + ")";
     start_event(copy, "OnComm", [&copy, opening] {
         if (!open_sooner_or_later(copy, opening)) return;
         copy.state.comm.SerComReady = true;
+        copy.state.comm.PortTrouble.clear();
         copy.log.event(" Serial port opened again");
     });
 }

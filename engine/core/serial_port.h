@@ -22,7 +22,7 @@ void close_serial_port(Copy& copy);
 /// and WaitCancelled is thrown. Without a window the failure goes to the program log once, and the port is tried again
 /// after 1, 2, 5 and 10 seconds and then every 30, for ever; this function then returns after the first failure.
 ///
-/// A later call takes over from one that is still trying.
+/// As long as the port is tried again, `PortTrouble` says why. A later call takes over from one that is still trying.
 void open_serial_port(Copy& copy);
 
 /// The device of the open port has gone away: called by OnComm half a second after the fault. Logs " Serial port lost"

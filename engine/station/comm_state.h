@@ -47,6 +47,9 @@ struct CommState {
 
     std::string EventWord;  ///< "weather data" and the other event words
     std::string ErrorWord;  ///< "Framing Error" and the other error words
+    /// Why a copy that should listen to a port does not, "Serial port lost (/dev/ttyUSB0)"; empty while it does. Only
+    /// people read it.
+    std::string PortTrouble;
 
     /// Counted for `nimbryctl status`; nothing in the engine depends on them.
     struct Counters {

@@ -22,6 +22,7 @@
 #include "platform/control_protocol.h"
 #include "platform/control_socket.h"
 #include "platform/program_folder.h"
+#include "programs/nimbryctl/panel_screen.h"
 #include "programs/nimbryctl/png_picture.h"
 
 namespace {
@@ -54,21 +55,6 @@ std::string help() {
     return text + "\nExit status: 0 done, 1 refused or failed, 2 bad usage, 4 no running copy in DIR.\n";
 }
 
-/// Shows lines in the place of those before; where the output is no terminal, below them.
-void show(const std::string& screen) {
-    static constexpr std::string_view to_the_top = "\x1b[H", clear_line = "\x1b[K", clear_below = "\x1b[J";
-    if (::isatty(STDOUT_FILENO) == 0) {
-        say(stdout, screen + '\n');
-        return;
-    }
-    std::string drawn(to_the_top);
-    for (const char c : screen) {
-        if (c == '\n') drawn += clear_line;
-        drawn += c;
-    }
-    say(stdout, drawn += clear_below);
-}
-
 bool send_all(const Descriptor& socket, const QByteArray& bytes) {
     for (qsizetype sent = 0; sent < bytes.size();) {
         const ssize_t more =
@@ -79,12 +65,14 @@ bool send_all(const Descriptor& socket, const QByteArray& bytes) {
     return true;
 }
 
-/// Takes the pieces as they come: `out` those for standard output, the others are printed. The status at their end;
-/// nothing when the copy has gone before that.
-std::optional<int> take_answer(const Descriptor& socket, const std::function<void(std::string_view)>& out) {
+/// Takes the pieces as they come: `out` those for standard output, `screen` the panel, the others are printed. The
+/// status at their end; nothing when the copy has gone before that.
+std::optional<int> take_answer(const Descriptor& socket, const std::function<void(std::string_view)>& out,
+                               PanelScreen& screen) {
     QByteArray held;
     char piece[64 * 1024];
     while (true) {
+        screen.wait_for(socket.number());
         const ssize_t got = ::recv(socket.number(), piece, sizeof piece, 0);
         if (got < 0 && errno == EINTR) continue;
         if (got <= 0) return std::nullopt;
@@ -96,7 +84,7 @@ std::optional<int> take_answer(const Descriptor& socket, const std::function<voi
             switch (answer->kind) {
                 case AnswerPiece::Kind::out: out(answer->text); break;
                 case AnswerPiece::Kind::err: say(stderr, answer->text + '\n'); break;
-                case AnswerPiece::Kind::screen: show(answer->text); break;
+                case AnswerPiece::Kind::screen: screen.show(answer->layouts); break;
                 case AnswerPiece::Kind::status: return answer->status;
             }
         }
@@ -122,17 +110,18 @@ std::vector<std::string> with_whole_path(std::vector<std::string> arguments) {
     return arguments;
 }
 
-/// Takes "--png FILE" out of the arguments of a graph: the copy is asked for the SVG, and nimbryctl draws it.
-std::optional<std::string> take_png(std::vector<std::string>& arguments) {
-    const auto option = std::find(arguments.begin(), arguments.end(), "--png");
-    if (arguments.front() != "graph" || option == arguments.end() || option + 1 == arguments.end()) return std::nullopt;
-    std::string file = *(option + 1);
+/// Takes an option of nimbryctl's own, which the copy is not told, out of the arguments of `verb`, and gives its value.
+std::optional<std::string> take_option(std::vector<std::string>& arguments, std::string_view verb,
+                                       std::string_view name) {
+    const auto option = std::find(arguments.begin(), arguments.end(), name);
+    if (arguments.front() != verb || option == arguments.end() || option + 1 == arguments.end()) return std::nullopt;
+    std::string value = *(option + 1);
     arguments.erase(option, option + 2);
-    return file;
+    return value;
 }
 
 int ask(const ControlConnection& copy, const std::vector<std::string>& arguments,
-        const std::function<void(std::string_view)>& out) {
+        const std::function<void(std::string_view)>& out, PanelScreen& screen) {
     const bool stops = arguments.front() == "stop";
     // Held from the start, so that it can mean no other process that gets the same number later.
     const Descriptor process(stops && copy.process > 0 ? static_cast<int>(::syscall(SYS_pidfd_open, copy.process, 0))
@@ -143,7 +132,7 @@ int ask(const ControlConnection& copy, const std::vector<std::string>& arguments
     }
     if (!send_all(copy.socket, request)) return refuse(failed, "the copy ended before it was asked");
 
-    const std::optional<int> status = take_answer(copy.socket, out);
+    const std::optional<int> status = take_answer(copy.socket, out, screen);
     if (stops && status.value_or(done) == done) {
         wait_for_end(process);
         return done;
@@ -190,17 +179,20 @@ int main(int argc, char** argv) {
     if (!folder) return refuse(no_copy, folder.error);
     const ControlConnection copy = nimbry::platform::connect_to_copy(folder.path);
     if (!copy.socket) return refuse(no_copy, "no copy of Nimbry runs in " + folder.path);
-    const std::optional<std::string> png = take_png(arguments);
+    const std::optional<std::string> png = take_option(arguments, "graph", "--png");
+    const std::optional<std::string> below = take_option(arguments, "panel", "--below");
     if (png && std::find(arguments.begin(), arguments.end(), "--svg") != arguments.end())
         return refuse(bad_usage, "a picture is written as an SVG or as a PNG, not both");
     std::string picture;
-    const int status = ask(copy, with_whole_path(arguments), [&](std::string_view text) {
+    const auto out = [&](std::string_view text) {
         if (png) {
             picture += text;
         } else {
             say(stdout, text);
         }
-    });
+    };
+    PanelScreen screen(below.value_or(""), std::find(arguments.begin(), arguments.end(), "--once") != arguments.end());
+    const int status = ask(copy, with_whole_path(arguments), out, screen);
     if (!png || status != done) return status;
     return write_png(picture, *png) ? done : refuse(failed, "the picture could not be written to " + *png);
 }

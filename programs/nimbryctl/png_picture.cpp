@@ -8,7 +8,14 @@
 #include <QString>
 #include <QSvgRenderer>
 
+namespace {
+/// What Qt has to say about its surroundings (no XDG_RUNTIME_DIR, no fonts ...) is nothing for standard error, which is
+/// for reasons of a failure.
+void drop_message(QtMsgType, const QMessageLogContext&, const QString&) {}
+}  // namespace
+
 bool write_png(std::string_view svg, const std::string& file) {
+    qInstallMessageHandler(drop_message);
     // Letters need an application, and that one needs no screen.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     int count = 1;

@@ -34,12 +34,16 @@ TEST(ControlProtocolTest, AnythingElseIsNoRequest) {
 TEST(ControlProtocolTest, EveryKindOfPieceArrivesAsItWasSent) {
     EXPECT_EQ(answer_line({Kind::out, "+1 °C\n", 0}), "{\"out\":\"+1 °C\\n\"}\n");
     EXPECT_EQ(answer_line({Kind::status, "", 1}), "{\"status\":1}\n");
-    for (const Kind kind : {Kind::out, Kind::err, Kind::screen}) {
+    for (const Kind kind : {Kind::out, Kind::err}) {
         const auto piece = parse_answer(answer_line({kind, "two\nlines ü", 0}));
         ASSERT_TRUE(piece);
         EXPECT_EQ(piece->kind, kind);
         EXPECT_EQ(piece->text, "two\nlines ü");
     }
+    const auto screen = parse_answer(answer_line({Kind::screen, "", 0, {"wide\n°", "small"}}));
+    ASSERT_TRUE(screen);
+    EXPECT_EQ(screen->kind, Kind::screen);
+    EXPECT_EQ(screen->layouts, (std::vector<std::string>{"wide\n°", "small"}));
     const auto end = parse_answer(answer_line({Kind::status, "", 2}));
     ASSERT_TRUE(end);
     EXPECT_EQ(end->kind, Kind::status);
@@ -47,7 +51,8 @@ TEST(ControlProtocolTest, EveryKindOfPieceArrivesAsItWasSent) {
 }
 
 TEST(ControlProtocolTest, AnythingElseIsNoPiece) {
-    for (const char* line : {"", "{}", "{\"out\":1}", "{\"status\":\"0\"}", "out", "[]"}) {
+    for (const char* line : {"", "{}", "{\"out\":1}", "{\"screen\":\"text\"}", "{\"screen\":[]}", "{\"screen\":[1]}",
+                             "{\"status\":\"0\"}", "out", "[]"}) {
         EXPECT_FALSE(parse_answer(line)) << line;
     }
 }

@@ -14,81 +14,15 @@
 #include <ctime>
 #include <list>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
-#include "platform/control_protocol.h"
-#include "platform/loop_pauses.h"
-#include "platform/system_clock.h"
-#include "tests/platform/event_loop.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/platform/control_server_fixture.h"
 
 namespace nimbry::platform::test {
 namespace {
 
 using namespace std::chrono_literals;
-using Words = std::vector<std::string>;
-
-/// The other end of a connection, in the same event loop.
-class TestCaller {
-public:
-    explicit TestCaller(const std::string& folder) : connection_(connect_to_copy(folder)) {}
-
-    [[nodiscard]] bool connected() const { return static_cast<bool>(connection_.socket); }
-    [[nodiscard]] pid_t process() const { return connection_.process; }
-
-    void send(const QByteArray& bytes) const {
-        (void)::send(connection_.socket.number(), bytes.data(), static_cast<std::size_t>(bytes.size()), MSG_NOSIGNAL);
-    }
-    void ask(const Words& words) const { send(request_line(words)); }
-    void hang_up() { connection_.socket.close(); }
-
-    /// Takes what has come. True once the copy has closed the connection.
-    bool read() {
-        char piece[64 * 1024];
-        while (true) {
-            const ssize_t got = ::recv(connection_.socket.number(), piece, sizeof piece, MSG_DONTWAIT);
-            if (got < 0) return errno != EAGAIN;
-            if (got == 0) return true;
-            received_.append(piece, got);
-        }
-    }
-    /// Reads until the copy has closed the connection.
-    std::string answer() {
-        EXPECT_TRUE(run_events_until([this] { return read(); }));
-        return received_.toStdString();
-    }
-    [[nodiscard]] std::string received() const { return received_.toStdString(); }
-
-private:
-    ControlConnection connection_;
-    QByteArray received_;
-};
-
-class ControlServerTest : public testing::Test {
-protected:
-    ControlServerTest() { serve(folder.path()); }
-    ~ControlServerTest() override { pauses.finish(); }
-
-    void serve(const std::string& path, std::chrono::milliseconds patience = 10s) {
-        server.emplace(
-            path, pauses, [this](const Words& words, Asker& asker) { return answering(words, asker); }, patience);
-    }
-    [[nodiscard]] bool comes(const std::function<bool()>& condition) { return run_events_until(condition); }
-
-    TemporaryFolder folder;
-    SystemClock clock;
-    LoopPauses pauses{clock};
-    /// What the copy does with a request; a test puts its own in.
-    std::function<int(const Words&, Asker&)> answering = [](const Words& words, Asker& asker) {
-        for (const std::string& word : words) asker.print(word + '\n');
-        return 0;
-    };
-    std::optional<ControlServer> server;
-};
-
-constexpr const char* kDone = "{\"status\":0}\n";
 
 TEST_F(ControlServerTest, ARequestIsAnsweredAndTheConnectionCloses) {
     TestCaller caller(folder.path());
@@ -101,12 +35,12 @@ TEST_F(ControlServerTest, ARequestIsAnsweredAndTheConnectionCloses) {
 TEST_F(ControlServerTest, EveryPieceAndTheStatusReachTheCaller) {
     answering = [](const Words&, Asker& asker) {
         asker.complain("why");
-        asker.show("picture\n");
+        asker.show({"picture\n", "small\n"});
         return 1;
     };
     TestCaller caller(folder.path());
     caller.ask({"x"});
-    EXPECT_EQ(caller.answer(), "{\"err\":\"why\"}\n{\"screen\":\"picture\\n\"}\n{\"status\":1}\n");
+    EXPECT_EQ(caller.answer(), "{\"err\":\"why\"}\n{\"screen\":[\"picture\\n\",\"small\\n\"]}\n{\"status\":1}\n");
 }
 
 TEST_F(ControlServerTest, ArgumentsBecomeTextsOfTheEngine) {
@@ -254,7 +188,7 @@ TEST_F(ControlServerTest, AnAnswerThatIsNeverFetchedIsGivenUp) {
 
 TEST_F(ControlServerTest, ScreensThatACallerHasNoTimeForAreLeftOut) {
     answering = [](const Words&, Asker& asker) {
-        for (int n = 0; n < 10'000; ++n) asker.show(std::string(10'000, 's'));
+        for (int n = 0; n < 10'000; ++n) asker.show({std::string(10'000, 's')});
         return asker.listening() ? 0 : 1;
     };
     TestCaller caller(folder.path());
@@ -323,90 +257,6 @@ TEST_F(ControlServerTest, ItEndsWithCallersStillThere) {
     server.reset();
     EXPECT_TRUE(comes([&] { return silent.read() && asked.read(); }));
     EXPECT_FALSE(TestCaller(folder.path()).connected());
-}
-
-TEST_F(ControlServerTest, TheSocketLiesInTheFolderForItsOwnerAloneAndGoesWithTheCopy) {
-    struct stat facts {};
-    ASSERT_EQ(::lstat(folder.path("nimbry.socket").c_str(), &facts), 0);
-    EXPECT_TRUE(S_ISSOCK(facts.st_mode));
-    EXPECT_EQ(facts.st_mode & 0777U, 0600U);
-    server.reset();
-    EXPECT_EQ(folder.count(), 0);
-    EXPECT_FALSE(TestCaller(folder.path()).connected());
-}
-
-TEST_F(ControlServerTest, AnotherUserCannotOpenIt) {
-    if (::geteuid() != 0) GTEST_SKIP() << "only root can become another user";
-    std::filesystem::permissions(folder.path(), std::filesystem::perms::all);
-    const OrdinaryUser user;
-    EXPECT_FALSE(TestCaller(folder.path()).connected());
-}
-
-TEST_F(ControlServerTest, AnotherUsersCopyCountsOnlyForTheOwnerOfTheFolder) {
-    if (::geteuid() != 0) GTEST_SKIP() << "only root can become another user";
-    server.reset();
-    std::filesystem::permissions(folder.path(), std::filesystem::perms::all);
-    {
-        const OrdinaryUser user;
-        serve(folder.path());
-        ASSERT_EQ(server->error(), "");
-    }
-    EXPECT_FALSE(TestCaller(folder.path()).connected()) << "a stranger's socket in root's folder";
-    OrdinaryUser::give(folder.path());
-    EXPECT_TRUE(TestCaller(folder.path()).connected()) << "root asks the copy of the folder's owner";
-}
-
-TEST_F(ControlServerTest, AFoldersNameMayBeOfAnyLength) {
-    std::string deep = folder.path();
-    for (int n = 0; n < 6; ++n) deep += '/' + std::string(200, 'n');
-    std::filesystem::create_directories(deep);
-    server.reset();
-    serve(deep);
-    EXPECT_EQ(server->error(), "");
-    EXPECT_TRUE(std::filesystem::exists(deep + "/nimbry.socket"));
-    TestCaller caller(deep);
-    caller.ask({"x"});
-    EXPECT_EQ(caller.answer(), std::string("{\"out\":\"x\\n\"}\n") + kDone);
-}
-
-TEST_F(ControlServerTest, TheSocketOfAKilledCopyIsReplaced) {
-    server.reset();
-    {
-        // What a killed copy leaves: a name that nobody listens at.
-        const Descriptor left(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        folder.path("nimbry.socket").copy(address.sun_path, sizeof address.sun_path - 1);
-        ASSERT_EQ(::bind(left.number(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-    }
-    ASSERT_TRUE(folder.holds("nimbry.socket"));
-    EXPECT_FALSE(TestCaller(folder.path()).connected());
-    serve(folder.path());
-    EXPECT_TRUE(TestCaller(folder.path()).connected());
-}
-
-TEST_F(ControlServerTest, WhereTheFolderTakesNoSocketTheCopyIsReachedAllTheSame) {
-    server.reset();
-    folder.put("nimbry.socket", "somebody's file");
-    serve(folder.path());
-    EXPECT_EQ(server->error(), "");
-    EXPECT_EQ(folder.contents("nimbry.socket"), "somebody's file");
-    EXPECT_TRUE(TestCaller(folder.path()).connected());
-
-    struct stat facts {};
-    ASSERT_EQ(::stat(folder.path().c_str(), &facts), 0);
-    const std::string name =
-        "/tmp/nimbry-" + std::to_string(facts.st_dev) + '-' + std::to_string(facts.st_ino) + ".socket";
-    EXPECT_TRUE(std::filesystem::exists(name));
-    server.reset();
-    EXPECT_FALSE(std::filesystem::exists(name));
-}
-
-TEST_F(ControlServerTest, AMissingFolderHasNoSocketAndNoCopy) {
-    server.reset();
-    serve(folder.path("missing"));
-    EXPECT_EQ(server->error(), "No such file or directory");
-    EXPECT_FALSE(TestCaller(folder.path("missing")).connected());
 }
 
 }  // namespace

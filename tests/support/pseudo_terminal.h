@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <pty.h>
+#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -54,6 +55,12 @@ public:
         for (ssize_t count = read(master_, piece, sizeof piece); count > 0; count = read(master_, piece, sizeof piece))
             text.append(piece, static_cast<std::size_t>(count));
         return text;
+    }
+
+    /// Gives the line the size of a window. The program is not told: that is for the terminal that it belongs to.
+    void resize(unsigned short columns, unsigned short rows) const {
+        const winsize size{rows, columns, 0, 0};
+        ioctl(master_, TIOCSWINSZ, &size);
     }
 
     void unplug() {

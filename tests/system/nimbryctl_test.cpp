@@ -1,5 +1,3 @@
-#include <fcntl.h>
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <QJsonArray>
@@ -9,50 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "tests/system/running_copy.h"
-#include "tests/system/station_line.h"
+#include "tests/system/nimbryctl_fixture.h"
 
 namespace nimbry::system_test {
 namespace {
-
-/// What nimbryctl said to one question.
-struct Said {
-    Ending ending;
-    std::string out, err;
-};
-
-Said ask(const std::vector<std::string>& arguments, const Process::Setting& setting = {}) {
-    Process nimbryctl(NIMBRYCTL, arguments, setting);
-    const Ending ending = nimbryctl.ending();
-    return {ending, nimbryctl.standard_output(), nimbryctl.standard_error()};
-}
-
-class NimbryctlTest : public testing::Test {
-protected:
-    /// Asks the copy of the test's folder.
-    [[nodiscard]] Said ask_copy(std::vector<std::string> words) const {
-        words.insert(words.begin(), {"--dir", folder.path()});
-        return ask(words);
-    }
-    /// Two trains: the second one's readings are shown.
-    void send_trains() {
-        for (int taken = 1; taken <= 2; ++taken) {
-            station.send(train_of_now());
-            ASSERT_TRUE(eventually([&] { return copy->frames("trains") == taken; }));
-        }
-    }
-    /// Starts the copy, and lets it take its first trains when `with_trains`.
-    void start(bool with_trains = false) {
-        folder.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\n");
-        copy.emplace(folder, station.device());
-        ASSERT_TRUE(copy->listens());
-        if (with_trains) send_trains();
-    }
-
-    TemporaryFolder folder;
-    StationLine station;
-    std::optional<RunningCopy> copy;
-};
 
 TEST_F(NimbryctlTest, WithoutARunningCopyItEndsWith4) {
     const Said said = ask_copy({"status"});
@@ -161,113 +119,6 @@ TEST_F(NimbryctlTest, StopReturnsWhenTheCopyHasGone) {
     EXPECT_FALSE(folder.holds("nimbry.lock"));
 }
 
-TEST_F(NimbryctlTest, ThePanelIsShownAtEveryTrainAndEndsWithTheCopy) {
-    start();
-    Process panel(NIMBRYCTL, {"--dir", folder.path(), "panel"});
-    ASSERT_TRUE(eventually([&] { return panel.standard_output().find("Program Starting") != std::string::npos; }));
-    EXPECT_EQ(panel.standard_output().find("+12.3 °C"), std::string::npos);
-    send_trains();
-    EXPECT_TRUE(eventually([&] { return panel.standard_output().find("+12.3 °C") != std::string::npos; }));
-    EXPECT_EQ(panel.standard_output().find('\x1b'), std::string::npos) << "a file gets no signs for a terminal";
-    copy->signal(SIGTERM);
-    EXPECT_EQ(panel.ending(), exited(0));
-
-    EXPECT_EQ(copy->ending(), exited(0));
-}
-
-/// A terminal as far as the panel needs one: it writes over what stands there, and knows three signs. (ESC [ H: to the
-/// top; ESC [ K: the rest of the line goes; ESC [ J: everything behind goes.)
-class Terminal {
-public:
-    explicit Terminal(const std::vector<std::string>& shown) : rows_(shown) {}
-
-    void write(const std::string& text) {
-        held_ += text;
-        while (!held_.empty() && take_one()) {
-        }
-    }
-    /// Everything that is shown, as lines without blank ones at the end.
-    [[nodiscard]] std::string screen() const {
-        std::string text;
-        for (const std::string& row : rows_) text += row + '\n';
-        while (text.ends_with("\n\n")) text.pop_back();
-        return text;
-    }
-
-private:
-    bool take_one() {
-        if (held_.front() != '\x1b') {
-            put(held_.front());
-            held_.erase(0, 1);
-            return true;
-        }
-        if (held_.size() < 3) return false;  // the rest comes with the next piece
-        const std::string sign = held_.substr(0, 3);
-        held_.erase(0, 3);
-        if (sign == "\x1b[H") {
-            row_ = column_ = 0;
-        } else if (sign == "\x1b[K") {
-            line().resize(column_);
-        } else if (sign == "\x1b[J") {
-            line().resize(column_);
-            rows_.resize(row_ + 1);
-        } else {
-            ADD_FAILURE() << "a sign that this terminal does not know";
-        }
-        return true;
-    }
-    void put(char c) {
-        if (c == '\n') {
-            ++row_;
-            column_ = 0;
-            return;
-        }
-        if (line().size() <= column_) line().resize(column_ + 1, ' ');
-        line()[column_++] = c;
-    }
-    std::string& line() {
-        if (rows_.size() <= row_) rows_.resize(row_ + 1);
-        return rows_[row_];
-    }
-
-    std::vector<std::string> rows_;
-    std::size_t row_ = 0, column_ = 0;
-    std::string held_;
-};
-
-TEST_F(NimbryctlTest, OnATerminalThePanelIsDrawnInPlace) {
-    start();
-    const PseudoTerminal window;
-    const auto on_the_terminal = [device = window.device()] {
-        const int terminal = open(device.c_str(), O_WRONLY | O_NOCTTY);
-        if (terminal < 0 || dup2(terminal, STDOUT_FILENO) < 0) _exit(126);
-    };
-    Process panel(NIMBRYCTL, {"--dir", folder.path(), "panel"}, {.environment = {}, .in_child = on_the_terminal});
-
-    // Longer and wider than the panel: nothing of it may be left.
-    Terminal terminal(std::vector<std::string>(60, std::string(200, '#')));
-    const auto shows_the_panel = [&] {
-        terminal.write(window.received());
-        return terminal.screen() == ask_copy({"panel", "--once"}).out;
-    };
-    EXPECT_TRUE(eventually(shows_the_panel)) << terminal.screen();
-    send_trains();
-    EXPECT_TRUE(eventually([&] {
-        return shows_the_panel() && terminal.screen().find("+12.3 °C") != std::string::npos;
-    })) << terminal.screen();
-    EXPECT_EQ(panel.standard_output(), "");
-    panel.signal(SIGINT);
-    EXPECT_EQ(panel.ending(), (Ending{false, SIGINT}));
-    EXPECT_TRUE(copy->runs()) << "the copy goes on";
-}
-
-TEST_F(NimbryctlTest, ThePanelCanBePrintedOnce) {
-    start(true);
-    const Said said = ask_copy({"panel", "--once"});
-    EXPECT_EQ(said.ending, exited(0));
-    EXPECT_NE(said.out.find(" Outdoor Temp.     +12.3 °C"), std::string::npos) << said.out;
-}
-
 TEST_F(NimbryctlTest, ACopyThatIsKilledLeavesNothingInTheWay) {
     start();
     copy->signal(SIGKILL);
@@ -303,9 +154,12 @@ TEST_F(NimbryctlTest, AGraphLiesWhereNimbryctlWasCalled) {
 
 TEST_F(NimbryctlTest, AGraphIsDrawnAsAPngOfItsSize) {
     start(true);
-    const Said said = ask_copy({"graph", "temperature", "--size", "300x200", "--png", folder.path("t.png")});
-    EXPECT_EQ(said.ending, exited(0)) << said.err;
-    EXPECT_EQ(said.out, "");
+    // Without that variable Qt would have something to say.
+    const Process::Setting bare{.environment = {{"XDG_RUNTIME_DIR", ""}}, .in_child = {}};
+    const Said said =
+        ask({"--dir", folder.path(), "graph", "temperature", "--size", "300x200", "--png", folder.path("t.png")}, bare);
+    EXPECT_EQ(said.ending, exited(0));
+    EXPECT_EQ(said.out + said.err, "");
     const std::string picture = folder.contents("t.png");
     EXPECT_TRUE(picture.starts_with("\x89PNG\r\n")) << picture.size();
     // Width and height stand at byte 16 and 20, the most significant byte first.

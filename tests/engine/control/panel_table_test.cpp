@@ -18,8 +18,8 @@ protected:
         reset_main_panel(state);
         set_changeover_captions(state.panel, state.settings);
     }
-    [[nodiscard]] std::vector<std::string> lines() const {
-        std::istringstream table(panel_table(state));
+    [[nodiscard]] std::vector<std::string> lines(PanelLayout layout = PanelLayout::wide) const {
+        std::istringstream table(panel_table(state, layout));
         std::vector<std::string> all;
         for (std::string line; std::getline(table, line);) all.push_back(line);
         return all;
@@ -67,7 +67,7 @@ TEST_F(PanelTableTest, ExtremesStandInThreeColumnsUnderTheChangeoverInForce) {
 }
 
 TEST_F(PanelTableTest, TheLowBatteryIsToldOnlyWhileItIs) {
-    EXPECT_EQ(panel_table(state).find("Low Battery"), std::string::npos);
+    EXPECT_EQ(lines()[0].find("Low Battery"), std::string::npos);
     state.panel.lblLowBattery.visible = true;
     EXPECT_NE(lines()[0].find("Program Starting  Low Battery !"), std::string::npos) << lines()[0];
 }
@@ -91,8 +91,64 @@ TEST_F(PanelTableTest, EveryReadingOfTheMainWindowIsInIt) {
           &panel.TxtOsHumHi,  &panel.TxtOsHumLo,  &panel.TxtWindHiG}) {
         mark(*box);
     }
-    const std::string table = panel_table(state);
-    for (const std::string& text : marks) EXPECT_NE(table.find(text), std::string::npos) << text;
+    for (const PanelLayout layout : {PanelLayout::wide, PanelLayout::narrow}) {
+        const std::string table = panel_table(state, layout);
+        for (const std::string& text : marks) EXPECT_NE(table.find(text), std::string::npos) << text;
+    }
+}
+
+TEST_F(PanelTableTest, ThePortsTroubleStandsBelowTheHead) {
+    EXPECT_EQ(lines()[1], "");
+    state.comm.PortTrouble = "Serial port lost (/dev/pts/7)";
+    for (const PanelLayout layout : {PanelLayout::wide, PanelLayout::narrow}) {
+        EXPECT_EQ(lines(layout)[1], " Serial port lost (/dev/pts/7)");
+        EXPECT_TRUE(lines(layout)[2].starts_with(" Outdoor Temp."));
+    }
+}
+
+TEST_F(PanelTableTest, AnHourWithoutWindHasItsUnit) {
+    state.units = units_from(state.settings);
+    state.panel.TxtWindGLH.text = "0 ";
+    EXPECT_TRUE(lines()[6].ends_with("Maximum wind gust in the last hour  0 km/h")) << lines()[6];
+    state.panel.TxtWindGLH.text = "10.8 km/h";
+    EXPECT_TRUE(lines()[6].ends_with("Maximum wind gust in the last hour  10.8 km/h")) << lines()[6];
+}
+
+/// Columns of a line of UTF-8.
+std::size_t columns(const std::string& line) {
+    return static_cast<std::size_t>(std::count_if(
+        line.begin(), line.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80; }));
+}
+
+TEST_F(PanelTableTest, TheNarrowLayoutFitsAnOrdinaryTerminalWithTheLongestTexts) {
+    MainPanel& panel = state.panel;
+    state.settings.tmidnight = true;
+    set_changeover_captions(panel, state.settings);
+    panel.TxtTime.text = "14:00:10";
+    panel.TxtDate.text = "Oct  5";
+    panel.lblStatus.text = "Current Conditions";
+    panel.lblLowBattery.visible = true;
+    panel.TxtForecast.text = "Partly Cloudy";
+    panel.Text2[8].text =
+        "-40.0 \xB0"
+        "F";
+    panel.Text2[7].text = "Gust 359\xB0";
+    panel.TxtWindGLH.text = "125.3 km/h";
+    panel.TxtPeakRain().text = " 39.29 In./hour";
+    panel.TxtRainYest.text = " 393.66 In.";
+    for (Box* box : {&panel.TxtGustMax, &panel.TxtYGustMax}) box->text = " 125.3 km/h, 359\xB0 at 10:41";
+    panel.TxtYTempMax.text = "- No data available yet -";
+    panel.TxtWindHiG.text = " 125.3 km/h, 359\xB0 at 14:41 on 05 Nov";
+    for (const std::string& line : lines(PanelLayout::narrow)) EXPECT_LE(columns(line), 80U) << line;
+    // The present and both days stand in the first 22 lines; what the station remembers is behind them.
+    EXPECT_EQ(lines(PanelLayout::narrow)[10],
+              " Barometer Trend                  Rain 24 Hours to Midnight   393.66 In.");
+    EXPECT_TRUE(lines(PanelLayout::narrow)[21].starts_with(" Barometer Minimum"));
+    EXPECT_EQ(lines(PanelLayout::narrow)[22], "");
+    EXPECT_EQ(lines(PanelLayout::narrow)[23], " Extreme Conditions   Since the last station reset");
+    EXPECT_EQ(lines(PanelLayout::narrow)[28], " Maximum Wind Speed   125.3 km/h, 359° at 14:41 on 05 Nov");
+    EXPECT_EQ(lines(PanelLayout::narrow).size(), 29U);
+    EXPECT_GT(columns(lines()[18]), 80U) << "the wide one needs more";
 }
 
 }  // namespace

@@ -13,12 +13,12 @@ class RecordingAsker : public Asker {
 public:
     void print(std::string_view text) override { out += text; }
     void complain(std::string_view line) override { complaints.emplace_back(line); }
-    void show(std::string_view screen) override { screens.emplace_back(screen); }
+    void show(const std::vector<std::string>& layouts) override { screens.push_back(layouts); }
     [[nodiscard]] bool listening() const override { return there; }
 
     std::string out;
     std::vector<std::string> complaints;
-    std::vector<std::string> screens;
+    std::vector<std::vector<std::string>> screens;  ///< each in its layouts
     bool there = true;  ///< false: the asker has gone
 };
 

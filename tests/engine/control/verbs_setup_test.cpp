@@ -26,22 +26,22 @@ TEST_F(SetupVerbs, LocationNoneTakesThePlaceAway) {
     EXPECT_EQ(place(), "999 999");
 }
 
-TEST_F(SetupVerbs, ARefusedLocationIsToldInTheDialogsWordsAndChangesNothing) {
+TEST_F(SetupVerbs, ARefusedLocationIsToldWithItsCoordinateInTheDialogsWordsAndChangesNothing) {
     EXPECT_EQ(ask({"location", "1", "2"}), VerbStatus::done);
     EXPECT_EQ(ask({"location", "91", "0"}), VerbStatus::failed);
-    EXPECT_EQ(complaint(), "Input needs to be between 0 and 90.");
+    EXPECT_EQ(complaint(), "Latitude: Input needs to be between 0 and 90.");
     EXPECT_EQ(ask({"location", "1", "-181"}), VerbStatus::failed);
-    EXPECT_EQ(complaint(), "Input needs to be between 0 and 180.");
+    EXPECT_EQ(complaint(), "Longitude: Input needs to be between 0 and 180.");
     EXPECT_EQ(ask({"location", "--1", "0"}), VerbStatus::failed) << "one sign is enough";
     EXPECT_EQ(ask({"location", "here", "0"}), VerbStatus::failed);
-    EXPECT_EQ(complaint(), "Input must be numeric.");
+    EXPECT_EQ(complaint(), "Latitude: Input must be numeric.");
     EXPECT_EQ(place(), "1.000000 2.000000");
 }
 
 TEST_F(SetupVerbs, LocationNeedsTwoWordsOrNone) {
     for (const Words& words : {Words{"location"}, Words{"location", "1"}, Words{"location", "none", "1", "2"}}) {
         EXPECT_EQ(ask(words), VerbStatus::bad_usage);
-        EXPECT_EQ(complaint(), "usage: nimbryctl --dir DIR location LAT LON|none");
+        EXPECT_EQ(complaint(), "usage: nimbryctl [--dir DIR] location LAT LON|none");
     }
 }
 

@@ -7,9 +7,11 @@
 #include <string>
 #include <vector>
 
+#include "engine/control/panel_table.h"
 #include "engine/control/verb_list.h"
 #include "engine/core/exits.h"
 #include "engine/displays/box_list.h"
+#include "engine/graphs/graph_svg.h"
 #include "tests/engine/control/verbs_fixture.h"
 
 namespace nimbry::test {
@@ -103,8 +105,9 @@ TEST_F(VerbsTest, NoticesAreToldOldestFirst) {
 
 TEST_F(VerbsTest, ThePanelIsPrintedOnceWhenThatIsAskedFor) {
     EXPECT_EQ(ask({"panel", "--once"}), VerbStatus::done);
-    EXPECT_NE(asker.out.find("Program Starting"), std::string::npos);
-    EXPECT_TRUE(asker.screens.empty());
+    ASSERT_EQ(asker.screens.size(), 1U);
+    EXPECT_NE(asker.screens[0].front().find("Program Starting"), std::string::npos);
+    EXPECT_EQ(asker.out, "");
 }
 
 TEST_F(VerbsTest, ThePanelIsShownAgainWhenItChangesUntilTheAskerGoes) {
@@ -117,11 +120,26 @@ TEST_F(VerbsTest, ThePanelIsShownAgainWhenItChangesUntilTheAskerGoes) {
     world.send_train();
     world.run_for(1s);
     ASSERT_EQ(asker.screens.size(), 3U);
-    EXPECT_NE(asker.screens.back().find("+12.3 °C"), std::string::npos);
+    EXPECT_NE(asker.screens.back().front().find("+12.3 °C"), std::string::npos);
+    EXPECT_EQ(asker.screens.back(),
+              (Words{panel_table(world.state(), PanelLayout::wide), panel_table(world.state(), PanelLayout::narrow)}));
     EXPECT_EQ(world.pauses.waiting(), 1U);
     asker.there = false;
     world.run_for(1s);
     EXPECT_EQ(world.pauses.waiting(), 0U);
+}
+
+TEST_F(VerbsTest, AGraphThatIsNotKnownIsAnsweredWithTheSixNamesAndTheSizes) {
+    for (const Words& words : {Words{"graph", "snow"}, Words{"graph"}, Words{"graph", "wind", "--size", "10x10"}}) {
+        EXPECT_EQ(ask(words), VerbStatus::bad_usage);
+        ASSERT_EQ(asker.complaints.size(), 1U);
+        for (int n = 0; n < graph_count; ++n)
+            EXPECT_NE(complaint().find(graph_name(static_cast<GraphKind>(n))), std::string::npos) << complaint();
+        for (const PictureSize& size : {least_picture, greatest_picture}) {
+            const std::string text = std::to_string(size.width) + "x" + std::to_string(size.height);
+            EXPECT_NE(complaint().find(text), std::string::npos) << complaint();
+        }
+    }
 }
 
 TEST_F(VerbsTest, AnExitEndsAPanel) {

@@ -172,12 +172,15 @@ TEST(SerialPortWithoutAWindow, AFailedOpenIsLoggedOnceAndTriedAgainForEver) {
     EXPECT_THAT(world.notices.boxes, IsEmpty());
     EXPECT_FALSE(world.copy().timers.running(TimerId::TimComFail));
     EXPECT_EQ(world.state().additional.txtStarted.text, "05 Oct 2026 14:00:00") << "the load went on";
+    EXPECT_EQ(world.state().comm.PortTrouble,
+              "COM Port Error, Please check that the selected port exists (/dev/ttyS0)");
 
     world.line.plug_in("/dev/ttyS0");
     world.run_for(29s);
     EXPECT_TRUE(world.state().comm.SerComReady);
     EXPECT_TRUE(world.copy().timers.running(TimerId::TimComFail));
     EXPECT_EQ(world.log().size(), 1u);
+    EXPECT_EQ(world.state().comm.PortTrouble, "");
 }
 
 TEST(SerialPortWithoutAWindow, ASecondOpenThatFailsIsTriedAgainToo) {
@@ -185,7 +188,11 @@ TEST(SerialPortWithoutAWindow, ASecondOpenThatFailsIsTriedAgainToo) {
     world.files.put("Nimbry.ini", main_section());
     world.line.answer_opens({PortOpenResult::ok, PortOpenResult::already_open});
     const Instant begin = world.clock.monotonic();
-    world.start();
+    world.begin_start();
+    world.run_for(1s);
+    EXPECT_EQ(world.state().comm.PortTrouble, "COM Port Error, The selected COM port is already open (/dev/ttyS0)")
+        << "the comma leads on to the box's next line";
+    world.run_for(1s);
     EXPECT_THAT(attempts_since(world.line, begin), ElementsAre(0, 500, 1500, 2000));
     EXPECT_TRUE(world.state().comm.SerComReady);
     EXPECT_THAT(
@@ -210,12 +217,14 @@ TEST_P(LostPort, IsLoggedOnceWhenItGoesAndOnceWhenItIsBackAndNeverAsksAnybody) {
     world.run_for(60s);
     EXPECT_THAT(attempts_since(world.line, lost), ElementsAre(1000, 3000, 8000, 18000, 48000));
     EXPECT_EQ(world.notices.boxes.size(), 0u);
+    EXPECT_EQ(world.state().comm.PortTrouble, "Serial port lost (/dev/ttyS0)");
 
     world.line.plug_in("/dev/ttyS0");
     world.run_for(18s);
     EXPECT_FALSE(world.state().comm.SerComReady) << "the second open is still to come";
     world.run_for(500ms);
     EXPECT_TRUE(world.state().comm.SerComReady);
+    EXPECT_EQ(world.state().comm.PortTrouble, "");
     EXPECT_THAT(world.log(),
                 ElementsAre("05 Oct 2026 14:00:10 (Computer time) Serial port lost",
                             "05 Oct 2026 14:01:00 (Computer time) Communications error - no data being received",
@@ -266,6 +275,7 @@ TEST(LostPortOnce, ACopyThatBecomesAClientStopsTrying) {
     world.run_for(10min);
     EXPECT_FALSE(world.line.is_open());
     EXPECT_EQ(world.line.attempts().size(), 2u);
+    EXPECT_EQ(world.state().comm.PortTrouble, "") << "a client has no port that could fail";
 }
 
 }  // namespace

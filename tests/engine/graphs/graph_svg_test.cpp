@@ -114,6 +114,7 @@ TEST(GraphFiles, are_written_only_when_their_key_asks_for_them) {
     EXPECT_THAT(world.files.names(), ElementsAre("Nimbry.ini", "graph1.svg", "graph2.svg", "graph3.svg", "graph4.svg",
                                                  "graph5.svg", "graph6.svg"));
     EXPECT_THAT(world.files.contents("graph1.svg"), HasSubstr("<title>Temperature"));
+    EXPECT_THAT(world.files.contents("graph6.svg"), HasSubstr("viewBox=\"0 0 480 270\"")) << "large letters on a page";
     EXPECT_THAT(world.files.contents("graph6.svg"), HasSubstr("<title>Wind Direction"));
 }
 
@@ -185,7 +186,7 @@ TEST_F(GraphVerb, refuses_what_is_not_its_own) {
     };
     for (const auto& arguments : cases) {
         EXPECT_EQ(ask(arguments), VerbStatus::bad_usage) << arguments.back();
-        EXPECT_THAT(asker.complaints, ElementsAre(HasSubstr("graph NAME [--svg FILE | --png FILE] [--size WxH]")));
+        EXPECT_THAT(asker.complaints, ElementsAre(HasSubstr("graph temperature|humidity|wind|barometer|rain|direction [--svg FILE")));
     }
 }
 
