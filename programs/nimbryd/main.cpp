@@ -84,7 +84,7 @@ int run(const CommandLine& command_line) {
     InstanceLock lock(folder.path);
     const InstanceLock::Result taken = lock.take();
     if (taken == InstanceLock::Result::other_instance) {
-        StderrNotices().box({.title = "Nimbry", .text = already_running_text});
+        write_line_to_stderr("nimbryd: " + lock.refusal());
         return other_instance;
     }
     // A folder that takes no lock takes no program log either, and that is how the copy reports it.

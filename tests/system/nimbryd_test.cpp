@@ -146,9 +146,8 @@ TEST_F(NimbrydTest, ASecondCopyInTheFolderIsRefused) {
     const std::string log = folder.contents("nbyprog.log");
     Process second(NIMBRYD, {"--dir", folder.path()});
     EXPECT_EQ(second.ending(), exited(3));
-    EXPECT_EQ(second.standard_error(),
-              "Nimbry: Nimbry is already running on this computer, / "
-              "You can not run more than one instance of the program\n");
+    EXPECT_EQ(second.standard_error(), "nimbryd: Another copy of Nimbry (process " + std::to_string(first.id()) +
+                                           ") has the folder " + folder.path() + "\n");
     EXPECT_EQ(second.standard_output(), "");
     EXPECT_EQ(folder.contents("nbyprog.log"), log);
     EXPECT_TRUE(first.runs());
