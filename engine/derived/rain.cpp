@@ -95,14 +95,13 @@ void rain_of_the_day(Copy& copy) {
 void rain_last_hour(Copy& copy) {
     WeatherState& state = copy.state;
     RainState& rain = state.rain;
-    Box& box = state.panel.TxtRainLH;
     const float counter = rain_counter(state.readings);
 
     if (rain.LastHourIndex == 0) {
         rain.LastHourPrev = counter;
         rain.LastHourIndex = 1;
         rain.LastHourSum = 0;
-        box.text = "0 " + state.units.rain_text;
+        state.panel.TxtRainLH.text = "0 " + state.units.rain_text;
         return;
     }
 
@@ -115,9 +114,13 @@ void rain_last_hour(Copy& copy) {
 
     rain.LastHourSum = 0;
     for (const int delta : rain.LastHourRing) rain.LastHourSum += static_cast<float>(delta);
+    show_rain_last_hour(state);
+}
 
-    const auto sum = static_cast<double>(rain.LastHourSum);
-    box.text =
+void show_rain_last_hour(WeatherState& state) {
+    if (state.rain.LastHourIndex == 0) return;
+    const auto sum = static_cast<double>(state.rain.LastHourSum);
+    state.panel.TxtRainLH.text =
         with_unit(state.units.rain == RainUnit::inches ? Round(sum * inches_per_mm, 2) : sum, state.units.rain_text);
 }
 

@@ -26,6 +26,9 @@ void rain_of_the_day(Copy& copy);
 /// 60 minutes, is shown. The first call only takes the counter as it stands. A counter that has fallen counts whole.
 void rain_last_hour(Copy& copy);
 
+/// Shows the ring's sum again, in the unit in force. Nothing before the first call of rain_last_hour().
+void show_rain_last_hour(WeatherState& state);
+
 /// The rain of the last hour as uploads give it: "r" and hundredths of an inch, three digits at least; "r000" for none.
 [[nodiscard]] std::string last_hour_tag(float mm);
 

@@ -6,6 +6,7 @@
 #include "engine/core/run_time_error.h"
 #include "engine/derived/dates.h"
 #include "engine/derived/number_text.h"
+#include "engine/derived/rain.h"
 #include "engine/graphs/graph_store.h"
 #include "engine/records/changeover.h"
 #include "engine/records/data_log.h"
@@ -166,6 +167,11 @@ void reload_in_new_units(Copy& copy) {
     state.rain.rainatchange = rainatchange;
     show_today(state);
     show_monthly_rain(state, copy.ports.files);
+    show_rain_last_hour(state);
+    // The samples of the last hour have gone with the graphs: what the strongest gust was is told with the next one.
+    state.panel.TxtWindGLH.text.clear();
+    state.panel.TxtWindGLH.balloon.clear();
+    state.panel.TxtWindGLH.tip.clear();
 }
 
 void loadextremes(Copy& copy, bool units_changed) {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "engine/displays/box_list.h"
 #include "tests/engine/records/weather_days.h"
 
 namespace nimbry {
@@ -51,6 +52,28 @@ TEST_F(UnitsReload, ShowsTheKeptRecordsInTheNewUnitsOnce) {
     EXPECT_EQ(state.records.day.maxtemp, 18.0F);
     EXPECT_FALSE(state.records.unitschanged);
     EXPECT_FALSE(state.records.doingreset);
+}
+
+TEST_F(UnitsReload, NoBoxKeepsAnOldUnit) {
+    // The minute's tick fills the boxes of the last hour.
+    days.trains(at(10, 5, 14, 0, 30), at(10, 5, 14, 0, 50), warm());
+    StationReadings wet = warm();
+    wet.rain.total_mm = 125;
+    days.trains(at(10, 5, 14, 1, 0), at(10, 5, 14, 1, 50), wet);
+    const WeatherState& state = days.world.state();
+    ASSERT_EQ(state.panel.TxtRainLH.text, " 2 mm");
+    ASSERT_EQ(state.panel.TxtWindGLH.text, "15.1 km/h");
+    choose_us_units(wet);
+    EXPECT_EQ(state.panel.TxtRainLH.text, " 0.08 In.");
+    EXPECT_EQ(state.panel.TxtWindGLH.text, "") << "its samples have gone with the graphs";
+    for (const NamedConstBox& named : named_boxes(state)) {
+        if (named.kind != BoxKind::reading) continue;
+        for (const std::string& text : {named.box->text, named.box->tip, named.box->balloon})
+            for (const char* old : {"\xB0"
+                                    "C",
+                                    "km/h", "mB", " mm"})
+                EXPECT_EQ(text.find(old), std::string::npos) << named.name << ": " << text;
+    }
 }
 
 TEST_F(UnitsReload, SavesTheDayBeforeItReadsItBack) {
