@@ -169,7 +169,8 @@ void write_graph_files(Copy& copy, std::string_view caller) {
     if (!copy.ini.GetFlag("Main", "GraphFiles", false)) return;
     for (int n = 0; n < graph_count; ++n) {
         const std::string name = "graph" + std::to_string(n + 1) + ".svg";
-        const FileResult result = copy.ports.files.replace(name, graph_svg(copy.state, static_cast<GraphKind>(n)));
+        const FileResult result =
+            copy.ports.files.replace(name, graph_svg(copy.state, static_cast<GraphKind>(n), page_picture));
         if (result == FileResult::ok) continue;
         copy.log.event_or_nothing(" Error " + std::to_string(static_cast<int>(error_of(result))) + " encountered in " +
                                   std::string(caller) + ".");

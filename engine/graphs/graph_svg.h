@@ -13,6 +13,9 @@ struct PictureSize {
     int width = 880, height = 360;
 };
 inline constexpr PictureSize least_picture{160, 100}, greatest_picture{10000, 10000};
+/// Of the pictures beside the pages: so small that a page, which shows two of them in a row and one on a telephone,
+/// need not shrink their letters much.
+inline constexpr PictureSize page_picture{480, 270};
 
 /// The size that a text names, "880x360"; nothing for any other text, and for a size outside the two above.
 [[nodiscard]] std::optional<PictureSize> picture_size(std::string_view text);
