@@ -5,6 +5,8 @@
 #include <charconv>
 #include <climits>
 #include <cmath>
+#include <cstddef>
+#include <cstdlib>
 #include <system_error>
 #include <utility>
 
@@ -30,22 +32,25 @@ std::string laid_out(std::string_view scientific) {
     int exponent = 0;
     std::from_chars(power.data(), power.data() + power.size(), exponent);
 
-    std::string digits;
-    for (const char c : scientific.substr(0, e))
-        if (c != '.') digits += c;
-    digits.erase(digits.find_last_not_of('0') + 1);
+    std::array<char, 32> held{};
+    auto* end =
+        std::remove_copy(scientific.begin(), scientific.begin() + static_cast<std::ptrdiff_t>(e), held.data(), '.');
+    while (end != held.data() && *(end - 1) == '0') --end;
+    const std::string_view digits(held.data(), static_cast<std::size_t>(end - held.data()));
     if (digits.empty()) return "0";
 
-    const int count = static_cast<int>(digits.size());
+    // One text of the right size: every box of every cycle comes through here.
+    std::string text;
+    text.reserve(digits.size() + static_cast<std::size_t>(std::abs(exponent)) + 3);
+    if (negative) text += '-';
     if (exponent < 0) {
-        digits.insert(0, static_cast<std::size_t>(-exponent), '0');
-        digits.insert(1, ".");
-    } else if (count <= exponent + 1) {
-        digits.resize(static_cast<std::size_t>(exponent) + 1, '0');
-    } else {
-        digits.insert(static_cast<std::size_t>(exponent) + 1, ".");
+        text += "0.";
+        text.append(static_cast<std::size_t>(-exponent) - 1, '0').append(digits);
+        return text;
     }
-    return negative ? "-" + digits : digits;
+    const auto whole = static_cast<std::size_t>(exponent) + 1;
+    if (digits.size() <= whole) return text.append(digits).append(whole - digits.size(), '0');
+    return text.append(digits.substr(0, whole)).append(1, '.').append(digits.substr(whole));
 }
 
 template <class Number, class... Precision>

@@ -66,12 +66,13 @@ void GraphRows::age(int minutes) {
 
 void GraphRows::clear() {
     std::fill(rows_.begin(), rows_.end(), GraphRow{});
+    first_ = 0;
     windsamples_ = 0;
 }
 
 // Row 0 stays where it is.
 void GraphRows::move_down(int by) {
-    std::move(rows_.begin() + 1 + by, rows_.end(), rows_.begin() + 1);
+    first_ = (first_ + by) % pmm1;
 }
 
 }  // namespace nimbry

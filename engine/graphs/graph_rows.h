@@ -54,9 +54,9 @@ public:
     [[nodiscard]] float gdata(int s, int r) const { return row(r).gdata(s); }
     [[nodiscard]] std::string gtime(int r) const { return row(r).gtime(); }
     [[nodiscard]] int windsamples() const { return windsamples_; }
-    [[nodiscard]] const GraphRow& row(int r) const { return rows_[static_cast<std::size_t>(r)]; }
+    [[nodiscard]] const GraphRow& row(int r) const { return rows_[place(r)]; }
     /// For filling a row; `r` is 0 to pmm1. What stands in row 0 is overwritten by set_windsamples().
-    [[nodiscard]] GraphRow& row(int r) { return rows_[static_cast<std::size_t>(r)]; }
+    [[nodiscard]] GraphRow& row(int r) { return rows_[place(r)]; }
 
     /// Sets the number of rows in use, kept within 0 to pmm1, and the row of counts.
     void set_windsamples(int count);
@@ -74,8 +74,15 @@ public:
 
 private:
     void move_down(int by);
+    /// Rows 1 to pmm1 are a ring: a full store moves down by a row each minute, and no row is copied for that.
+    [[nodiscard]] std::size_t place(int r) const {
+        if (r == 0) return 0;
+        const int at = r + first_;
+        return static_cast<std::size_t>(at > pmm1 ? at - pmm1 : at);
+    }
 
     std::vector<GraphRow> rows_ = std::vector<GraphRow>(pmm1 + 1);
+    int first_ = 0;  // how far row 1 has gone round, 0 to pmm1 - 1
     int windsamples_ = 0;
 };
 

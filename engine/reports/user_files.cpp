@@ -4,15 +4,17 @@
 
 namespace nimbry {
 
-UserFiles::UserFiles(const Files& files) {
-    for (std::string& name : files.entries()) entries_.insert(std::move(name));
-    for (const std::string& name : entries_) by_lower_case_.try_emplace(lower_case(name), name);
-}
+UserFiles::UserFiles(const Files& files) : entries_(files.entries()) {}
 
 std::string UserFiles::find(const std::string& name) const {
-    if (entries_.contains(name)) return name;
-    const auto found = by_lower_case_.find(lower_case(name));
-    return found == by_lower_case_.end() ? "" : found->second;
+    const std::string wanted = lower_case(name);
+    std::string found;
+    for (const std::string& entry : entries_) {
+        if (entry == name) return name;
+        if (entry.size() != name.size() || lower_case(entry) != wanted) continue;
+        if (found.empty() || entry < found) found = entry;
+    }
+    return found;
 }
 
 FileResult read_user_file(const Files& files, const std::string& name, std::string& bytes) {

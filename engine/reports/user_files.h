@@ -1,8 +1,7 @@
 #pragma once
 
-#include <map>
-#include <set>
 #include <string>
+#include <vector>
 
 #include "engine/ports/files.h"
 
@@ -21,8 +20,7 @@ public:
     [[nodiscard]] std::string find(const std::string& name) const;
 
 private:
-    std::set<std::string> entries_;
-    std::map<std::string, std::string> by_lower_case_;
+    std::vector<std::string> entries_;
 };
 
 /// Reads a file of the user's. `not_found` when there is none under any case.
