@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -17,18 +16,34 @@ namespace {
 
 class DiskNamesTest : public DiskFolder {};
 
-TEST_F(DiskNamesTest, RenameGivesAnotherNameAndNeverOverwrites) {
-    folder.put("a", "first");
-    EXPECT_EQ(files.rename("a", "b"), FileResult::ok);
-    EXPECT_EQ(folder.contents("b"), "first");
-    EXPECT_FALSE(folder.holds("a"));
+struct RenameCase {
+    const char* disk;
+    int renameat2_error;  ///< 0: the call works
+};
 
-    folder.put("a", "second");
-    EXPECT_EQ(files.rename("a", "b"), FileResult::exists);
-    EXPECT_EQ(folder.contents("a"), "second");
-    EXPECT_EQ(folder.contents("b"), "first");
-    EXPECT_EQ(files.rename("missing", "b"), FileResult::not_found);
-    EXPECT_EQ(files.rename("b", "no such folder/b"), FileResult::not_found);
+TEST_F(DiskNamesTest, RenameGivesAnotherNameAndNeverOverwrites) {
+    for (const RenameCase& c : {RenameCase{"renames without overwriting", 0},
+                                RenameCase{"a file system that cannot be told to leave a file alone", EINVAL},
+                                RenameCase{"a system that has no such call", ENOSYS}}) {
+        SCOPED_TRACE(c.disk);
+        const TemporaryFolder place;
+        DiskFiles disk(place.path());
+        SystemCalls calls;
+        calls.renameat2_error = c.renameat2_error;
+        place.put("a", "first");
+        EXPECT_EQ(disk.rename("a", "b"), FileResult::ok);
+        EXPECT_EQ(place.contents("b"), "first");
+        EXPECT_FALSE(place.holds("a"));
+
+        place.put("a", "second");
+        EXPECT_EQ(disk.rename("a", "b"), FileResult::exists);
+        EXPECT_EQ(place.contents("a"), "second");
+        EXPECT_EQ(place.contents("b"), "first");
+        EXPECT_EQ(disk.rename("missing", "c"), FileResult::not_found);
+        EXPECT_EQ(disk.rename("a", "no such folder/b"), FileResult::not_found);
+        std::filesystem::create_symlink("nowhere", place.path("link"));
+        EXPECT_EQ(disk.rename("a", "link"), FileResult::exists) << "a link that leads nowhere takes the name too";
+    }
 }
 
 TEST_F(DiskNamesTest, RenameReachesAnotherFileSystem) {
@@ -42,29 +57,6 @@ TEST_F(DiskNamesTest, RenameReachesAnotherFileSystem) {
     EXPECT_FALSE(folder.holds("a"));
     EXPECT_EQ(read(target), "bytes");
     EXPECT_EQ(files.remove(target), FileResult::ok);
-}
-
-// A file system whose rename cannot be told to leave an existing file alone.
-TEST_F(DiskNamesTest, WithoutTheSystemsHelpARenameStillNeverOverwrites) {
-    for (const int error : {EINVAL, ENOSYS}) {
-        SCOPED_TRACE(std::strerror(error));
-        SystemCalls calls;
-        calls.renameat2_error = error;
-        folder.put("a", "first");
-        EXPECT_EQ(files.rename("a", "b"), FileResult::ok);
-        EXPECT_EQ(folder.contents("b"), "first");
-        EXPECT_FALSE(folder.holds("a"));
-
-        folder.put("a", "second");
-        EXPECT_EQ(files.rename("a", "b"), FileResult::exists);
-        EXPECT_EQ(folder.contents("a"), "second");
-        EXPECT_EQ(folder.contents("b"), "first");
-        EXPECT_EQ(files.rename("a", "no such folder/b"), FileResult::not_found);
-        EXPECT_EQ(files.remove("b"), FileResult::ok);
-        std::filesystem::create_symlink("nowhere", folder.path("link"));
-        EXPECT_EQ(files.rename("a", "link"), FileResult::exists) << "a link that leads nowhere takes the name too";
-        EXPECT_EQ(files.remove("link"), FileResult::ok);
-    }
 }
 
 TEST_F(DiskNamesTest, ARenameThatFailsForAnotherReasonIsNotTriedInAnotherWay) {

@@ -16,12 +16,12 @@ namespace {
 
 using namespace std::chrono_literals;
 
-std::vector<std::string> lines_of(const std::string& text) {
+std::vector<std::string> lines_of(const std::string& text, std::string_view line_end = "\r\n") {
     std::vector<std::string> lines;
     for (std::size_t at = 0; at < text.size();) {
-        const std::size_t end = std::min(text.find("\r\n", at), text.size());
+        const std::size_t end = std::min(text.find(line_end, at), text.size());
         lines.push_back(text.substr(at, end - at));
-        at = end + 2;
+        at = end + line_end.size();
     }
     return lines;
 }
@@ -45,6 +45,17 @@ protected:
         StationReadings readings;
         readings.clock = clock;
         station.send(write_train(readings));
+    }
+
+    // True once the copy has told, at a moment of its computer's clock that begins so, that the station's clock is
+    // another one: the only thing that it says by that clock while it knows the station's.
+    [[nodiscard]] bool clock_error_at(const std::string& moment) const {
+        Process notices(NIMBRYCTL, {"--dir", folder.path(), "notices"});
+        if (notices.ending() != exited(0)) return false;
+        const auto lines = lines_of(notices.standard_output(), "\n");
+        return std::any_of(lines.begin(), lines.end(), [&](const std::string& line) {
+            return line.starts_with(moment) && line.find("\tClock Error\t") != std::string::npos;
+        });
     }
 
     platform::test::TemporaryFolder folder;
@@ -126,7 +137,7 @@ TEST_F(RecordsTest, AMonthsEndInRealTimeClosesTheDayAndTheMonth) {
     folder.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\ntmidnight=True\r\ntnineam=False\r\n");
     RunningCopy copy(folder, station.device(),
                      {.environment = {{"LD_PRELOAD", shifter},
-                                      {"FAKETIME", "@2026-10-31 23:59:59"},
+                                      {"FAKETIME", "@2026-10-31 23:59:56"},
                                       {"DONT_FAKE_MONOTONIC", "1"},
                                       {"TZ", "UTC"}},
                       .in_child = {}});
@@ -150,6 +161,10 @@ TEST_F(RecordsTest, AMonthsEndInRealTimeClosesTheDayAndTheMonth) {
     EXPECT_TRUE(rows[0].starts_with("31,Oct,+12.3,23:59,")) << rows[0];
     EXPECT_EQ(lines_of(folder.contents("NBYSummary.txt")).front(), "Nimbry monthly summary for October 2026");
     EXPECT_EQ(lines_of(folder.contents("nimbrYDay.log")).front(), "31 Oct 2026 23:58:50");
+
+    // The computer's midnight fell into this run: the copy began before it, and now the clock stands behind it.
+    EXPECT_TRUE(copy.log().at(1).starts_with("31 Oct 2026 23:59:")) << copy.log().at(1);
+    EXPECT_TRUE(eventually([&] { return takes_train(copy, {0, 0, 2, 1, 11}) && clock_error_at("01 Nov 2026 00:0"); }));
 }
 
 // The same over a daylight-saving night: the computer's clock goes back an hour while the copy runs, the station's does
@@ -167,10 +182,13 @@ TEST_F(RecordsTest, ADaylightSavingNightMovesNoRecord) {
     ASSERT_TRUE(copy.listens());
     StationReadings readings;
     readings.clock = october(2, 0, 10, 25);
-    for (int n = 0; n < 3; ++n) {
-        readings.clock.second = 10 + n * 10;
-        ASSERT_TRUE(takes_train(copy, readings.clock));
-    }
+    ASSERT_TRUE(takes_train(copy, readings.clock));
+    readings.clock.second = 20;
+    // Once the computer's clock has gone back to one, the two are an hour apart.
+    ASSERT_TRUE(eventually([&] { return takes_train(copy, readings.clock) && clock_error_at("25 Oct 2026 01:00:"); }));
+    EXPECT_TRUE(copy.log().at(1).starts_with("25 Oct 2026 01:59:")) << copy.log().at(1);
+    readings.clock.second = 30;
+    ASSERT_TRUE(takes_train(copy, readings.clock));
     copy.signal(SIGINT);
     ASSERT_EQ(copy.ending(), exited(0));
     const auto today = lines_of(folder.contents("nimbrTDay.log"));

@@ -6,22 +6,19 @@
 #include <QAction>
 #include <QApplication>
 #include <QLabel>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <QTest>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <set>
 #include <string>
+#include <vector>
 
 #include "engine/displays/box_list.h"
 #include "platform/text_bytes.h"
+#include "tests/windows/form1_widgets.h"
 #include "tests/windows/sample_states.h"
-#include "tests/windows/screens.h"
 #include "tests/world/stream_player.h"
 #include "tests/world/world.h"
-#include "windows/caption_label.h"
 #include "windows/gust_bar.h"
 #include "windows/lamp.h"
 #include "windows/picture_box.h"
@@ -31,7 +28,6 @@
 namespace nimbry::test {
 namespace {
 
-using windows::CaptionLabel;
 using windows::Form1;
 using windows::PictureBox;
 using windows::StatusPill;
@@ -45,11 +41,6 @@ std::vector<NamedConstBox> boxes_of_main_window(const WeatherState& state) {
         if (entry.name != "TxtPeakRain") boxes.push_back(entry);
     }
     return boxes;
-}
-
-template <class Widget>
-Widget* widget(const Form1& form, std::string_view name) {
-    return form.findChild<Widget*>(QString::fromStdString(object_name(name)));
 }
 
 void expect_shown(const Form1& form, const NamedConstBox& entry) {
@@ -274,195 +265,6 @@ TEST(Form1, PaintsSeveralChangesInOneFrame) {
     form.state_changed();
     EXPECT_TRUE(QTest::qWaitFor([&] { return box->text() == QStringLiteral("+2 \u00B0C"); }));
     EXPECT_EQ(form.refresh(), 0);
-}
-
-// --- Room for every text
-
-struct RoomCase {
-    const char* law;
-    void (*fill)(WeatherState&);
-    QSize size;
-    double font_scale;
-};
-
-const RoomCase room_cases[]{
-    {"a plain day at the ideal size", fill_with_a_plain_day, {1180, 800}, 1},
-    {"a plain day at the smallest size", fill_with_a_plain_day, {980, 660}, 1},
-    {"the longest texts at the smallest size", fill_with_long_texts, {980, 660}, 1},
-    {"faults and alarms at the smallest size", fill_with_trouble, {980, 660}, 1},
-    {"letters of one and a half size", fill_with_long_texts, {980, 660}, 1.5},
-    {"letters of double size", fill_with_long_texts, {980, 660}, 2},
-};
-
-class FontScale {
-public:
-    explicit FontScale(double factor) : usual_(QApplication::font()) {
-        QFont larger = usual_;
-        larger.setPointSizeF(usual_.pointSizeF() * factor);
-        QApplication::setFont(larger);
-    }
-    ~FontScale() { QApplication::setFont(usual_); }
-    FontScale(const FontScale&) = delete;
-    FontScale& operator=(const FontScale&) = delete;
-
-private:
-    QFont usual_;
-};
-
-TEST(Form1, CutsNoTextAtAnySize) {
-    for (const RoomCase& c : room_cases) {
-        SCOPED_TRACE(c.law);
-        const FontScale font(c.font_scale);
-        WeatherState state;
-        c.fill(state);
-        Form1 form(state, {});
-        form.show();
-        form.resize(c.size);
-        QApplication::processEvents();
-        EXPECT_EQ(form.size(), c.size);
-        for (const ValueBox* box : form.findChildren<ValueBox*>()) {
-            EXPECT_LE(box->text_width(), box->room_for_text()) << box->objectName().toStdString();
-            EXPECT_LE(box->minimumSizeHint().height(), box->height()) << box->objectName().toStdString();
-        }
-        for (const CaptionLabel* caption : form.findChildren<CaptionLabel*>()) {
-            if (!caption->isVisible()) continue;
-            const QStringList lines = caption->lines();
-            for (const QString& line : lines)
-                EXPECT_LE(caption->fontMetrics().horizontalAdvance(line), caption->width()) << line.toStdString();
-            EXPECT_LE(caption->fontMetrics().height() * static_cast<int>(lines.size()), caption->height())
-                << caption->text().toStdString();
-        }
-    }
-}
-
-TEST(Form1, NeedsNoScrollingAtItsSmallestSize) {
-    for (auto* fill : {fill_with_a_plain_day, fill_with_long_texts, fill_with_trouble}) {
-        WeatherState state;
-        fill(state);
-        Form1 form(state, {});
-        form.show();
-        form.resize(980, 660);
-        QApplication::processEvents();
-        const auto* scroll = qobject_cast<QScrollArea*>(form.centralWidget());
-        ASSERT_NE(scroll, nullptr);
-        EXPECT_EQ(scroll->horizontalScrollBar()->maximum(), 0);
-        EXPECT_EQ(scroll->verticalScrollBar()->maximum(), 0);
-    }
-}
-
-TEST(Form1, ScrollsWhenItIsMadeSmaller) {
-    WeatherState state;
-    fill_with_a_plain_day(state);
-    Form1 form(state, {});
-    form.show();
-    form.resize(600, 400);
-    QApplication::processEvents();
-    const auto* scroll = qobject_cast<QScrollArea*>(form.centralWidget());
-    EXPECT_GT(scroll->horizontalScrollBar()->maximum(), 0);
-    EXPECT_GT(scroll->verticalScrollBar()->maximum(), 0);
-}
-
-TEST(Form1, KeepsTheStatusInItsPlaceWhenTheBatteryRunsLow) {
-    WeatherState state;
-    fill_with_a_plain_day(state);
-    Form1 form(state, {});
-    form.show();
-    QApplication::processEvents();
-    const auto* status = form.findChild<QWidget*>("lblStatus");
-    const int before = status->mapTo(&form, QPoint(0, 0)).x();
-    state.panel.lblLowBattery.visible = true;
-    form.refresh();
-    QApplication::processEvents();
-    EXPECT_EQ(status->mapTo(&form, QPoint(0, 0)).x(), before);
-}
-
-// --- The window as a whole
-
-TEST(Form1, LeavesTheClosingToTheEngine) {
-    WeatherState state;
-    reset_main_panel(state);
-    int asked = 0;
-    Form1::Actions actions;
-    actions.close = [&asked] { ++asked; };
-    Form1 form(state, actions);
-    form.show();
-    EXPECT_FALSE(form.close());
-    EXPECT_EQ(asked, 1);
-    EXPECT_TRUE(form.isVisible());
-}
-
-TEST(Form1, BearsTheCaptionOfTheModel) {
-    WeatherState state;
-    reset_main_panel(state);
-    Form1 form(state, {});
-    EXPECT_EQ(form.windowTitle(), "Nimbry 2.02 - WM-918 Weather Monitoring");
-    state.window.caption =
-        "+9.8 \xB0"
-        "C : 93 %";
-    form.refresh();
-    EXPECT_EQ(form.windowTitle(), QStringLiteral("+9.8 \u00B0C : 93 %"));
-}
-
-TEST(Form1, TellsTheModelWhereItIs) {
-    WeatherState state;
-    reset_main_panel(state);
-    std::vector<std::pair<bool, bool>> places;
-    Form1::Actions actions;
-    actions.moved = [&](bool minimised, bool in_tray) {
-        places.emplace_back(minimised, in_tray);
-        state.window.minimised = minimised;
-        state.window.in_tray = in_tray;
-    };
-    Form1 form(state, actions);
-    form.show();
-    form.showMinimized();
-    QApplication::processEvents();
-    ASSERT_FALSE(places.empty());
-    EXPECT_EQ(places.back(), std::pair(true, false));
-    form.restore();
-    QApplication::processEvents();
-    EXPECT_EQ(places.back(), std::pair(false, false));
-    EXPECT_FALSE(form.isMinimized());
-}
-
-TEST(Form1, MinimisesWhenTheModelSaysSo) {
-    WeatherState state;
-    reset_main_panel(state);
-    Form1 form(state, {});
-    form.show();
-    state.window.minimised = true;
-    form.refresh();
-    EXPECT_TRUE(form.isMinimized());
-    state.window.minimised = false;
-    form.refresh();
-    EXPECT_FALSE(form.isMinimized());
-}
-
-TEST(Form1, IsMinimisedWhereThereIsNoTrayToHideIn) {
-    WeatherState state;
-    reset_main_panel(state);
-    std::pair<bool, bool> place;
-    int clicks = 0;
-    Form1::Actions actions;
-    actions.moved = [&place](bool minimised, bool in_tray) { place = {minimised, in_tray}; };
-    actions.click = [&clicks] { ++clicks; };
-    Form1 form(state, actions);
-    form.show();
-    form.findChild<QAction*>("mnuHideNow")->trigger();
-    EXPECT_TRUE(form.isVisible());
-    EXPECT_TRUE(form.isMinimized());
-    EXPECT_EQ(place, std::pair(true, false));
-    EXPECT_EQ(clicks, 1);
-}
-
-TEST(Form1, FindsTheWidgetThatANoticeStandsAt) {
-    WeatherState state;
-    reset_main_panel(state);
-    const Form1 form(state, {});
-    ASSERT_NE(form.widget_of("TxtWindChill"), nullptr);
-    EXPECT_EQ(form.widget_of("TxtWindChill")->objectName(), "TxtWindChill");
-    EXPECT_EQ(form.widget_of("Text2(6)")->objectName(), "Text2_6");
-    EXPECT_EQ(form.widget_of("NoSuchBox"), nullptr);
 }
 
 }  // namespace

@@ -54,6 +54,25 @@ TEST_F(ChangeoverChoice, it_asks_with_ok_and_cancel) {
     EXPECT_EQ(asked.choices, Choices::ok_cancel);
 }
 
+TEST_F(ChangeoverChoice, yesterdays_file_that_cannot_be_deleted_is_told_in_the_log) {
+    world.files.refuse("nimbrYDay.log", FileResult::permission);
+    EXPECT_TRUE(choose(true));
+    ASSERT_FALSE(world.log().empty());
+    EXPECT_TRUE(
+        world.log().back().ends_with(" nimbrYDay.log could not be deleted: yesterday comes back with the next start"))
+        << world.log().back();
+    EXPECT_TRUE(world.files.exists("nimbrYDay.log"));
+    EXPECT_TRUE(state.settings.tmidnight) << "the rest of the change is done";
+    EXPECT_FALSE(world.files.exists("grafdata.dat"));
+}
+
+TEST_F(ChangeoverChoice, yesterdays_file_that_is_not_there_is_nothing_to_tell) {
+    world.files.take_away("nimbrYDay.log");
+    const auto before = world.log();
+    EXPECT_TRUE(choose(true));
+    EXPECT_EQ(world.log(), before);
+}
+
 TEST_F(ChangeoverChoice, cancel_leaves_everything_as_it_was) {
     const auto record = state.records.day.maxtemp;
     world.notices.will_answer(Answer::cancel);
