@@ -1,5 +1,7 @@
 #include "engine/reports/user_files.h"
 
+#include <algorithm>
+
 #include "engine/derived/number_text.h"
 
 namespace nimbry {
@@ -7,11 +9,11 @@ namespace nimbry {
 UserFiles::UserFiles(const Files& files) : entries_(files.entries()) {}
 
 std::string UserFiles::find(const std::string& name) const {
+    if (std::find(entries_.begin(), entries_.end(), name) != entries_.end()) return name;
     const std::string wanted = lower_case(name);
     std::string found;
     for (const std::string& entry : entries_) {
-        if (entry == name) return name;
-        if (entry.size() != name.size() || lower_case(entry) != wanted) continue;
+        if (entry.size() != wanted.size() || lower_case(entry) != wanted) continue;
         if (found.empty() || entry < found) found = entry;
     }
     return found;
