@@ -173,9 +173,11 @@ TEST_F(RecordsTest, ADaylightSavingNightMovesNoRecord) {
     const std::string shifter = clock_shifter();
     if (shifter.empty()) GTEST_SKIP() << "libfaketime is not installed";
     folder.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\n");
+    // 00:59:57 UTC, the first of the night's two 01:59:57; as a civil time it would be taken for the second.
     RunningCopy copy(folder, station.device(),
                      {.environment = {{"LD_PRELOAD", shifter},
-                                      {"FAKETIME", "@2026-10-25 01:59:57"},
+                                      {"FAKETIME_FMT", "%s"},
+                                      {"FAKETIME", "@1792889997"},
                                       {"DONT_FAKE_MONOTONIC", "1"},
                                       {"TZ", "Europe/London"}},
                       .in_child = {}});
