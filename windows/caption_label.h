@@ -9,6 +9,8 @@ namespace nimbry::windows {
 /// A quiet line of text above a reading: a fixed caption, or a label of the display model that can change. Always plain
 /// text: "&" and "<" stand for themselves.
 class CaptionLabel : public QLabel {
+    Q_OBJECT
+
 public:
     /// A fixed caption.
     explicit CaptionLabel(const QString& caption, QWidget* parent = nullptr);

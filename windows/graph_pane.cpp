@@ -7,6 +7,7 @@
 #include <QPaintEngine>
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 
 #include "platform/text_bytes.h"
 #include "windows/palette_colours.h"
@@ -39,21 +40,62 @@ QPointF place(const GraphLayout& layout, TwipPoint at) {
     return {layout.x(static_cast<double>(at.x)), layout.y(static_cast<double>(at.y))};
 }
 
+// A smoothed stroke of a whole day costs ten times what its parts cost: its outline crosses itself everywhere.
+constexpr qsizetype segments_a_stroke = 16;
+
+/// Paints a series in short strokes, its dash going on from one to the next.
+void draw_series(QPainter& painter, QPen pen, const QPolygonF& points) {
+    const bool dashed = pen.style() != Qt::SolidLine;
+    // Where a solid stroke ends in a corner, a round end fills it.
+    if (!dashed) pen.setCapStyle(Qt::RoundCap);
+    double length = 0;
+    for (qsizetype from = 0; from + 1 < points.size(); from += segments_a_stroke) {
+        const qsizetype last = std::min(from + segments_a_stroke, points.size() - 1);
+        if (dashed) pen.setDashOffset(length / pen.widthF());
+        painter.setPen(pen);
+        painter.drawPolyline(points.constData() + from, static_cast<int>(last - from + 1));
+        for (qsizetype n = from; n < last; ++n) length += QLineF(points[n], points[n + 1]).length();
+    }
+}
+
 void draw_line(QPainter& painter, const GraphLayout& layout, const GraphLine& line) {
     QPolygonF points;
     for (const PixelPoint& at : layout.path(line.points)) points.append({at.x, at.y});
     // A straight stroke lies on whole pixels; only a series is smoothed.
     const bool series = line.points.size() > 2;
     painter.setRenderHint(QPainter::Antialiasing, series);
-    painter.setPen(graph_pen(line.pen));
-    painter.drawPolyline(points);
+    if (series) {
+        draw_series(painter, graph_pen(line.pen), points);
+    } else {
+        painter.setPen(graph_pen(line.pen));
+        painter.drawPolyline(points);
+    }
 }
 
-void draw_dots(QPainter& painter, const GraphLayout& layout, const GraphDots& dots, double radius) {
+/// One dot in the pixels of a screen, in the middle of a square.
+QPixmap dot_picture(const QColor& colour, double radius, qreal ratio) {
+    const int side = 2 * static_cast<int>(std::ceil(radius * ratio)) + 2;
+    QPixmap dot(side, side);
+    dot.fill(Qt::transparent);
+    QPainter painter(&dot);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(exact_colour(look_of(dots.pen).colour));
-    for (const PixelPoint& at : layout.spots(dots.points)) painter.drawEllipse(QPointF(at.x, at.y), radius, radius);
+    painter.setBrush(colour);
+    painter.drawEllipse(QPointF(side / 2.0, side / 2.0), radius * ratio, radius * ratio);
+    painter.end();
+    dot.setDevicePixelRatio(ratio);
+    return dot;
+}
+
+// Stamped on whole pixels: every dot looks the same, and costs a fraction of an ellipse.
+void draw_dots(QPainter& painter, const GraphLayout& layout, const GraphDots& dots, double radius) {
+    const qreal ratio = painter.device()->devicePixelRatioF();
+    const QPixmap dot = dot_picture(exact_colour(look_of(dots.pen).colour), radius, ratio);
+    const double middle = dot.width() / 2.0;
+    for (const PixelPoint& at : layout.spots(dots.points)) {
+        painter.drawPixmap(
+            QPointF(std::round(at.x * ratio - middle) / ratio, std::round(at.y * ratio - middle) / ratio), dot);
+    }
 }
 
 void draw_labels(QPainter& painter, const GraphLayout& layout, const QFont& font) {

@@ -1,6 +1,7 @@
 #include "engine/graphs/graph_svg.h"
 
 #include <charconv>
+#include <utility>
 
 #include "engine/core/run_time_error.h"
 #include "engine/derived/code_page.h"
@@ -14,7 +15,9 @@ namespace {
 constexpr double letter_height = 12;
 // Of a sans-serif font's figures and capitals, on the wide side: nobody knows which font a browser has.
 constexpr double letter_width = 0.65 * letter_height;
-constexpr double head = 30;  // the strip with title and legend
+constexpr double head = 30;         // the strip with title and legend
+constexpr double legend_line = 18;  // what it grows by where the legend has to stand below the title
+constexpr double title_line = 20;
 constexpr double series_width = 1.5;
 constexpr double dot_radius = 1.6;
 constexpr double side = 10;
@@ -59,22 +62,50 @@ double pen_width(GraphPen pen) {
     return pen == GraphPen::grid ? 0.5 : pen == GraphPen::axis || pen == GraphPen::tick ? 1 : series_width;
 }
 
+// An entry of the legend is a sample of the line and its text.
+constexpr double sample = 24, sample_gap = 4, entry_gap = 16;
+
+double entry_width(const GraphSeries& each) {
+    return sample + sample_gap + text_width(each.legend);
+}
+
+double legend_width(std::span<const GraphSeries> legend) {
+    double width = 0;
+    for (const GraphSeries& each : legend)
+        if (!each.legend.empty()) width += entry_width(each) + (width > 0 ? entry_gap : 0);
+    return width;
+}
+
+/// Where the legend has room.
+enum class LegendPlace { beside, below, nowhere };
+
+LegendPlace legend_place(std::string_view title, std::span<const GraphSeries> legend, double width) {
+    constexpr double bold = 1.1;
+    const double room = width - 2 * side, wanted = legend_width(legend);
+    if (bold * text_width(title) + entry_gap + wanted <= room || wanted == 0) return LegendPlace::beside;
+    return wanted <= room ? LegendPlace::below : LegendPlace::nowhere;
+}
+
 class Picture {
 public:
-    Picture(const GraphDrawing& drawing, PictureSize size)
+    Picture(const GraphDrawing& drawing, PictureSize size, std::string title, std::span<const GraphSeries> legend)
         : drawing_(drawing),
           size_(size),
-          layout_(drawing, size.width, size.height - head, {text_width, letter_height}) {}
+          title_(std::move(title)),
+          legend_(legend),
+          legend_place_(legend_place(title_, legend, size.width)),
+          head_(legend_place_ == LegendPlace::below ? head + legend_line : head),
+          layout_(drawing, size.width, size.height - head_, {text_width, letter_height}) {}
 
-    std::string text(const std::string& title, std::span<const GraphSeries> legend) {
+    std::string text() {
         const std::string width = std::to_string(size_.width), height = std::to_string(size_.height);
         text_ = "<svg" + attribute("xmlns", "http://www.w3.org/2000/svg") + attribute("width", width) +
                 attribute("height", height) + attribute("viewBox", "0 0 " + width + " " + height) +
                 attribute("role", "img") + attribute("font-family", "DejaVu Sans, Verdana, Arial, sans-serif") +
-                attribute("font-size", number(letter_height)) + ">\n<title>" + utf8_text(title) + "</title>\n<rect" +
+                attribute("font-size", number(letter_height)) + ">\n<title>" + utf8_text(title_) + "</title>\n<rect" +
                 attribute("width", width) + attribute("height", height) + attribute("fill", "#101418") + "/>\n";
-        add_head(title, legend);
-        text_ += "<g" + attribute("transform", "translate(0 " + number(head) + ")") + ">\n";
+        add_head();
+        text_ += "<g" + attribute("transform", "translate(0 " + number(head_) + ")") + ">\n";
         for (const GraphLine& line : drawing_.lines) add_line(line);
         for (const GraphDots& dots : drawing_.dots) add_dots(dots);
         for (const PlacedLabel& label : layout_.labels()) {
@@ -87,21 +118,21 @@ public:
 private:
     static constexpr Colour text_colour = 0xE0DCD8;
 
-    void add_head(const std::string& title, std::span<const GraphSeries> legend) {
-        constexpr double line = 20;
-        text_ += text_element(side, line, 0xFFFFFF, title, attribute("font-weight", "bold"));
+    void add_head() {
+        text_ += text_element(side, title_line, 0xFFFFFF, title_, attribute("font-weight", "bold"));
+        if (legend_place_ == LegendPlace::nowhere) return;
+        const double line = legend_place_ == LegendPlace::below ? title_line + legend_line : title_line;
         double x = size_.width - side;
-        for (auto each = legend.rbegin(); each != legend.rend(); ++each) {
+        for (auto each = legend_.rbegin(); each != legend_.rend(); ++each) {
             if (each->legend.empty()) continue;
-            constexpr double sample = 24;
-            x -= text_width(each->legend);
-            text_ += text_element(x, line, text_colour, each->legend);
+            const double left = x - entry_width(*each), height = line - sample_gap;
+            text_ += text_element(left + sample + sample_gap, line, text_colour, each->legend);
             const GraphPen pen = pen_of(each->look);
-            text_ += "<line" + attribute("x1", number(x - sample - 4)) + attribute("x2", number(x - 4)) +
-                     attribute("y1", number(line - 4)) + attribute("y2", number(line - 4)) +
+            text_ += "<line" + attribute("x1", number(left)) + attribute("x2", number(left + sample)) +
+                     attribute("y1", number(height)) + attribute("y2", number(height)) +
                      attribute("stroke", colour_text(look_of(pen).colour)) + attribute("stroke-width", "2") +
                      dash_attribute(pen) + "/>\n";
-            x -= sample + 20;
+            x = left - entry_gap;
         }
     }
 
@@ -126,6 +157,10 @@ private:
 
     const GraphDrawing& drawing_;
     PictureSize size_;
+    std::string title_;
+    std::span<const GraphSeries> legend_;
+    LegendPlace legend_place_;
+    double head_;
     GraphLayout layout_;
     std::string text_;
 };
@@ -162,7 +197,7 @@ std::string graph_svg(WeatherState& state, GraphKind kind, PictureSize size) {
     const bool indoor = state.menu.mnuInGraphs.checked;
     level_scales(state.graphs, indoor);
     const GraphDrawing drawing = graph_drawing(state.graphs, kind, indoor, true);
-    return Picture(drawing, size).text(graph_title(kind, state.units), graph_series(kind, indoor));
+    return Picture(drawing, size, graph_title(kind, state.units), graph_series(kind, indoor)).text();
 }
 
 void write_graph_files(Copy& copy, std::string_view caller) {

@@ -20,8 +20,9 @@ inline constexpr PictureSize page_picture{480, 270};
 /// The size that a text names, "880x360"; nothing for any other text, and for a size outside the two above.
 [[nodiscard]] std::optional<PictureSize> picture_size(std::string_view text);
 
-/// One graph as a picture of its own in UTF-8: title and legend, and below them what the main pane would show. Levels
-/// the scales, and works with drawing switched off too.
+/// One graph as a picture of its own in UTF-8: title and legend, and below them what the main pane would show. In a
+/// narrow picture the legend stands below the title, and in one that is narrower still it is left out. Levels the
+/// scales, and works with drawing switched off too.
 [[nodiscard]] std::string graph_svg(WeatherState& state, GraphKind kind, PictureSize size = {});
 
 /// With `Main`/`GraphFiles` "True": writes all six graphs beside the pages, `graph1.svg` (temperature) to `graph6.svg`

@@ -264,6 +264,36 @@ TEST_F(Graphs, SeriesDifferInDash) {
     EXPECT_EQ(windows::graph_pen(GraphPen::first).widthF(), 1.5);
 }
 
+TEST_F(Graphs, ADashGoesOnThroughAWholeSeries) {
+    // A level dew point at the top of the axis: 5 parts of line and 2.5 of gap, so two thirds of it are painted.
+    for (int r = 1; r <= pmm1; ++r) state.graphs.rows.row(r).set_gdata(series::dew_point, 30);
+    drawgraph(state);
+    form->refresh();
+    const QImage picture = pane(0)->grab().toImage();
+    const qreal ratio = picture.devicePixelRatio();
+    const GraphLayout layout = pane(0)->graph_layout();
+    const int y = qRound(layout.y(double{main_plot.top}) * ratio) - 1;
+    const int from = qRound(layout.x(double{main_plot.left}) * ratio) + 4,
+              to = qRound(layout.x(double{main_plot.right}) * ratio) - 4;
+    int longest = 0, run = 0, changes = 0, painted = 0;
+    bool before = false;
+    for (int x = from; x < to; ++x) {
+        bool on = false;
+        for (int dy = 0; dy < 3; ++dy) {
+            const QColor at = picture.pixelColor(x, y + dy);
+            on = on || (at.red() > 120 && at.blue() < 80);
+        }
+        changes += on != before ? 1 : 0;
+        run = on == before ? run + 1 : 1;
+        longest = std::max(longest, run);
+        painted += on ? 1 : 0;
+        before = on;
+    }
+    EXPECT_LE(longest, 10 * ratio) << "no two dashes and no two gaps run together";
+    EXPECT_NEAR(changes, 2 * (to - from) / (11.25 * ratio), 6);
+    EXPECT_NEAR(painted, (to - from) * 2 / 3, (to - from) / 8);
+}
+
 TEST_F(Graphs, AreDrawnForTheScreensOwnPixels) {
     const QSize size = pane(0)->size();
     QImage plain(size, QImage::Format_ARGB32), sharp(size * 2, QImage::Format_ARGB32);

@@ -51,6 +51,39 @@ TEST(GraphSvg, has_title_legend_and_labels_in_utf8) {
     EXPECT_EQ(count(picture, "<g"), count(picture, "</g>"));
 }
 
+/// The attribute of the text element that has this text.
+std::string attribute_of(const std::string& picture, const std::string& name, const std::string& text) {
+    const std::size_t element = picture.rfind("<text", picture.find(">" + text + "</text>"));
+    const std::size_t value = picture.find(" " + name + "=\"", element) + name.size() + 3;
+    return picture.substr(value, picture.find('"', value) - value);
+}
+
+struct LegendCase {
+    const char* law;
+    PictureSize size;
+    const char* line;  ///< the height of the legend's letters
+    const char* graph;
+};
+
+TEST(GraphSvg, the_legend_never_runs_into_the_title) {
+    // 14 letters of the title in bold are 120 wide, the legend's 22 and their three samples 288; rims and gap are 36.
+    const LegendCase cases[] = {
+        {"beside the title", {880, 360}, "20", "translate(0 30)"},
+        {"just beside it", {444, 200}, "20", "translate(0 30)"},
+        {"below it, and the graph moves down", {443, 200}, "38", "translate(0 48)"},
+        {"still below it", {308, 200}, "38", "translate(0 48)"},
+    };
+    for (const LegendCase& c : cases) {
+        SCOPED_TRACE(c.law);
+        const std::string picture = front(GraphKind::temperature, c.size);
+        for (const char* text : {"Outdoor", "Dew Point", "Indoor"})
+            EXPECT_EQ(attribute_of(picture, "y", text), c.line) << text;
+        EXPECT_THAT(picture, HasSubstr(c.graph));
+    }
+    EXPECT_THAT(front(GraphKind::temperature, {307, 200}), Not(HasSubstr("Outdoor"))) << "no room for it";
+    EXPECT_THAT(front(GraphKind::barometer, {160, 100}), HasSubstr("translate(0 30)")) << "no legend needs none";
+}
+
 TEST(GraphSvg, tells_its_series_apart_by_dash_as_well_as_by_colour) {
     const std::string picture = front(GraphKind::temperature);
     EXPECT_EQ(count(picture, "stroke=\"#00ffff\""), 2) << "its line and its sample in the legend";
