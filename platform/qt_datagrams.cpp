@@ -18,6 +18,12 @@ QtDatagrams::QtDatagrams() {
         Qt::QueuedConnection);
 }
 
+bool QtDatagrams::IsNetworkInstalled() const {
+    QUdpSocket probe;
+    probe.setProxy(QNetworkProxy::NoProxy);
+    return probe.bind(QHostAddress(QHostAddress::AnyIPv4), 0);
+}
+
 bool QtDatagrams::bind(std::uint16_t local_port, const std::string& address, PortUse use) {
     close();
     const QHostAddress local =

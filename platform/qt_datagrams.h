@@ -14,6 +14,7 @@ class QtDatagrams : public QObject, public Datagrams {
 public:
     QtDatagrams();
 
+    [[nodiscard]] bool IsNetworkInstalled() const override;
     bool bind(std::uint16_t local_port, const std::string& address, PortUse use) override;
     void close() override;
     [[nodiscard]] bool is_open() const override;

@@ -8,6 +8,7 @@
 
 #include "engine/ports/serial_line.h"
 #include "platform/line_counters.h"
+#include "platform/serial_devices.h"
 
 namespace nimbry::platform {
 
@@ -22,6 +23,7 @@ public:
     void close() override;
     [[nodiscard]] bool is_open() const override { return port_.isOpen(); }
     Bytes take() override;
+    [[nodiscard]] std::vector<std::string> devices() const override { return serial_devices(); }
 
     /// Bytes have arrived since the listener was called last.
     void on_readable(std::function<void()> readable) { readable_ = std::move(readable); }

@@ -6,6 +6,7 @@
 #include "engine/control/json_text.h"
 #include "engine/core/main_settings.h"
 #include "engine/core/version.h"
+#include "engine/core/serial_port.h"
 #include "engine/derived/code_page.h"
 #include "engine/derived/dates.h"
 
@@ -83,10 +84,7 @@ std::vector<StatusField> copy_status(const Copy& copy) {
         {"serial.open", copy.ports.line.is_open()},
     };
     if (state.readings.dtvar) fields[4].value = stamp_text(*state.readings.dtvar);
-    if (!state.settings.fromnet) {
-        fields[5].value = utf8_name(state.run.device.empty() ? device_of(state.settings, chosen_port(state.settings))
-                                                             : state.run.device);
-    }
+    if (!state.settings.fromnet) fields[5].value = utf8_name(device_of_this_run(state));
     add_counters(fields, state.comm.counters);
     for (const std::string kind : {"ftp", "mail", "weather", "aprs"}) {
         for (const char* fact : {".last_end", ".last_result", ".next_due"}) {

@@ -4,6 +4,7 @@
 #include <array>
 #include <string_view>
 
+#include "engine/control/verb_apply.h"
 #include "engine/control/verb_graph.h"
 #include "engine/control/verb_list.h"
 #include "engine/control/verbs_doing.h"
@@ -41,6 +42,7 @@ constexpr std::array kVerbs{
     Verb{"units", units_verb},
     Verb{"changeover", changeover_verb},
     Verb{"location", location_verb},
+    Verb{"apply", apply_verb},
     Verb{"prune-log", prune_log_verb},
     Verb{"stop", stop_verb},
 };

@@ -15,22 +15,6 @@
 namespace nimbry {
 namespace {
 
-/// Takes the sign off a coordinate; true when it was a minus.
-bool take_sign(std::string& coordinate) {
-    coordinate = trimmed(coordinate);
-    if (coordinate.empty() || (coordinate.front() != '-' && coordinate.front() != '+')) return false;
-    const bool minus = coordinate.front() == '-';
-    coordinate.erase(0, 1);
-    return minus;
-}
-
-/// What a client shows counts as its server's does.
-bool refused_to_client(const Copy& copy, const std::string& what, Asker& asker) {
-    if (!copy.state.settings.fromnet) return false;
-    asker.complain("This copy gets its " + what + " from the one that gives it its data");
-    return true;
-}
-
 constexpr std::string_view yes = "--yes";
 
 /// One value of an option of the units verb, and the option of the dialog that it chooses.
@@ -90,6 +74,12 @@ bool read_units(const std::vector<std::string>& arguments, UnitsRequest& request
 
 }  // namespace
 
+bool refused_to_client(const Copy& copy, const std::string& what, Asker& asker) {
+    if (!copy.state.settings.fromnet) return false;
+    asker.complain("This copy gets its " + what + " from the one that gives it its data");
+    return true;
+}
+
 VerbStatus location_verb(Copy& copy, const std::vector<std::string>& arguments, Asker& asker) {
     const bool none = arguments.size() == 1 && arguments[0] == "none";
     if (!none && arguments.size() != 2) return VerbStatus::bad_usage;
@@ -98,12 +88,7 @@ VerbStatus location_verb(Copy& copy, const std::vector<std::string>& arguments, 
         forget_location(copy);
         return VerbStatus::done;
     }
-    LocationDialog dialog;
-    dialog.Text7 = arguments[0];
-    dialog.Text8 = arguments[1];
-    dialog.Check1 = take_sign(dialog.Text7);
-    dialog.Check2 = !take_sign(dialog.Text8);
-    const auto refusal = accept_location(copy, dialog);
+    const auto refusal = accept_location(copy, typed_location(arguments[0], arguments[1]));
     if (!refusal) return VerbStatus::done;
     asker.complain((refusal->control == "Text7" ? "Latitude: " : "Longitude: ") + utf8_text(refusal->message));
     return VerbStatus::failed;

@@ -11,6 +11,10 @@ namespace nimbry {
 
 // The verbs that do what a setup dialog does, for a copy without a window. `arguments` is what stands behind the verb.
 
+/// What a client shows counts as its server's does: true, and the asker is told, when this copy is one. `what` is
+/// "units".
+[[nodiscard]] bool refused_to_client(const Copy& copy, const std::string& what, Asker& asker);
+
 /// `location LAT LON`: the location dialog with decimal degrees, south and west negative; `location none` takes the
 /// location away. Refused with the dialog's own message, and on a copy that takes its data from another one, which
 /// gives it the location too.

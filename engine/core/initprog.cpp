@@ -21,6 +21,7 @@ constexpr std::string_view main_section = "Main";
 void first_run(Copy& copy) {
     if (copy.ini.GetFlag(main_section, "HasRun", false)) return;
     if (copy.state.run.has_window) {
+        copy.state.settings = read_main_settings(copy.ini);  // what the window begins with
         SetupWindow& window = copy.state.setup.Form2;
         copy.state.comm.initflag = true;
         window.open = true;
@@ -36,17 +37,15 @@ void apply_settings(WeatherState& state) {
     state.units = units_from(state.settings);
     if (state.units.wind != wind_before) start_gauge(state.panel, state.units.wind);
     apply_menu_checks(state.menu, state.settings);
+    set_menu_for_role(state.menu, state.settings.fromnet, state.run.fullystarted);
     set_changeover_captions(state.panel, state.settings);
 }
 
 /// A client never publishes and never watches a line.
 void become_client(Copy& copy) {
     close_serial_port(copy);
+    copy.state.run.port_device.clear();
     copy.timers.stop(TimerId::TimComFail);
-    for (Box* entry : {&copy.state.menu.mnulogFTP, &copy.state.menu.mnulogMail, &copy.state.menu.mnuFTPdebug}) {
-        entry->checked = false;
-        entry->enabled = false;
-    }
 }
 
 }  // namespace

@@ -176,6 +176,7 @@ bool WrtCfg(clsIniFile& ini, const MainSettings& settings) {
     };
     add(list, settings, before_clients);
     add_text("numofentries", std::to_string(settings.iplist.size()));
+    if (ini.has(section, entry(0))) add_text(entry(0), "");  // of a list that was counted from 0
     for (int n = 1; const std::string& address : settings.iplist) add_text(entry(n++), address);
     add(list, settings, behind_clients);
     return ini.SaveSettings(list);

@@ -98,15 +98,7 @@ void watch_listener(Copy& copy) {
 void end_first_cycle(Copy& copy) {
     RunState& run = copy.state.run;
     if (run.fullystarted) return;
-    MainMenu& menu = copy.state.menu;
-    const bool server = !copy.state.settings.fromnet;
-    for (Box* entry : {&menu.mnuInternet, &menu.mnulogFTP, &menu.mnulogMail, &menu.mnuEditComment,
-                       &menu.mnuEditComment2, &menu.mnuEditDSR}) {
-        entry->enabled = server;
-    }
-    if (server) {
-        for (Box* entry : {&menu.mnuLogWU, &menu.mnuLogHW, &menu.mnuLogAPRS}) entry->enabled = true;
-    }
+    set_menu_for_role(copy.state.menu, copy.state.settings.fromnet, true);
     if (copy.state.settings.Hide) {
         copy.state.window.minimised = true;
         copy.state.window.in_tray = copy.state.settings.MinSysTray;

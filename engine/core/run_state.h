@@ -11,6 +11,7 @@ namespace nimbry {
 struct RunState {
     bool has_window = false;  ///< somebody can be asked; without a window a port that fails is tried again by itself
     std::string device;       ///< the serial device for this run, instead of the chosen port's; empty: by the settings
+    std::string port_device;  ///< the device that was opened, or tried, last; empty in a client, which has none
 
     std::vector<std::string> waits;  ///< the files and flags that conversations wait for without a limit, oldest first
 

@@ -28,14 +28,11 @@ constexpr FailureText failure_texts[] = {
     {8019, "The selected COM port is busy,"},
 };
 
-std::string device_of_this_run(const WeatherState& state) {
-    if (!state.run.device.empty()) return state.run.device;
-    return device_of(state.settings, chosen_port(state.settings));
-}
-
 /// One open.
 PortOpenResult open_once(Copy& copy) {
-    return copy.ports.line.open(device_of_this_run(copy.state));
+    std::string& device = copy.state.run.port_device;
+    device = device_of_this_run(copy.state);
+    return copy.ports.line.open(device);
 }
 
 /// Opens, repeating the same open as long as the person at the screen wants to.
@@ -107,6 +104,12 @@ std::string port_failure_text(int number) {
         if (row.number == number) return row.text;
     }
     return "(" + std::to_string(number) + ") has ocurred with the selected COM port,";
+}
+
+std::string device_of_this_run(const WeatherState& state) {
+    if (state.settings.fromnet) return {};
+    if (!state.run.device.empty()) return state.run.device;
+    return device_of(state.settings, chosen_port(state.settings));
 }
 
 void close_serial_port(Copy& copy) {

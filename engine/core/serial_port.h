@@ -11,6 +11,9 @@ namespace nimbry {
 /// What the box of a failed open says for an error number.
 [[nodiscard]] std::string port_failure_text(int number);
 
+/// The device of this run: what the program was started with, else that of the chosen port; empty in a client.
+[[nodiscard]] std::string device_of_this_run(const WeatherState& state);
+
 /// Closes the port, lets no receive event through any more, and ends every attempt to open it that is still going on.
 void close_serial_port(Copy& copy);
 

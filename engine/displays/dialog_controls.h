@@ -15,10 +15,10 @@ namespace nimbry {
 // says which control holds which value, and that is all a window needs to bind its widgets.
 
 /// One control of a setup dialog under its name, and where its value lies: a check box or an option (bool), a scroll
-/// bar (a number in the unit of the setting), a text field.
+/// bar (a number in the unit of the setting), a text field, a list of texts.
 struct DialogControl {
     std::string_view name;
-    std::variant<bool*, float*, std::string*> value;
+    std::variant<bool*, float*, std::string*, std::vector<std::string>*> value;
 };
 
 /// The copy that a window edits.

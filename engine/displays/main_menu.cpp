@@ -64,12 +64,24 @@ void reset_main_menu(MainMenu& menu) {
     constexpr std::array buttons{"Logs", "Settings", "Exit", "Display", "Additional", "Reports", "Help"};
     for (std::size_t n = 0; n < buttons.size(); ++n) menu.fmb[n].text = buttons[n];
 
-    for (Box* needs_a_train :
-         {&menu.mnuInternet, &menu.mnuDisplayLog, &menu.mnuDisplayAlmanac, &menu.mnuEditComment, &menu.mnuEditComment2,
-          &menu.mnuEditDSR, &menu.mnulogFTP, &menu.mnulogMail, &menu.mnuLogWU, &menu.mnuLogHW, &menu.mnuLogAPRS}) {
-        needs_a_train->enabled = false;
-    }
+    menu.mnuDisplayLog.enabled = false;
+    menu.mnuDisplayAlmanac.enabled = false;
+    set_menu_for_role(menu, false, false);
     apply_menu_checks(menu, MainSettings{});
+}
+
+void set_menu_for_role(MainMenu& menu, bool client, bool fullystarted) {
+    for (Box* needs_a_train : {&menu.mnuInternet, &menu.mnuEditComment, &menu.mnuEditComment2, &menu.mnuEditDSR,
+                               &menu.mnulogFTP, &menu.mnulogMail, &menu.mnuLogWU, &menu.mnuLogHW, &menu.mnuLogAPRS}) {
+        needs_a_train->enabled = fullystarted && !client;
+    }
+    menu.mnuFTPdebug.enabled = !client;
+    if (client) {
+        for (Box* entry : {&menu.mnulogFTP, &menu.mnulogMail, &menu.mnuFTPdebug}) entry->checked = false;
+    } else {
+        for (Box* entry : {&menu.mnuAlarms, &menu.mnuLatLong, &menu.mnuNoFTPPop, &menu.mnuNoMailPop})
+            entry->enabled = true;
+    }
 }
 
 void apply_menu_checks(MainMenu& menu, const MainSettings& settings) {

@@ -44,6 +44,12 @@ struct MainMenu {
 /// those that a missing key would check.
 void reset_main_menu(MainMenu& menu);
 
+/// What the role leaves of the menu. A client publishes nothing: what belongs to publishing and to the texts of the
+/// pages is off in it, the switches of the FTP and mail log and of the FTP debug window unchecked as well. Any other
+/// copy has all of it, except, before its first train, what needs one; what a client's synchronisation has switched off
+/// beyond this comes back too.
+void set_menu_for_role(MainMenu& menu, bool client, bool fullystarted);
+
 /// Takes the check marks of the switches from the settings in force. `mnuFTPdebug`, which has no key, stays as it is.
 void apply_menu_checks(MainMenu& menu, const MainSettings& settings);
 

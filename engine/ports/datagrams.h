@@ -30,6 +30,9 @@ class Datagrams {
 public:
     virtual ~Datagrams() = default;
 
+    /// True if the system has a network, be it only that of the machine itself.
+    [[nodiscard]] virtual bool IsNetworkInstalled() const = 0;
+
     /// Binds the socket to a local port, closing it first if it is open; what had queued up is thrown away. `address`
     /// is one of the machine's own, dotted; empty: all of them. False if the port is taken or the address is not ours.
     virtual bool bind(std::uint16_t local_port, const std::string& address, PortUse use) = 0;

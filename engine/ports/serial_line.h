@@ -46,6 +46,11 @@ public:
     /// Takes everything that the system holds for the port, without waiting; empty when there is nothing or the port is
     /// closed.
     virtual Bytes take() = 0;
+
+    /// The devices that could be opened, for a person to choose from: those with a name that stays the same wherever
+    /// they are plugged in ("/dev/serial/by-id/...") first, under that name only; then the others. Looks anew at each
+    /// call.
+    [[nodiscard]] virtual std::vector<std::string> devices() const = 0;
 };
 
 }  // namespace nimbry

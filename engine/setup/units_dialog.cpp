@@ -47,6 +47,13 @@ bool rolls_on_first(const MainSettings& settings) {
     return whole_number(settings.alRoll) == whole_number(roll_on_first);
 }
 
+/// The settings with the units that are displayed: a key that was set by itself is not applied yet.
+MainSettings in_force(const WeatherState& state) {
+    MainSettings settings = state.settings;
+    keep_units(settings, state.units);
+    return settings;
+}
+
 /// One second past a day.
 constexpr std::chrono::seconds roll_guard{86401};
 
@@ -120,7 +127,7 @@ std::optional<MessageBox> choose_rollover(const Copy& copy, UnitsDialog& dialog,
 
 void accept_units(Copy& copy, const UnitsDialog& dialog) {
     MainSettings& settings = copy.state.settings;
-    if (units_differ(dialog, units_dialog(settings))) copy.state.records.unitschanged = true;
+    if (units_differ(dialog, units_dialog(in_force(copy.state)))) copy.state.records.unitschanged = true;
     for (const UnitOption& unit : unit_options) settings.*unit.key = dialog.*unit.option;
     // A number of somebody's own stays, as long as it stands for the same day.
     if (dialog.OptFirst != rolls_on_first(settings)) settings.alRoll = dialog.OptFirst ? roll_on_first : roll_on_last;

@@ -114,6 +114,15 @@ void fill_coordinate(D& dialog, const Coordinate& which, double degrees) {
     dialog.*which.hemisphere = (degrees < 0) == which.negative;
 }
 
+/// Takes the sign off a coordinate; true when it was a minus.
+bool take_sign(std::string& coordinate) {
+    coordinate = trimmed(coordinate);
+    if (coordinate.empty() || (coordinate.front() != '-' && coordinate.front() != '+')) return false;
+    const bool minus = coordinate.front() == '-';
+    coordinate.erase(0, 1);
+    return minus;
+}
+
 void to_decimal(D& dialog, const Coordinate& which) {
     const auto degrees = number_in(dialog.*which.degrees);
     const auto minutes = number_in(dialog.*which.minutes);
@@ -168,6 +177,15 @@ LocationDialog location_dialog(std::string_view latitude_text, std::string_view 
     const Location place = entered_location(latitude_text, longitude_text).value_or(Location{});
     fill_coordinate(dialog, latitude, place.latitude);
     fill_coordinate(dialog, longitude, place.longitude);
+    return dialog;
+}
+
+LocationDialog typed_location(std::string_view latitude_text, std::string_view longitude_text) {
+    LocationDialog dialog;
+    dialog.Text7 = latitude_text;
+    dialog.Text8 = longitude_text;
+    dialog.Check1 = take_sign(dialog.Text7);
+    dialog.Check2 = !take_sign(dialog.Text8);
     return dialog;
 }
 

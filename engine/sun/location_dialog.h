@@ -37,6 +37,10 @@ struct LocationDialog {
 /// The dialog filled with a stored location, in decimal degrees; "0" in both boxes where none has been entered.
 [[nodiscard]] LocationDialog location_dialog(std::string_view latitude, std::string_view longitude);
 
+/// The dialog with two coordinates typed into it in decimal degrees, a sign choosing the hemisphere: "-33.8571".
+/// Texts that are no numbers stand in it as they are.
+[[nodiscard]] LocationDialog typed_location(std::string_view latitude, std::string_view longitude);
+
 /// The same place in the other way of input; seconds to the thousandth, which is finer than what is stored. Texts that
 /// are no numbers stay where they are.
 void change_way_of_input(LocationDialog& dialog);

@@ -20,6 +20,7 @@ class RecordingDatagrams : public Datagrams {
 public:
     explicit RecordingDatagrams(Journal* journal = nullptr) : journal_(journal) {}
 
+    [[nodiscard]] bool IsNetworkInstalled() const override { return network; }
     bool bind(std::uint16_t local_port, const std::string& address, PortUse use) override;
     void close() override;
     [[nodiscard]] bool is_open() const override { return port_.has_value(); }
@@ -44,6 +45,8 @@ public:
     [[nodiscard]] std::size_t waiting() const { return held_.size(); }
     /// False: the next binds fail.
     bool bindable = true;
+    /// False: a machine without any network.
+    bool network = true;
     /// What a send to this host ends with.
     struct Refusal {
         std::string host;

@@ -23,6 +23,10 @@ public:
     void close() override;
     [[nodiscard]] bool is_open() const override { return !device_.empty(); }
     Bytes take() override;
+    [[nodiscard]] std::vector<std::string> devices() const override { return found; }
+
+    /// The devices of this machine.
+    std::vector<std::string> found{"/dev/serial/by-id/usb-Adapter_A1", "/dev/ttyS0"};
 
     /// Bytes reach the port. They are lost while it is closed, as on a real line.
     void arrive(const Bytes& bytes);
