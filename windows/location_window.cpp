@@ -33,6 +33,7 @@ LocationWindow::LocationWindow(const WeatherState& state, std::function<void(con
     decimal->setObjectName(QStringLiteral("Check3"));
     auto* boxes = new QGridLayout;
     boxes->setVerticalSpacing(8);
+    boxes->setHorizontalSpacing(6);
     add_coordinate(*boxes, "&Latitude", {"Text7", "Text3", "Text4"}, "Check1", "&South");
     add_coordinate(*boxes, "Lon&gitude", {"Text8", "Text5", "Text6"}, "Check2", "&East");
     refusal_->setObjectName(QStringLiteral("lblRefusal"));
@@ -40,6 +41,7 @@ LocationWindow::LocationWindow(const WeatherState& state, std::function<void(con
     refusal_->setForegroundRole(QPalette::Link);
 
     auto* input = new QVBoxLayout;
+    input->setSpacing(8);
     input->addWidget(decimal);
     input->addSpacing(8);
     input->addLayout(boxes);

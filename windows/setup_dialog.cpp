@@ -1,10 +1,15 @@
 #include "windows/setup_dialog.h"
 
 #include <QAbstractButton>
+#include <QComboBox>
+#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSignalBlocker>
+#include <algorithm>
 #include <variant>
 
 #include "engine/displays/box_list.h"
@@ -12,6 +17,16 @@
 #include "windows/setting_bar.h"
 
 namespace nimbry::windows {
+
+namespace {
+
+/// Tab comes to a group of options at the chosen one; Qt would come to the first, whatever is chosen.
+void tab_to_chosen_options(const QWidget& window) {
+    for (QRadioButton* option : window.findChildren<QRadioButton*>())
+        option->setFocusPolicy(option->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
+}
+
+}  // namespace
 
 SetupDialog::SetupDialog(const char* name, const QString& title, QWidget* parent) : QDialog(parent) {
     setObjectName(QString::fromLatin1(name));
@@ -21,7 +36,10 @@ SetupDialog::SetupDialog(const char* name, const QString& title, QWidget* parent
 
 void SetupDialog::present() {
     const bool opens = !isVisible();
-    if (opens) load();
+    if (opens) {
+        load();
+        tab_to_chosen_options(*this);
+    }
     show();
     raise();
     activateWindow();
@@ -34,6 +52,7 @@ void SetupDialog::bind(const std::vector<DialogControl>& controls) {
         if (bool* const* flag = std::get_if<bool*>(&control.value)) bind_flag(name, *flag);
         if (float* const* number = std::get_if<float*>(&control.value)) bind_number(name, *number);
         if (std::string* const* text = std::get_if<std::string*>(&control.value)) bind_text(name, *text);
+        if (auto* const* list = std::get_if<std::vector<std::string>*>(&control.value)) bind_list(name, *list);
     }
 }
 
@@ -61,16 +80,62 @@ void SetupDialog::bind_number(const QString& name, float* value) {
 }
 
 void SetupDialog::bind_text(const QString& name, std::string* value) {
-    auto* line = findChild<QLineEdit*>(name);
-    Q_ASSERT(line != nullptr);
-    connect(line, &QLineEdit::textEdited, this, [this, value](const QString& text) {
+    const auto typed = [this, value](const QString& text) {
         *value = platform::engine_text(text);
         edited();
-    });
+    };
+    if (auto* choice = findChild<QComboBox*>(name); choice != nullptr) {
+        connect(choice, &QComboBox::editTextChanged, this, typed);
+        shows_.push_back([choice, value] {
+            const QSignalBlocker silent(choice);
+            const QString text = platform::unicode(*value);
+            if (choice->currentText() == text) return;
+            choice->setEditText(text);
+            choice->lineEdit()->setCursorPosition(0);  // of a long text the beginning is shown
+        });
+        return;
+    }
+    auto* line = findChild<QLineEdit*>(name);
+    Q_ASSERT(line != nullptr);
+    connect(line, &QLineEdit::textEdited, this, typed);
     shows_.push_back([line, value] {
         // Its cursor stays where a person is typing.
         if (const QString text = platform::unicode(*value); line->text() != text) line->setText(text);
     });
+}
+
+void SetupDialog::bind_list(const QString& name, const std::vector<std::string>* value) {
+    auto* list = findChild<QListWidget*>(name);
+    Q_ASSERT(list != nullptr);
+    shows_.push_back([list, value] {
+        QStringList entries;
+        for (const std::string& entry : *value) entries.append(platform::unicode(entry));
+        QStringList shown;
+        for (int row = 0; row < list->count(); ++row) shown.append(list->item(row)->text());
+        if (entries == shown) return;
+        const int selected = list->currentRow();
+        list->clear();
+        list->addItems(entries);
+        list->setCurrentRow(std::min(selected, list->count() - 1));
+    });
+}
+
+void SetupDialog::embolden_heads() {
+    for (QGroupBox* group : findChildren<QGroupBox*>()) {
+        for (QWidget* child : group->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+            QFont font = child->font();
+            font.setWeight(QFont::Normal);  // said outright, or it would be that of the group
+            child->setFont(font);
+        }
+        QFont bold = group->font();
+        bold.setBold(true);
+        group->setFont(bold);
+    }
+}
+
+void SetupDialog::show_window(const SetupWindow& window) {
+    setWindowTitle(platform::unicode(window.caption));
+    setEnabled(window.enabled);
 }
 
 void SetupDialog::show_values() {

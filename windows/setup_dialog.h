@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "engine/displays/dialog_controls.h"
+#include "engine/displays/setup_windows.h"
 
 class QBoxLayout;
 
@@ -24,12 +25,18 @@ protected:
     SetupDialog(const char* name, const QString& title, QWidget* parent);
 
     /// Binds controls to the widgets of their names, which must be there: a check box or an option button, a
-    /// SettingBar, a line of text. What a person does there changes the value and calls edited(). The values must
-    /// outlive this object.
+    /// SettingBar, a line of text, a box with a text and a choice, a list. What a person does there changes the value
+    /// and calls edited(); a list only shows. The values must outlive this object.
     void bind(const std::vector<DialogControl>& controls);
 
     /// Shows every bound value in its widget.
     void show_values();
+
+    /// Makes the titles of the window's groups bold, and nothing in them.
+    void embolden_heads();
+
+    /// Shows the window itself as the model has it: its caption, and whether it is locked.
+    void show_window(const SetupWindow& window);
 
     /// The row of buttons, `Command1` with this caption and "Cancel".
     [[nodiscard]] QBoxLayout* button_row(const QString& accept_caption);
@@ -49,6 +56,7 @@ private:
     void bind_flag(const QString& name, bool* value);
     void bind_number(const QString& name, float* value);
     void bind_text(const QString& name, std::string* value);
+    void bind_list(const QString& name, const std::vector<std::string>* value);
 
     std::vector<std::function<void()>> shows_;
 };

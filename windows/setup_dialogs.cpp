@@ -25,9 +25,15 @@ void SetupDialogs::show_units() {
     units_->present();
 }
 
+void SetupDialogs::show_comms() {
+    if (comms_ == nullptr) comms_ = new CommsWindow(state_, actions_.comms, parent_);
+    comms_->present();
+}
+
 void SetupDialogs::refresh() {
     if (alarms_ != nullptr) alarms_->refresh();
     if (units_ != nullptr) units_->refresh();
+    if (comms_ != nullptr) comms_->refresh();
 }
 
 }  // namespace nimbry::windows

@@ -4,6 +4,7 @@
 
 #include "engine/core/weather_state.h"
 #include "engine/sun/location_dialog.h"
+#include "windows/comms_window.h"
 #include "windows/units_window.h"
 
 class QWidget;
@@ -21,6 +22,7 @@ public:
         std::function<void(const AlarmsDialog&)> accept_alarms{};
         std::function<void(const LocationDialog&)> accept_location{};
         UnitsWindow::Actions units{};
+        CommsWindow::Actions comms{};
     };
 
     /// `state` must outlive this object; `parent` is the main window, which owns the windows.
@@ -29,6 +31,7 @@ public:
     void show_alarms();
     void show_location();
     void show_units();
+    void show_comms();
 
     /// The state may have changed.
     void refresh();
@@ -40,6 +43,7 @@ private:
     AlarmsWindow* alarms_ = nullptr;
     LocationWindow* location_ = nullptr;
     UnitsWindow* units_ = nullptr;
+    CommsWindow* comms_ = nullptr;
 };
 
 }  // namespace nimbry::windows

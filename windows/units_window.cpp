@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "engine/displays/window_lock.h"
 #include "platform/text_bytes.h"
 
 namespace nimbry::windows {
@@ -66,6 +67,7 @@ UnitsWindow::UnitsWindow(const WeatherState& state, Actions actions, QWidget* pa
     column->addStretch();
     column->addLayout(button_row(QStringLiteral("Done")));
 
+    embolden_heads();
     // A click on a rollover option is asked about before it is one.
     std::vector<DialogControl> controls = dialog_controls(draft_.values);
     std::erase_if(controls, [](const DialogControl& c) { return c.name == "OptFirst" || c.name == "OptLast"; });
@@ -122,8 +124,7 @@ bool UnitsWindow::commit() {
 void UnitsWindow::refresh() {
     if (!isVisible()) return;
     if (draft_.follow(units_dialog(state_.settings))) show_values();
-    setWindowTitle(platform::unicode(state_.setup.Units.caption));
-    setEnabled(state_.setup.Units.enabled);
+    show_window(shown_window(state_.setup.Units, state_.publish.emailbusy.is_set()));
     show_in_force();
 }
 

@@ -28,7 +28,7 @@ public:
     /// `state` must outlive the window.
     UnitsWindow(const WeatherState& state, Actions actions, QWidget* parent = nullptr);
 
-    /// The state may have changed: the changeover, or the values in force; a running changeover locks the window.
+    /// The state may have changed: the changeover, or the values in force; a changeover or a mail locks the window.
     void refresh();
 
 protected:

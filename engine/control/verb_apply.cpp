@@ -43,7 +43,7 @@ Refusal apply_alarms_dialog(Copy& copy) {
 /// stored, but what was shown of a place before goes.
 Refusal apply_location_dialog(Copy& copy) {
     const MainSettings& settings = copy.state.settings;
-    if (trimmed(settings.Latitude) == "999" || trimmed(settings.Longitude) == "999") {
+    if (Val(settings.Latitude) == 999 || Val(settings.Longitude) == 999) {
         refresh_sun_texts(copy);
         show_sun_picture(copy);
         return {};

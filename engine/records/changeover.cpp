@@ -1,6 +1,7 @@
 #include "engine/records/changeover.h"
 
 #include "engine/core/run_time_error.h"
+#include "engine/displays/window_lock.h"
 #include "engine/publish/publishing.h"
 #include "engine/records/do_changeover.h"
 #include "engine/records/record_step.h"
@@ -14,7 +15,7 @@ constexpr seconds settled{61};
 
 void lock(SetupWindow& window) {
     if (!window.open) return;
-    window.caption = "Temporarily Locked";
+    window.caption = locked_caption;
     window.enabled = false;
 }
 

@@ -17,6 +17,7 @@
 #include "engine/graphs/graph_view.h"
 #include "engine/records/viewers.h"
 #include "engine/setup/changeover_choice.h"
+#include "engine/setup/comms_dialog.h"
 #include "platform/canberra_sounds.h"
 #include "platform/control_server.h"
 #include "platform/curl_transfers.h"
@@ -30,6 +31,7 @@
 #include "platform/system_clock.h"
 #include "platform/system_desktop.h"
 #include "windows/almanac_chooser.h"
+#include "windows/comms_window.h"
 #include "windows/form1.h"
 #include "windows/setup_dialogs.h"
 #include "windows/small_windows.h"
@@ -72,8 +74,8 @@ public:
     }
 
     int run(const std::string& device) {
-        // There is no setup window to wait for in a first run: the settings stay as they are.
-        notices_.set_opener("Form2", [this] { engine_.state().setup.Form2.open = false; });
+        // The first run's, before there is a main window.
+        notices_.set_opener("Form2", [this] { first_setup_.emplace(engine_.state(), comms_actions()).present(); });
         splash_.emplace();
         splash_->show();
         loop_.on_changed([this] { changed(); });
@@ -92,12 +94,14 @@ private:
     void changed() {
         if (splash_ && !engine_.state().comm.splashing && !engine_.gone()) show_main_window();
         if (form_) form_->state_changed();
+        if (first_setup_) first_setup_->refresh();
         if (small_) small_->refresh();
         if (dialogs_) dialogs_->refresh();
     }
 
     void show_main_window() {
         splash_.reset();
+        first_setup_.reset();
         form_.emplace(engine_.state(), actions());
         small_.emplace(engine_.state(), &*form_);
         small_->offer_to(notices_);
@@ -133,6 +137,10 @@ private:
             sounds_.play(std::string(click_sound));
             dialogs_->show_alarms();
         };
+        actions.menu["SetupComms"] = [this] {
+            sounds_.play(std::string(click_sound));
+            dialogs_->show_comms();
+        };
         actions.menu["SetupUnits"] = [this] {
             sounds_.play(std::string(click_sound));
             dialogs_->show_units();
@@ -165,7 +173,29 @@ private:
                     [this, do_event](const LocationDialog& values) {
                         do_event("NimbryLatlong", [this, values] { accept_location(copy(), values); });
                     },
-                .units = units_actions()};
+                .units = units_actions(),
+                .comms = comms_actions()};
+    }
+
+    CommsWindow::Actions comms_actions() {
+        const auto do_event = [this](auto&& what) { start_event(copy(), "Form2", what); };
+        const auto tell = [this, do_event](const std::optional<MessageBox>& box) {
+            if (box) do_event([this, box] { notices_.box(*box); });
+            return box.has_value();
+        };
+        CommsWindow::Actions actions;
+        actions.serial_devices = [this] { return line_.devices(); };
+        actions.opened = [this] { copy().state.setup.Form2.open = true; };
+        actions.closed = [this] { copy().state.setup.Form2.open = false; };
+        actions.ticked_role = [this, tell](bool& role) { tell(ticked_role(datasock_, role)); };
+        actions.add_address = [tell](CommsDialog& values) { tell(add_address(values)); };
+        actions.accepted = [this, do_event, tell](CommsDialog& values) {
+            sounds_.play(std::string(click_sound));
+            if (tell(unfit_comms(copy(), values))) return false;
+            do_event([this, values] { accept_comms(copy(), values); });
+            return true;
+        };
+        return actions;
     }
 
     UnitsWindow::Actions units_actions() {
@@ -249,6 +279,7 @@ private:
     std::optional<ControlServer> control_;
     EngineLoop loop_;
     std::optional<Splash> splash_;
+    std::optional<CommsWindow> first_setup_;
     std::optional<Form1> form_;
     std::optional<SmallWindows> small_;
     std::optional<SetupDialogs> dialogs_;

@@ -49,6 +49,12 @@ protected:
     QtDatagrams datagrams;
 };
 
+TEST_F(QtDatagramsTest, HasANetworkWhereThereIsOne) {
+    EXPECT_TRUE(datagrams.IsNetworkInstalled());
+    ASSERT_TRUE(datagrams.bind(free_port()));
+    EXPECT_TRUE(datagrams.IsNetworkInstalled()) << "also while the socket is in use";
+}
+
 TEST_F(QtDatagramsTest, SendsFromTheBoundPort) {
     const std::uint16_t port = free_port();
     ASSERT_TRUE(datagrams.bind(port, "", PortUse::exclusive));

@@ -97,6 +97,28 @@ TEST_F(NimbryctlTest, ASettingIsSetInTheFileAndInTheCopy) {
     EXPECT_EQ(unknown.err, "Nimbry knows no key Colour in section Main\n");
 }
 
+TEST_F(NimbryctlTest, UnitsTurnInARunningCopyWithTheNextTrain) {
+    start(true);
+    EXPECT_EQ(ask_copy({"boxes", "Text2(0)"}).out, "Text2(0)\t+12.3 \u00B0C\n");
+    EXPECT_EQ(ask_copy({"units", "--temp", "F"}).ending, exited(0));
+    station.send(train_of_now());
+    ASSERT_TRUE(eventually([&] { return copy->frames("trains") == 3; }));
+    EXPECT_EQ(ask_copy({"boxes", "Text2(0)"}).out, "Text2(0)\t+54.1 \u00B0F\n");
+    EXPECT_EQ(ask_copy({"get", "Main", "fTempF"}).out, "True\n");
+}
+
+TEST_F(NimbryctlTest, ARoleThatIsSetIsTakenWhenItIsApplied) {
+    start();
+    EXPECT_EQ(ask_copy({"set", "Main", "bcastnet", "True"}).ending, exited(0));
+    const Said refused = ask_copy({"apply", "comms"});
+    EXPECT_EQ(refused.ending, exited(1));
+    EXPECT_EQ(refused.err, "There must be at least one entry in the address list.\n");
+    EXPECT_EQ(ask_copy({"set", "Main", "bcastnet", "False"}).ending, exited(0));
+    EXPECT_EQ(ask_copy({"apply"}).ending, exited(0));
+    EXPECT_EQ(ask_copy({"get", "Main", "Latitude"}).out, "999\n");
+    ASSERT_TRUE(copy->listens());
+}
+
 TEST_F(NimbryctlTest, TheProgramLogIsPrunedWhenItIsMeant) {
     folder.put("nbyprog.log", "1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n9\r\n");  // the start adds two
     start();

@@ -7,6 +7,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QFile>
 #include <QPointer>
 #include <QProcess>
@@ -24,6 +25,7 @@
 #include "programs/nimbry/other_instance.h"
 #include "programs/nimbry/window_program.h"
 #include "windows/alarms_window.h"
+#include "windows/comms_window.h"
 #include "windows/form1.h"
 #include "windows/message_dialog.h"
 #include "windows/splash.h"
@@ -85,13 +87,22 @@ private:
     std::string name_;
 };
 
+/// The folder of a copy that has run before.
+struct Folder : QTemporaryDir {
+    Folder() {
+        QFile ini(filePath(QStringLiteral("Nimbry.ini")));
+        EXPECT_TRUE(ini.open(QIODevice::WriteOnly));
+        ini.write("[Main]\r\nHasRun=True\r\n");
+    }
+};
+
 std::string contents(const QTemporaryDir& folder, const char* name) {
     QFile file(folder.filePath(QString::fromLatin1(name)));
     return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
 }
 
 TEST(Program, ShowsTheSplashThenTheWindowThenTheStation) {
-    const QTemporaryDir folder;
+    const Folder folder;
     const PseudoTerminal station;
     const Bytes train = write_train(StationReadings{});
     int sent = 0;
@@ -116,12 +127,55 @@ TEST(Program, ShowsTheSplashThenTheWindowThenTheStation) {
     EXPECT_TRUE(onlooker.saw_all());
     EXPECT_GE(sent, 2);
     EXPECT_NE(contents(folder, "nbyprog.log").find("Program stopped, normal exit"), std::string::npos);
-    EXPECT_NE(contents(folder, "Nimbry.ini").find("HasRun=True"), std::string::npos)
-        << "a first run without a setup window counts as one whose window was closed";
+}
+
+TEST(Program, ShowsANewcomerTheSetupWindowAndGoesOnWithWhatIsAccepted) {
+    const QTemporaryDir folder;
+    const PseudoTerminal station;
+    Onlooker onlooker;
+    onlooker.when([] { return visible_window<windows::CommsWindow>() != nullptr; },
+                  [&] {
+                      EXPECT_EQ(visible_window<windows::Form1>(), nullptr);
+                      EXPECT_EQ(contents(folder, "Nimbry.ini").find("HasRun=True"), std::string::npos);
+                      auto* dialog = visible_window<windows::CommsWindow>();
+                      dialog->findChild<QComboBox*>("SerialPort1")->setEditText(QString::fromStdString(station.name()));
+                      dialog->findChild<QAbstractButton*>("Command1")->click();
+                  });
+    onlooker.when([] { return visible_window<windows::Form1>() != nullptr; },
+                  [] { visible_window<windows::Form1>()->findChild<QAction*>("SetupComms")->trigger(); });
+    onlooker.when([] { return visible_window<windows::CommsWindow>() != nullptr; },
+                  [&] {
+                      auto* dialog = visible_window<windows::CommsWindow>();
+                      EXPECT_EQ(dialog->findChild<QComboBox*>("SerialPort1")->currentText().toStdString(),
+                                station.name());
+                      dialog->findChild<QAbstractButton*>("Check3")->click();
+                      dialog->findChild<QAbstractButton*>("Command1")->click();
+                  });
+    onlooker.when([&folder] { return contents(folder, "Nimbry.ini").find("fwrtlog=True") != std::string::npos; },
+                  [] { visible_window<windows::Form1>()->findChild<QAction*>("mnuExit1")->trigger(); });
+    EXPECT_EQ(run_with_window(folder.path().toStdString(), "", false), 0);
+    EXPECT_TRUE(onlooker.saw_all());
+    const std::string settings = contents(folder, "Nimbry.ini");
+    EXPECT_NE(settings.find("HasRun=True"), std::string::npos);
+    EXPECT_NE(settings.find("SerialPort1=" + station.name()), std::string::npos);
+}
+
+TEST(Program, ASetupWindowThatANewcomerClosesLeavesTheDefaults) {
+    const QTemporaryDir folder;
+    const PseudoTerminal station;
+    Onlooker onlooker;
+    onlooker.when([] { return visible_window<windows::CommsWindow>() != nullptr; },
+                  [] { visible_window<windows::CommsWindow>()->close(); });
+    onlooker.when([] { return visible_window<windows::Form1>() != nullptr; },
+                  [] { visible_window<windows::Form1>()->findChild<QAction*>("mnuExit1")->trigger(); });
+    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.name(), false), 0);
+    EXPECT_TRUE(onlooker.saw_all());
+    EXPECT_NE(contents(folder, "Nimbry.ini").find("HasRun=True"), std::string::npos);
+    EXPECT_EQ(contents(folder, "Nimbry.ini").find("numofentries"), std::string::npos) << "nothing was accepted";
 }
 
 TEST(Program, LeavesAtTheSessionsEndAsByTheWindowsClose) {
-    const QTemporaryDir folder;
+    const Folder folder;
     const PseudoTerminal station;
     Onlooker onlooker;
     onlooker.when([&] { return contents(folder, "nbyprog.log").find("Program started") != std::string::npos; },
@@ -137,7 +191,7 @@ TEST(Program, LeavesAtTheSessionsEndAsByTheWindowsClose) {
 }
 
 TEST(Program, TakesTheAlarmDialogsValuesIntoForce) {
-    const QTemporaryDir folder;
+    const Folder folder;
     const PseudoTerminal station;
     Onlooker onlooker;
     onlooker.when([] { return visible_window<windows::Form1>() != nullptr; },
@@ -156,7 +210,7 @@ TEST(Program, TakesTheAlarmDialogsValuesIntoForce) {
 }
 
 TEST(Program, AsksAboutAPortThatIsNotThere) {
-    const QTemporaryDir folder;
+    const Folder folder;
     Onlooker onlooker;
     QString text;
     onlooker.when([] { return visible_window<windows::MessageDialog>() != nullptr; },

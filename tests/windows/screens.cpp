@@ -6,11 +6,13 @@
 #include <QMenu>
 #include <QPainter>
 
+#include "engine/displays/window_lock.h"
 #include "engine/graphs/graph_view.h"
 #include "tests/windows/sample_states.h"
 #include "windows/about_window.h"
 #include "windows/alarms_window.h"
 #include "windows/balloon_tip.h"
+#include "windows/comms_window.h"
 #include "windows/form1.h"
 #include "windows/location_window.h"
 #include "windows/message_dialog.h"
@@ -155,6 +157,30 @@ void take_graphs(Camera& camera, const QString& theme) {
     take(QStringLiteral("off"));
 }
 
+/// The communications window: as a newcomer sees it, as a server's, and locked in a client.
+void take_communications(Camera& camera, const QString& theme) {
+    WeatherState state;
+    windows::CommsWindow::Actions actions;
+    actions.serial_devices = [] { return std::vector<std::string>{"/dev/ttyS0", "/dev/ttyUSB0"}; };
+    actions.opened = actions.closed = [] {};
+    const auto take = [&](const char* name) {
+        windows::CommsWindow window(state, actions);
+        window.present();
+        window.refresh();
+        QApplication::processEvents();
+        camera.take(window, QStringLiteral("%1-%2").arg(QString::fromLatin1(name), theme));
+    };
+    take("comms");
+    state.settings.SerialPort1 = "/dev/serial/by-id/usb-Prolific_Technology_Inc._USB-Serial_Controller_D-if00-port0";
+    state.settings.bcastnet = state.settings.fwrtlog = true;
+    state.settings.iplist = {"192.168.100.120", "192.168.100.121", "255.255.255.255"};
+    take("comms-server");
+    state.settings.fromnet = true;
+    state.setup.Form2.caption = locked_caption;
+    state.setup.Form2.enabled = false;
+    take("comms-client-locked");
+}
+
 /// The windows for the place and the units.
 void take_place_and_units(Camera& camera, const QString& theme) {
     WeatherState state;
@@ -235,6 +261,7 @@ int write_screens(const QString& folder) {
         take_small_windows(camera, theme);
         take_setup_windows(camera, theme);
         take_place_and_units(camera, theme);
+        take_communications(camera, theme);
     }
     QApplication::setPalette(light);
     return camera.taken();

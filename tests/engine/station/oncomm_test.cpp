@@ -178,6 +178,7 @@ TEST(OnComm, an_error_of_its_own_bears_its_tag) {
         void close() override {}
         [[nodiscard]] bool is_open() const override { return true; }
         Bytes take() override { throw RunTimeError{ErrorNumber::overflow}; }
+        [[nodiscard]] std::vector<std::string> devices() const override { return {}; }
     };
     BareCopy copy;
     BrokenLine line;

@@ -273,6 +273,7 @@ struct BrokenLine : SerialLine {
     void close() override {}
     [[nodiscard]] bool is_open() const override { return true; }
     Bytes take() override { throw RunTimeError{ErrorNumber::overflow}; }
+    [[nodiscard]] std::vector<std::string> devices() const override { return {}; }
 };
 
 TEST(TrainGroups, an_error_of_their_own_bears_their_tag) {
