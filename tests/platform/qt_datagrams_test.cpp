@@ -51,7 +51,7 @@ protected:
 
 TEST_F(QtDatagramsTest, HasANetworkWhereThereIsOne) {
     EXPECT_TRUE(datagrams.IsNetworkInstalled());
-    ASSERT_TRUE(datagrams.bind(free_port()));
+    ASSERT_TRUE(datagrams.bind(free_port(), "", PortUse::exclusive));
     EXPECT_TRUE(datagrams.IsNetworkInstalled()) << "also while the socket is in use";
 }
 
