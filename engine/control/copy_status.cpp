@@ -1,5 +1,6 @@
 #include "engine/control/copy_status.h"
 
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -9,6 +10,7 @@
 #include "engine/core/serial_port.h"
 #include "engine/derived/code_page.h"
 #include "engine/derived/dates.h"
+#include "engine/publish/next_runs.h"
 
 namespace nimbry {
 
@@ -39,6 +41,21 @@ void add_counters(std::vector<StatusField>& fields, const CommState::Counters& c
     fields.push_back({"frames.unknown_tag", counters.unknown_tag});
     fields.push_back({"frames.before_first_train", counters.before_first_train});
     fields.push_back({"frames.bytes_thrown_away", counters.bytes_thrown_away});
+}
+
+StatusField time_field(std::string name, const std::optional<CivilTime>& time) {
+    StatusField field{std::move(name), {}};
+    if (time) field.value = stamp_text(*time);
+    return field;
+}
+
+void add_upload(std::vector<StatusField>& fields, const std::string& kind, const LastRun& last,
+                const std::optional<CivilTime>& next) {
+    const std::string name = "uploads." + kind;
+    fields.push_back(time_field(name + ".last_end", last.end));
+    fields.push_back({name + ".last_result", {}});
+    if (last.end) fields.back().value = utf8_text(last.result);
+    fields.push_back(time_field(name + ".next_due", next));
 }
 
 /// What a value looks like as text: "" for an unknown one.
@@ -86,11 +103,12 @@ std::vector<StatusField> copy_status(const Copy& copy) {
     if (state.readings.dtvar) fields[4].value = stamp_text(*state.readings.dtvar);
     if (!state.settings.fromnet) fields[5].value = utf8_name(device_of_this_run(state));
     add_counters(fields, state.comm.counters);
-    for (const std::string kind : {"ftp", "mail", "weather", "aprs"}) {
-        for (const char* fact : {".last_end", ".last_result", ".next_due"}) {
-            fields.push_back({"uploads." + kind + fact, {}});
-        }
-    }
+    const PublishState& publish = state.publish;
+    const NextRuns next = next_runs(copy);
+    add_upload(fields, "ftp", publish.last_ftp, next.ftp);
+    add_upload(fields, "mail", publish.last_mail, next.mail);
+    add_upload(fields, "weather", publish.last_weather, next.weather);
+    add_upload(fields, "aprs", publish.last_aprs, next.aprs);
     fields.push_back({"sync.running", state.network.syncing});
     fields.push_back({"sync.last_end", {}});
     fields.push_back({"sync.last_result", {}});

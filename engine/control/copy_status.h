@@ -22,7 +22,8 @@ struct StatusField {
 ///   station_time ("DD MMM YYYY HH:MM:SS"),
 ///   serial.device (unknown in a client), serial.open,
 ///   frames.trains, .lone, .bad_checksum, .wrong_length, .unknown_tag, .before_first_train, .bytes_thrown_away,
-///   uploads.ftp, .mail, .weather, .aprs: each .last_end, .last_result, .next_due,
+///   uploads.ftp, .mail, .weather, .aprs: each .last_end (the computer's time), .last_result ("ok", or why it failed),
+///   .next_due (the computer's time; of a mail the station's),
 ///   sync.running, .last_end, .last_result,
 ///   waiting_for (the files and flags that are waited for without a limit, oldest first; unknown: none)
 [[nodiscard]] std::vector<StatusField> copy_status(const Copy& copy);

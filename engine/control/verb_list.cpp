@@ -23,6 +23,7 @@ constexpr std::array kVerbs{
     VerbUsage{"get", "SECTION KEY", "the value in force of a key of Nimbry.ini"},
     VerbUsage{"set", "SECTION KEY VALUE", "sets a key in Nimbry.ini and in the running copy"},
     VerbUsage{"generate", "", "makes the pages now; returns when they are there"},
+    VerbUsage{"force", "ftp|mail|weather", "uploads, mails or reports now; returns when that has ended"},
     VerbUsage{"install-templates", "", "copies the default templates that are missing into the folder"},
     VerbUsage{"units",
               "[--temp C|F] [--baro mB|hPa|inHg] [--rain mm|in] [--wind ms|kph|mph|knots] [--rollover first|last] "

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "engine/control/verb_apply.h"
+#include "engine/control/verb_force.h"
 #include "engine/control/verb_graph.h"
 #include "engine/control/verb_list.h"
 #include "engine/control/verbs_doing.h"
@@ -38,6 +39,7 @@ constexpr std::array kVerbs{
     Verb{"get", get_verb},
     Verb{"set", set_verb},
     Verb{"generate", generate_verb},
+    Verb{"force", force_verb},
     Verb{"install-templates", install_templates_verb},
     Verb{"units", units_verb},
     Verb{"changeover", changeover_verb},

@@ -60,6 +60,7 @@ void initprog(Copy& copy) {
         // What a client fetched from its server has been written to section `Main`, so this reads it too.
         copy.state.settings = read_main_settings(copy.ini);
         apply_settings(copy.state);
+        update_location_text(copy);
         show_graph_labels(copy.state);
         loadgrafdata(copy);
         if (copy.state.settings.fromnet) {

@@ -66,7 +66,7 @@ void start_timers(Copy& copy) {
     if (!copy.state.settings.fromnet) {
         if (publish.NimbryFTPSetup.ChkEnableFTP || publish.NimbryFTPSetup.chkLocal)
             copy.timers.start_if_stopped(TimerId::TimerFTP, now);
-        if (publish.NimbryFTPSetup.chkWU || publish.NimbryFTPSetup.chkHW)
+        if (publish.NimbryFTPSetup.chkWU || publish.NimbryFTPSetup.chkHW || publish.NimbryFTPSetup.chkAPRS)
             copy.timers.start_if_stopped(TimerId::timWU, now);
     }
     copy.timers.start_if_stopped(TimerId::TimUI, now);

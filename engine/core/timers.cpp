@@ -67,6 +67,10 @@ bool Timers::running(TimerId id) const {
     return due_[index(id)].has_value();
 }
 
+std::optional<Instant> Timers::due(TimerId id) const {
+    return due_[index(id)];
+}
+
 std::optional<Instant> Timers::wake_at() const {
     std::optional<Instant> first;
     for (const std::optional<Instant>& due : due_) {

@@ -38,6 +38,8 @@ public:
     void stop(TimerId id);
     void stop_all();
     [[nodiscard]] bool running(TimerId id) const;
+    /// When a timer's next tick is due; nothing while it is stopped.
+    [[nodiscard]] std::optional<Instant> due(TimerId id) const;
 
     /// When the next tick is due; nothing when no timer runs.
     [[nodiscard]] std::optional<Instant> wake_at() const;

@@ -8,7 +8,8 @@ namespace nimbry {
 struct SetupWindow {
     std::string caption;
     bool open = false;    ///< it is showing; set by whoever shows it, cleared when it closes
-    bool enabled = true;  ///< off while a changeover runs, with the caption "Temporarily Locked"
+    bool enabled = true;  ///< off while a changeover runs or a mail goes out, with the caption "Temporarily Locked"
+    bool hidden = false;  ///< open, but out of the way while what its forced button asked for runs
 };
 
 /// The three setup windows that a running cycle takes notice of. They hold up nothing: data is taken while they are
@@ -20,5 +21,11 @@ struct SetupWindows {
 
     [[nodiscard]] bool any_open() const { return Form2.open || FTP.open || Units.open; }
 };
+
+/// Locks the windows that are open.
+void lock_setup_windows(SetupWindows& windows);
+
+/// Gives locked windows back to their users, with their own captions.
+void unlock_setup_windows(SetupWindows& windows);
 
 }  // namespace nimbry

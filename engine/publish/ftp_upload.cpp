@@ -49,7 +49,7 @@ void ftp_schedule(Copy& copy) {
     FTPupload(copy);
 }
 
-void FTPupload(Copy& copy) {
+void FTPupload(Copy& copy, UploadCause) {
     const WeatherState& state = copy.state;
     if (state.settings.fromnet || state.run.ProgramClosing) return;
     if (!state.publish.NimbryFTPSetup.ChkEnableFTP && !state.publish.NimbryFTPSetup.chkLocal) return;

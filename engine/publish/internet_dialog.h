@@ -20,17 +20,17 @@ struct InternetDialog {
     std::string FTPRemoteFile;     ///< what the first page is called there; the others get their number
     std::string FTPUser, FTPPass;  ///< login
     std::string FTPHours = "0";    ///< the upload interval is the sum of both
-    std::string FTPMins = "2";     //
-    bool FTPact = true;            ///< the server opens the data connections
+    std::string FTPMins = "2";
+    bool FTPact = true;  ///< the server opens the data connections
     std::string FTPSecurity =
         "none";  ///< "none", "explicit" (TLS asked for after connecting), "implicit" (from the first byte)
     std::string Additional_Files;   ///< further files, joined by ","
     std::string UploadCount = "1";  ///< they go with every so many uploads
     bool chkLogResponses = false;   ///< key `LogFTPResponses`: the exchange is written to `NimbryFTPLOG.txt`
 
-    bool ChkSendMail = false;     ///< key `EMailEn`: mails go out by schedule
-    std::string MailServer;       ///< SMTP host
-    std::string MailPort = "25";  //
+    bool ChkSendMail = false;  ///< key `EMailEn`: mails go out by schedule
+    std::string MailServer;    ///< SMTP host
+    std::string MailPort = "25";
     std::string MailSecurity =
         "none";  ///< "none", "starttls" (TLS asked for after connecting), "tls" (from the first byte)
     std::string MailUser, MailPass;     ///< login; without a user there is none
@@ -43,12 +43,12 @@ struct InternetDialog {
     bool MailReport = false;            ///< a scheduled mail has the monthly summary made first
     bool ChkDoEmailToo = false;         ///< key `EMailToo`: an upload by FTP follows a mail
 
-    bool chkWU = false;            ///< key `WUactive`: Weather Underground
-    std::string WUuser, WUpass;    //
-    std::string WUhost;            ///< instead of the service's own: host[:port], with or without a scheme
-    bool chkHW = false;            ///< key `HWactive`: Hamweather, called Weatherforyou in texts
-    std::string HWuser, HWpass;    //
-    std::string HWhost;            //
+    bool chkWU = false;  ///< key `WUactive`: Weather Underground
+    std::string WUuser, WUpass;
+    std::string WUhost;  ///< instead of the service's own: host[:port], with or without a scheme
+    bool chkHW = false;  ///< key `HWactive`: Hamweather, called Weatherforyou in texts
+    std::string HWuser, HWpass;
+    std::string HWhost;
     bool chkAPRS = false;          ///< key `APRSactive`: APRS
     std::string txtAPRSID;         ///< key `APRSuser`: the station's call sign
     std::string APRSpass = "-1";   ///< pass code; -1 is that of a station that only reports weather

@@ -33,31 +33,32 @@ private:
 };
 
 // Nothing waits in here, so no other generation can see its flags.
-void compose(Copy& copy, std::string_view routine, const std::string& template_name, bool is_alarm) {
+void compose(Copy& copy, std::string_view routine, const std::string& template_name, MailKind kind) {
     if (copy.state.run.HaveError) return;
     tagged(routine, [&] {
         ReportsState& reports = copy.state.reports;
-        const MailInHand mail(reports, is_alarm);
+        const MailInHand mail(reports, kind == MailKind::alarm);
         refresh_tag_sources(copy);
         reports.short_text = short_weather_text(copy);
         const Template text = read_template(copy, UserFiles(copy.ports.files), template_name);
         if (text.bytes) fill_template(*text.bytes, plain_tags(copy), reports.mail_body);
         reports.new_data = false;
+        copy.state.publish.pending_mail = kind;
     });
 }
 
 }  // namespace
 
 void genmail(Copy& copy) {
-    compose(copy, "genmail", "mail_template.txt", false);
+    compose(copy, "genmail", "mail_template.txt", MailKind::scheduled);
 }
 
 void genAlarmMail(Copy& copy) {
-    compose(copy, "genAlarmMail", "mail_alm_template.txt", true);
+    compose(copy, "genAlarmMail", "mail_alm_template.txt", MailKind::alarm);
 }
 
 void gencomail(Copy& copy) {
-    compose(copy, "gencomail", "mail_co_template.txt", false);
+    compose(copy, "gencomail", "mail_co_template.txt", MailKind::changeover);
 }
 
 std::string short_weather_text(const Copy& copy) {

@@ -7,8 +7,8 @@
 namespace nimbry {
 
 // The text of the three mails, made from the user's template into `ReportsState::mail_body`. `mailGenBusy` is set
-// meanwhile. Without a template the mail is empty. Each bears its own name as its tag; a template that ends too soon
-// behind a "~" ends the program (reports/template_scanner.h).
+// meanwhile, and `PublishState::pending_mail` afterwards. Without a template the mail is empty. Each bears its own name
+// as its tag; a template that ends too soon behind a "~" ends the program (reports/template_scanner.h).
 
 /// The mail of the schedule, from `mail_template.txt`.
 void genmail(Copy& copy);

@@ -5,7 +5,6 @@
 #include "engine/derived/number_text.h"
 #include "engine/publish/aprs_packet.h"
 #include "engine/publish/internet.h"
-#include "engine/publish/mail_body.h"
 
 namespace nimbry {
 namespace {
@@ -30,26 +29,9 @@ void cancel_ftp(Copy& copy) {
     copy.state.publish.uloadftpbusy.clear();
 }
 
-void weather_services(Copy&) {}
-
 void update_location_text(Copy& copy) {
     aprsposition(copy.state);
 }
-
-void send_scheduled_mails(Copy&) {}
-
-void send_alarm_mail(Copy& copy) {
-    genAlarmMail(copy);
-    uploadmail(copy);
-}
-
-bool send_changeover_mails(Copy&) {
-    return false;
-}
-
-void uploadmail(Copy&) {}
-
-void wunderground(Copy&) {}
 
 void offer_to_hang_up(Copy& copy) {
     if (!copy.state.publish.ProgramDialled) return;

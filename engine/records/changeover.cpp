@@ -1,7 +1,9 @@
 #include "engine/records/changeover.h"
 
+#include <utility>
+
+#include "engine/core/event.h"
 #include "engine/core/run_time_error.h"
-#include "engine/displays/window_lock.h"
 #include "engine/publish/publishing.h"
 #include "engine/records/do_changeover.h"
 #include "engine/records/record_step.h"
@@ -13,19 +15,11 @@ using std::chrono::hours;
 using std::chrono::seconds;
 constexpr seconds settled{61};
 
-void lock(SetupWindow& window) {
-    if (!window.open) return;
-    window.caption = locked_caption;
-    window.enabled = false;
-}
-
 void trigger(Copy& copy) {
     WeatherState& state = copy.state;
     if (!state.settings.fromnet) {
         state.comm.changebusy.set();
-        lock(state.setup.Form2);
-        lock(state.setup.FTP);
-        lock(state.setup.Units);
+        lock_setup_windows(state.setup);
         gencomail(copy);
     }
     state.records.ChangeTriggered = true;
@@ -58,14 +52,19 @@ bool first_minute(const StationClock& clock, std::string_view hour) {
     return clock.tthours == hour && clock.ttmins == "00";
 }
 
+// In a conversation of its own, so that no server can hold up the weather; one after the other, as they share the line.
 void catch_up_what_was_put_off(Copy& copy) {
     PublishState& publish = copy.state.publish;
-    if (std::exchange(publish.revisitftp, false)) FTPupload(copy);
-    if (std::exchange(publish.revisitmail, false)) {
-        uploadmail(copy);
-        copy.state.records.coMailSent = true;
-    }
-    if (std::exchange(publish.revisitwu, false)) wunderground(copy);
+    const bool ftp = std::exchange(publish.revisitftp, false);
+    const bool mail = std::exchange(publish.revisitmail, false);
+    const bool weather = std::exchange(publish.revisitwu, false);
+    if (mail) copy.state.records.coMailSent = true;
+    if (!ftp && !mail && !weather) return;
+    start_event(copy, "MailChangeover", [&copy, ftp, mail, weather] {
+        if (ftp) FTPupload(copy);
+        if (mail) uploadmail(copy);
+        if (weather) wunderground(copy);
+    });
 }
 
 }  // namespace
@@ -95,6 +94,7 @@ void MailChangeover(Copy& copy) {
         if (first_minute(clock, mctrigtime) && !triggered) record_step(copy, [&] { trigger(copy); });
 
         state.comm.changebusy.clear();
+        drop_unsent_changeover_mail(copy);
         record_step(copy, [&] { catch_up_what_was_put_off(copy); });
         state.run.DuplicateError = false;
     });

@@ -23,18 +23,9 @@ void mail_by_schedule(Copy& copy) {
     send_scheduled_mails(copy);
 }
 
-/// A changeover locks the setup windows; once it is over they are their users' again.
-void unlock_setup_windows(WeatherState& state) {
-    if (state.comm.changebusy) return;
-    const SetupWindows usual;
-    const auto unlock = [](SetupWindow& window, const SetupWindow& as_usual) {
-        if (window.enabled) return;
-        window.caption = as_usual.caption;
-        window.enabled = true;
-    };
-    unlock(state.setup.Form2, usual.Form2);
-    unlock(state.setup.FTP, usual.FTP);
-    unlock(state.setup.Units, usual.Units);
+/// A changeover locks the setup windows, and so does a mail; once they are over they are their users' again.
+void give_setup_windows_back(WeatherState& state) {
+    if (!state.comm.changebusy && !state.publish.emailbusy) unlock_setup_windows(state.setup);
 }
 
 /// One tick for each visit of the station's clock to the seconds 30 to 39. A minute without a train in them has none.
@@ -69,7 +60,7 @@ void extremes(Copy& copy) {
         record_step(copy, [&] { update_indoor_extremes(copy); });
         record_step(copy, [&] { MailChangeover(copy); });
         record_step(copy, [&] { mail_by_schedule(copy); });
-        unlock_setup_windows(state);
+        give_setup_windows_back(state);
         record_step(copy, [&] { graph_tick(copy); });
         show_sun_picture(copy);
         record_step(copy, [&] { midnight_rain_file(copy); });

@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "engine/derived/number_text.h"
+#include "engine/publish/publishing.h"
 #include "engine/sun/sun_texts.h"
 
 namespace nimbry {
@@ -151,6 +152,7 @@ void store(Copy& copy, const LocationTexts& texts) {
         {{std::string(section), "Latitude", texts.latitude}, {std::string(section), "Longitude", texts.longitude}});
     copy.state.settings.Latitude = texts.latitude;
     copy.state.settings.Longitude = texts.longitude;
+    update_location_text(copy);
     refresh_sun_texts(copy);
     show_sun_picture(copy);
 }

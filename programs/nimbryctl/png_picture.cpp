@@ -18,8 +18,6 @@ bool write_png(std::string_view svg, const std::string& file) {
     qInstallMessageHandler(drop_message);
     // Letters need an application, and that one needs no screen.
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    // It would tell of a desktop that it misses. What goes wrong here is in the answer.
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     int count = 1;
     char name[] = "nimbryctl";
     char* arguments[] = {name, nullptr};

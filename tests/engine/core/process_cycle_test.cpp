@@ -89,6 +89,7 @@ TEST(CycleTimers, StartWhatIsSwitchedOnUnlessASetupWindowIsOpen) {
          true},
         {"WU on", [](WeatherState& s) { s.publish.NimbryFTPSetup.chkWU = true; }, false, true, true},
         {"HW on", [](WeatherState& s) { s.publish.NimbryFTPSetup.chkHW = true; }, false, true, true},
+        {"APRS on", [](WeatherState& s) { s.publish.NimbryFTPSetup.chkAPRS = true; }, false, true, true},
         {"FTP on in a client",
          [](WeatherState& s) {
              s.publish.NimbryFTPSetup.ChkEnableFTP = s.publish.NimbryFTPSetup.chkWU = true;

@@ -5,7 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "engine/sun/location_dialog.h"
 #include "tests/engine/reports/tag_states.h"
+#include "tests/world/started_world.h"
 
 namespace nimbry::test {
 namespace {
@@ -120,6 +122,20 @@ TEST_F(AprsPacket, ThePositionIsMadeInEveryCycle) {
     world.state.settings.Longitude = "999";
     world.train(world.station);
     EXPECT_EQ(world.state.publish.aprs_latitude, "");
+}
+
+TEST_F(AprsPacket, ThePositionFollowsTheLocationDialogAtOnce) {
+    LocationDialog dialog = location_dialog("10.5", "-20.25");
+    EXPECT_FALSE(accept_location(world.copy, dialog));
+    EXPECT_EQ(world.state.publish.aprs_latitude, "1030.00N");
+    EXPECT_EQ(world.state.publish.aprs_longitude, "02015.00W");
+    forget_location(world.copy);
+    EXPECT_EQ(world.state.publish.aprs_latitude, "");
+}
+
+TEST(AprsPosition, IsThereFromTheStart) {
+    StartedWorld world("Latitude=-33.8568\r\nLongitude=151.2093\r\n");
+    EXPECT_EQ(world.state().publish.aprs_latitude, "3351.41S");
 }
 
 }  // namespace

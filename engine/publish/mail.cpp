@@ -1,0 +1,242 @@
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "engine/core/event.h"
+#include "engine/derived/number_text.h"
+#include "engine/publish/forced_run.h"
+#include "engine/publish/internet.h"
+#include "engine/publish/last_run.h"
+#include "engine/publish/mail_address.h"
+#include "engine/publish/mail_body.h"
+#include "engine/publish/publishing.h"
+#include "engine/records/auto_report.h"
+#include "engine/reports/genhtml.h"
+#include "engine/reports/resolvtag.h"
+
+namespace nimbry {
+namespace {
+
+constexpr const char* sender_name = "Nimbry_Automatic_Weather_Email";
+constexpr std::uint16_t usual_port = 25;
+constexpr int highest_port = 65535;
+
+/// `emailbusy`, and the setup windows locked, for as long as it lives.
+class MailUnderWay {
+public:
+    explicit MailUnderWay(WeatherState& state) : state_(state), busy_(state.publish.emailbusy.try_hold()) {
+        if (busy_) lock_setup_windows(state_.setup);
+    }
+    ~MailUnderWay() {
+        if (busy_ && !state_.comm.changebusy) unlock_setup_windows(state_.setup);
+    }
+    MailUnderWay(const MailUnderWay&) = delete;
+    MailUnderWay& operator=(const MailUnderWay&) = delete;
+
+    explicit operator bool() const { return static_cast<bool>(busy_); }
+
+private:
+    WeatherState& state_;
+    BusyFlag::Held busy_;
+};
+
+/// A mail whose text is made.
+struct MadeMail {
+    MailKind kind = MailKind::scheduled;
+    std::string body;
+};
+
+MadeMail take_pending(WeatherState& state) {
+    MadeMail made{state.publish.pending_mail.value_or(MailKind::scheduled), std::move(state.reports.mail_body)};
+    state.publish.pending_mail.reset();
+    state.reports.mail_body.clear();
+    return made;
+}
+
+/// The mail that waits keeps its text.
+bool put_off(WeatherState& state) {
+    if (!state.comm.changebusy && !state.publish.uloadftpbusy) return false;
+    state.publish.revisitmail = true;
+    return true;
+}
+
+std::uint16_t port_of(const InternetDialog& settings) {
+    const int port = whole_number(settings.MailPort);
+    return port < 1 || port > highest_port ? usual_port : static_cast<std::uint16_t>(port);
+}
+
+Encryption encryption_of(const InternetDialog& settings) {
+    const std::string word = lower_case(trimmed(settings.MailSecurity));
+    if (word == "starttls") return Encryption::explicit_tls;
+    return word == "tls" ? Encryption::implicit_tls : Encryption::none;
+}
+
+std::string bare_name(const std::string& path) {
+    return path.substr(path.find_last_of("\\/") + 1);
+}
+
+std::vector<MailAttachment> attachments(Copy& copy, const std::string& list) {
+    std::vector<MailAttachment> found;
+    for (const std::string& name : list_items(list)) {
+        if (copy.ports.files.exists(name)) {
+            found.push_back({bare_name(name), copy.ports.files.path(name)});
+        } else {
+            copy.log.event_or_nothing(" Email attachment not found: " + name);
+        }
+    }
+    return found;
+}
+
+Mail addressed(Copy& copy, const MadeMail& made) {
+    const InternetDialog& settings = copy.state.publish.NimbryFTPSetup;
+    const auto tag = [&](const char* name) { return resolvtag(copy, name); };
+    Mail mail;
+    mail.server = trimmed(settings.MailServer);
+    mail.port = port_of(settings);
+    mail.encryption = encryption_of(settings);
+    mail.user = trimmed(settings.MailUser);
+    if (!mail.user.empty()) mail.password = settings.MailPass;
+    mail.from_name = sender_name;
+    mail.from = trimmed(settings.MailMyAddr);
+    mail.to = mail_addresses(settings.MailTo);
+    mail.cc = mail_addresses(settings.Mailcc);
+    mail.bcc = mail_addresses(settings.MailBcc);
+    mail.subject = std::string(made.kind == MailKind::alarm ? "Weather Alarm " : "Weather Data ") +
+                   tag("~~WEBTIMENOW~~") + " " + tag("~~WEBDATENOW~~");
+    mail.body = made.body;
+    mail.attachments = attachments(copy, settings.MailAttach);
+    return mail;
+}
+
+void tell_failure(Copy& copy, const std::string& fault) {
+    if (!copy.state.menu.mnuNoMailPop.checked) {
+        copy.ports.notices.balloon(
+            {.title = "Email Error", .text = "Nimbry was unable to send Email\r\n" + fault, .icon = "!"});
+    }
+    if (copy.state.menu.mnulogMail.checked) copy.log.event(" Email send failed: " + fault);
+}
+
+void tell_success(Copy& copy) {
+    if (copy.state.publish.FtpForced) {
+        copy.ports.notices.balloon({.title = "Email success", .text = "Email was sent successfully", .icon = "i"});
+    }
+    if (copy.state.menu.mnulogMail.checked) copy.log.event(" Email send success");
+}
+
+/// From the test of the line to the server's answer. The caller holds `emailbusy`.
+void deliver(Copy& copy, const MadeMail& made) {
+    tell_forced_run(copy, ForcedRun::mail);
+    LastRun& last = copy.state.publish.last_mail;
+    if (!go_online(copy, trimmed(copy.state.publish.NimbryFTPSetup.MailServer))) {
+        copy.ports.notices.balloon({.title = "Email Error", .text = "Nimbry was unable to send Email!", .icon = "!"});
+        copy.log.event(" Email send failed: Unable to connect to Internet");
+        note_run(copy, last, "Unable to connect to Internet");
+        return;
+    }
+    const std::unique_ptr<MailDelivery> delivery = copy.ports.transfers.send(addressed(copy, made));
+    copy.ports.pauses.wait_until([&] { return !delivery->under_way(); });
+    if (const std::string fault = delivery->fault(); fault.empty()) {
+        note_run(copy, last, run_went_well);
+        tell_success(copy);
+    } else {
+        note_run(copy, last, fault);
+        tell_failure(copy, fault);
+    }
+}
+
+/// What follows a mail, whether it went or not; `emailbusy` is clear again.
+void after_mail(Copy& copy) {
+    PublishState& publish = copy.state.publish;
+    const bool was_put_off = std::exchange(publish.revisitftp, false);
+    if (publish.NimbryFTPSetup.ChkDoEmailToo) {
+        FTPupload(copy, UploadCause::after_mail);
+    } else if (was_put_off) {
+        FTPupload(copy);
+    }
+    leave_line(copy);
+}
+
+bool is_for_changeover(const std::string& entry) {
+    return entry.find("CHANGE") != std::string::npos;
+}
+
+void make_and_send_scheduled(Copy& copy) {
+    {
+        const MailUnderWay under_way(copy.state);
+        if (!under_way) return;
+        genmail(copy);
+        if (copy.state.publish.NimbryFTPSetup.MailReport) AutoGenreport(copy);
+        make_fresh_pages(copy);
+        if (put_off(copy.state)) return;
+        deliver(copy, take_pending(copy.state));
+    }
+    after_mail(copy);
+}
+
+}  // namespace
+
+void send_scheduled_mails(Copy& copy) {
+    const Readings& readings = copy.state.readings;
+    PublishState& publish = copy.state.publish;
+    if (!readings.dtvar || readings.rdattime.size() < 8 || readings.rdattime.substr(6, 2) >= "10") return;
+    const auto& list = publish.NimbryFTPSetup.MailList;
+    if (std::find(list.begin(), list.end(), readings.rdattime.substr(0, 5)) == list.end()) return;
+    const CivilTime minute = std::chrono::floor<std::chrono::minutes>(*readings.dtvar);
+    if (publish.last_mail_minute == minute) return;
+    publish.last_mail_minute = minute;
+    start_event(copy, "genmail", [&copy] { make_and_send_scheduled(copy); });
+}
+
+void send_alarm_mail(Copy& copy) {
+    {
+        const MailUnderWay under_way(copy.state);
+        if (!under_way) return;
+        genAlarmMail(copy);
+        if (put_off(copy.state)) return;
+        deliver(copy, take_pending(copy.state));
+    }
+    after_mail(copy);
+}
+
+bool send_changeover_mails(Copy& copy) {
+    PublishState& publish = copy.state.publish;
+    const auto& list = publish.NimbryFTPSetup.MailList;
+    const auto count = std::count_if(list.begin(), list.end(), is_for_changeover);
+    if (count == 0) return false;
+    if (publish.uloadftpbusy) {
+        publish.revisitmail = true;
+        return true;
+    }
+    start_event(copy, "uploadmail", [&copy, count] {
+        const MadeMail made = take_pending(copy.state);
+        for (auto n = count; n > 0; --n) {
+            {
+                const MailUnderWay under_way(copy.state);
+                if (!under_way) return;
+                deliver(copy, made);
+            }
+            after_mail(copy);
+        }
+    });
+    return true;
+}
+
+void drop_unsent_changeover_mail(Copy& copy) {
+    const PublishState& publish = copy.state.publish;
+    if (publish.pending_mail == MailKind::changeover && !publish.revisitmail) take_pending(copy.state);
+}
+
+void uploadmail(Copy& copy) {
+    WeatherState& state = copy.state;
+    if (state.publish.emailbusy || state.settings.fromnet || state.run.ProgramClosing) return;
+    if (put_off(state)) return;
+    {
+        const MailUnderWay under_way(state);
+        if (!state.publish.pending_mail) genmail(copy);
+        deliver(copy, take_pending(state));
+    }
+    after_mail(copy);
+}
+
+}  // namespace nimbry
