@@ -14,7 +14,6 @@
 #include <utility>
 
 #include "engine/derived/number_text.h"
-#include "engine/displays/window_lock.h"
 #include "platform/text_bytes.h"
 #include "windows/setting_bar.h"
 
@@ -167,7 +166,7 @@ bool CommsWindow::commit() {
 void CommsWindow::refresh() {
     if (!isVisible()) return;
     if (draft_.follow(comms_dialog(state_.settings))) show_all();
-    show_window(shown_window(state_.setup.Form2, state_.publish.emailbusy.is_set()));
+    show_window(state_.setup.Form2);
 }
 
 bool CommsWindow::eventFilter(QObject* watched, QEvent* event) {

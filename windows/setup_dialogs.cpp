@@ -30,10 +30,16 @@ void SetupDialogs::show_comms() {
     comms_->present();
 }
 
+void SetupDialogs::show_internet() {
+    if (internet_ == nullptr) internet_ = new InternetWindow(state_, actions_.internet, parent_);
+    internet_->present();
+}
+
 void SetupDialogs::refresh() {
     if (alarms_ != nullptr) alarms_->refresh();
     if (units_ != nullptr) units_->refresh();
     if (comms_ != nullptr) comms_->refresh();
+    if (internet_ != nullptr) internet_->refresh();
 }
 
 }  // namespace nimbry::windows

@@ -5,6 +5,7 @@
 #include "engine/core/weather_state.h"
 #include "engine/sun/location_dialog.h"
 #include "windows/comms_window.h"
+#include "windows/internet_window.h"
 #include "windows/units_window.h"
 
 class QWidget;
@@ -23,6 +24,7 @@ public:
         std::function<void(const LocationDialog&)> accept_location{};
         UnitsWindow::Actions units{};
         CommsWindow::Actions comms{};
+        InternetWindow::Actions internet{};
     };
 
     /// `state` must outlive this object; `parent` is the main window, which owns the windows.
@@ -32,6 +34,7 @@ public:
     void show_location();
     void show_units();
     void show_comms();
+    void show_internet();
 
     /// The state may have changed.
     void refresh();
@@ -44,6 +47,7 @@ private:
     LocationWindow* location_ = nullptr;
     UnitsWindow* units_ = nullptr;
     CommsWindow* comms_ = nullptr;
+    InternetWindow* internet_ = nullptr;
 };
 
 }  // namespace nimbry::windows

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "engine/displays/window_lock.h"
 #include "platform/text_bytes.h"
 
 namespace nimbry::windows {
@@ -124,7 +123,7 @@ bool UnitsWindow::commit() {
 void UnitsWindow::refresh() {
     if (!isVisible()) return;
     if (draft_.follow(units_dialog(state_.settings))) show_values();
-    show_window(shown_window(state_.setup.Units, state_.publish.emailbusy.is_set()));
+    show_window(state_.setup.Units);
     show_in_force();
 }
 

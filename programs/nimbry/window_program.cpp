@@ -15,6 +15,8 @@
 #include "engine/displays/main_window.h"
 #include "engine/graphs/graph_store.h"
 #include "engine/graphs/graph_view.h"
+#include "engine/publish/forced_run.h"
+#include "engine/publish/internet_check.h"
 #include "engine/records/viewers.h"
 #include "engine/setup/changeover_choice.h"
 #include "engine/setup/comms_dialog.h"
@@ -145,6 +147,10 @@ private:
             sounds_.play(std::string(click_sound));
             dialogs_->show_units();
         };
+        actions.menu["mnuInternet"] = [this] {
+            sounds_.play(std::string(click_sound));
+            dialogs_->show_internet();
+        };
         actions.menu["mnuLatLong"] = [this] {
             sounds_.play(std::string(click_sound));
             dialogs_->show_location();
@@ -174,7 +180,8 @@ private:
                         do_event("NimbryLatlong", [this, values] { accept_location(copy(), values); });
                     },
                 .units = units_actions(),
-                .comms = comms_actions()};
+                .comms = comms_actions(),
+                .internet = internet_actions()};
     }
 
     CommsWindow::Actions comms_actions() {
@@ -194,6 +201,26 @@ private:
             if (tell(unfit_comms(copy(), values))) return false;
             do_event([this, values] { accept_comms(copy(), values); });
             return true;
+        };
+        return actions;
+    }
+
+    InternetWindow::Actions internet_actions() {
+        const auto do_event = [this](auto&& what) { start_event(copy(), "NimbryFTPSetup", what); };
+        InternetWindow::Actions actions;
+        actions.opened = [this] { copy().state.setup.FTP.open = true; };
+        actions.closed = [this] { copy().state.setup.FTP.open = false; };
+        actions.accepted = [this, do_event](const InternetDialog& values) {
+            sounds_.play(std::string(click_sound));
+            do_event([this, values] { accept_internet(copy(), values); });
+        };
+        actions.forced = [this, do_event](const InternetDialog& values, ForcedRun which) {
+            do_event([this, values, which] {
+                if (!accept_internet(copy(), values)) run_forced(copy(), which);
+            });
+        };
+        actions.refused = [this, do_event](const std::string& message) {
+            do_event([this, message] { copy().ports.notices.box({.text = message}); });
         };
         return actions;
     }

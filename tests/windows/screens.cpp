@@ -5,8 +5,8 @@
 #include <QDir>
 #include <QMenu>
 #include <QPainter>
+#include <QTabWidget>
 
-#include "engine/displays/window_lock.h"
 #include "engine/graphs/graph_view.h"
 #include "tests/windows/sample_states.h"
 #include "windows/about_window.h"
@@ -14,6 +14,7 @@
 #include "windows/balloon_tip.h"
 #include "windows/comms_window.h"
 #include "windows/form1.h"
+#include "windows/internet_window.h"
 #include "windows/location_window.h"
 #include "windows/message_dialog.h"
 #include "windows/sensor_window.h"
@@ -176,7 +177,7 @@ void take_communications(Camera& camera, const QString& theme) {
     state.settings.iplist = {"192.168.100.120", "192.168.100.121", "255.255.255.255"};
     take("comms-server");
     state.settings.fromnet = true;
-    state.setup.Form2.caption = locked_caption;
+    state.setup.Form2.caption = "Temporarily Locked";
     state.setup.Form2.enabled = false;
     take("comms-client-locked");
 }
@@ -197,6 +198,27 @@ void take_place_and_units(Camera& camera, const QString& theme) {
     units.present();
     QApplication::processEvents();
     camera.take(units, QStringLiteral("units-") + theme);
+}
+
+/// The internet dialog, tab by tab.
+void take_internet(Camera& camera, const QString& theme) {
+    WeatherState state;
+    InternetDialog& settings = state.publish.NimbryFTPSetup;
+    settings.ChkEnableFTP = settings.ChkSendMail = settings.chkWU = true;
+    settings.FTPServer = "ftp.example.net";
+    settings.FTPRemoteFile = "weather.htm";
+    settings.FTPPass = settings.WUpass = "secret";
+    settings.MailTo = "somebody@example.net; somebody.else@example.org";
+    settings.MailList = {"*CHANGE*", "07:00", "19:30"};
+    settings.WUuser = "KTEST1";
+    windows::InternetWindow window(state, {.opened = [] {}, .closed = [] {}});
+    window.present();
+    auto* tabs = window.findChild<QTabWidget*>(QStringLiteral("tabs"));
+    for (int n = 0; n < tabs->count(); ++n) {
+        tabs->setCurrentIndex(n);
+        QApplication::processEvents();
+        camera.take(window, QStringLiteral("internet-%1-").arg(n + 1) + theme);
+    }
 }
 
 /// The main window with a notice on it, and with each menu open.
@@ -262,6 +284,7 @@ int write_screens(const QString& folder) {
         take_setup_windows(camera, theme);
         take_place_and_units(camera, theme);
         take_communications(camera, theme);
+        take_internet(camera, theme);
     }
     QApplication::setPalette(light);
     return camera.taken();
