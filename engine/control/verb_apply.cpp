@@ -11,6 +11,7 @@
 #include "engine/core/known_keys.h"
 #include "engine/derived/code_page.h"
 #include "engine/derived/number_text.h"
+#include "engine/publish/internet_check.h"
 #include "engine/setup/comms_dialog.h"
 #include "engine/setup/units_dialog.h"
 #include "engine/sun/location_dialog.h"
@@ -53,6 +54,12 @@ Refusal apply_location_dialog(Copy& copy) {
     return utf8_text(refusal->message);
 }
 
+Refusal apply_internet_dialog(Copy& copy) {
+    const auto refusal = accept_internet(copy, copy.state.publish.NimbryFTPSetup);
+    if (!refusal) return {};
+    return notice_line(refusal->message);
+}
+
 Refusal apply_marquee_dialog(Copy& copy) {
     std::vector<clsIniFile::Setting> ticks;
     for (const KnownKey& key : known_keys()) {
@@ -74,6 +81,7 @@ struct Dialog {
 constexpr std::array dialogs{
     Dialog{"comms", apply_comms_dialog},
     Dialog{"units", apply_units_dialog, true},
+    Dialog{"internet", apply_internet_dialog},
     Dialog{"alarms", apply_alarms_dialog},
     Dialog{"location", apply_location_dialog, true},
     Dialog{"marquee", apply_marquee_dialog},

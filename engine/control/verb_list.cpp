@@ -31,7 +31,7 @@ constexpr std::array kVerbs{
               "the units of display, the almanac's rollover day, the wind chill"},
     VerbUsage{"changeover", "midnight|9|10 [--yes]", "when the weather day ends"},
     VerbUsage{"location", "LAT LON|none", "where the station stands, in decimal degrees, south and west negative"},
-    VerbUsage{"apply", "[comms|units|alarms|location|marquee]",
+    VerbUsage{"apply", "[comms|units|internet|alarms|location|marquee]",
               "does what a dialog's accept button does with the settings as they are"},
     VerbUsage{"prune-log", "[--yes]", "keeps the last 10 lines of the program log"},
     VerbUsage{"stop", "", "the menu's exit; returns when the copy has gone"},

@@ -67,6 +67,25 @@ TEST_F(Apply, UnitsGivesACaptionToTheChangeoverThatWasSet) {
     EXPECT_EQ(world.panel().lblRainT.text, "Since Midnight");
 }
 
+TEST_F(Apply, InternetStartsTheScheduleOfTheUploads) {
+    for (const auto& [key, value] : {std::pair{"FTPServer", "127.0.0.1"},
+                                     {"FTPRemoteFile", "weather.htm"},
+                                     {"FTPUser", "home"},
+                                     {"FTPPass", "secret"},
+                                     {"FTPen", "True"}}) {
+        set("FTP", key, value);
+    }
+    EXPECT_EQ(ask({"apply", "internet"}), VerbStatus::done) << complaint();
+    EXPECT_TRUE(world.state().publish.NimbryFTPSetup.ChkEnableFTP);
+    EXPECT_TRUE(world.copy().timers.running(TimerId::TimerFTP));
+}
+
+TEST_F(Apply, InternetIsRefusedInTheDialogsWords) {
+    set("FTP", "FTPen", "True");
+    EXPECT_EQ(ask({"apply", "internet"}), VerbStatus::failed);
+    EXPECT_EQ(complaint(), "The Remote FTP Server field has not been completed.");
+}
+
 TEST_F(Apply, AlarmsWritesTheWholeSection) {
     set("Alarms", "AWindHi", "17");
     EXPECT_EQ(ask({"apply", "alarms"}), VerbStatus::done);
