@@ -16,6 +16,8 @@ EngineLoop::EngineLoop(Engine& engine, LoopPauses& pauses, const Clock& clock, c
     wake_.setTimerType(Qt::PreciseTimer);
     connect(&wake_, &QTimer::timeout, this, [this] { pauses_.start([this] { engine_.wake(); }); });
     inlets.line.on_readable([this] { pauses_.start([this] { engine_.line_readable(); }); });
+    inlets.datasock.on_readable([this] { pauses_.start([this] { engine_.datagram_readable(); }); });
+    inlets.streams.on_stir([this] { pauses_.start([this] { engine_.streams_stirred(); }); });
     inlets.line.on_fault([this](LineFault fault) { pauses_.start([this, fault] { engine_.line_fault(fault); }); });
     pauses_.on_settled([this] { look_ahead(); });
 }

@@ -41,6 +41,10 @@ Answer StderrNotices::box(const MessageBox& box) {
     return Answer::ok;
 }
 
+void StderrNotices::progress(const std::string& line) {
+    write_line_to_stderr(utf8(line));
+}
+
 void StderrNotices::show_window(const std::string&) {}
 
 }  // namespace nimbry::platform

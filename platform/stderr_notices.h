@@ -15,6 +15,7 @@ public:
     Answer box(const MessageBox& box) override;
     /// The small windows have no text of their own here: nothing is shown.
     void show_window(const std::string& name) override;
+    void progress(const std::string& line) override;
     void restore_main_window() override {}
     void beep() override {}
 };

@@ -27,6 +27,14 @@ CivilTime SystemClock::computer_time() const {
     return civil_time(std::chrono::system_clock::now());
 }
 
+double SystemClock::seconds_of_day() const {
+    using namespace std::chrono;
+    const system_clock::time_point now = system_clock::now();
+    const CivilTime civil = civil_time(now);
+    const duration<double> fraction = now - floor<seconds>(now);
+    return duration<double>(civil - floor<days>(civil)).count() + fraction.count();
+}
+
 CivilTime SystemClock::utc_time() const {
     const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
     return CivilTime(now.time_since_epoch());

@@ -8,6 +8,7 @@ namespace nimbry::platform {
 class SystemClock : public Clock {
 public:
     [[nodiscard]] CivilTime computer_time() const override;
+    [[nodiscard]] double seconds_of_day() const override;
     [[nodiscard]] CivilTime utc_time() const override;
     [[nodiscard]] Instant monotonic() const override;
 };

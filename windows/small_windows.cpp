@@ -4,6 +4,7 @@
 #include "windows/about_window.h"
 #include "windows/sensor_window.h"
 #include "windows/status_window.h"
+#include "windows/sync_window.h"
 #include "windows/text_window.h"
 #include "windows/window_notices.h"
 
@@ -13,6 +14,12 @@ SmallWindows::SmallWindows(const WeatherState& state, QWidget* parent) : state_(
     binding_.bind(state_.status_message.open, [this](bool open) {
         if (!open && status_ != nullptr) status_->hide();
     });
+    binding_.bind(state_.network.frmSync.open, [this](bool open) {
+        if (!open && sync_ != nullptr) sync_->hide();
+    });
+    binding_.bind(state_.network.frmSync.Text1, [this](const std::string& text) {
+        if (sync_ != nullptr) sync_->show_text(platform::unicode(text).remove(u'\r'));
+    });
 }
 
 SmallWindows::~SmallWindows() = default;
@@ -20,6 +27,7 @@ SmallWindows::~SmallWindows() = default;
 void SmallWindows::offer_to(WindowNotices& notices) {
     notices.set_opener("NimbrySensor", [this] { show_sensor_window(); });
     notices.set_opener("NimbryDisplay", [this] { show_status(); });
+    notices.set_opener("frmSync", [this] { show_sync(); });
 }
 
 void SmallWindows::show_about(std::string_view version_stamp) {
@@ -38,6 +46,13 @@ void SmallWindows::show_file(const std::string& name, std::string_view bytes) {
 void SmallWindows::show_sensor_window() {
     if (sensor_ == nullptr) sensor_ = new SensorWindow(parent_);
     if (!sensor_->isVisible()) sensor_->show();
+}
+
+void SmallWindows::show_sync() {
+    if (!state_.network.frmSync.open) return;
+    if (sync_ == nullptr) sync_ = new SyncWindow(parent_);
+    sync_->show_text(platform::unicode(state_.network.frmSync.Text1).remove(u'\r'));
+    sync_->show();
 }
 
 void SmallWindows::show_status() {

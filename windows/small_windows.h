@@ -15,6 +15,7 @@ namespace nimbry::windows {
 class AboutWindow;
 class SensorWindow;
 class StatusWindow;
+class SyncWindow;
 class TextWindow;
 class WindowNotices;
 
@@ -41,6 +42,7 @@ public:
 
 private:
     void show_status();
+    void show_sync();
 
     const WeatherState& state_;
     QWidget* parent_;
@@ -49,6 +51,7 @@ private:
     AboutWindow* about_ = nullptr;
     SensorWindow* sensor_ = nullptr;
     StatusWindow* status_ = nullptr;
+    SyncWindow* sync_ = nullptr;
     std::map<std::string, TextWindow*> files_;  ///< by the file's name
 };
 

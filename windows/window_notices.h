@@ -32,6 +32,7 @@ public:
     void balloon(const Balloon& balloon) override;
     Answer box(const MessageBox& box) override;
     void show_window(const std::string& name) override;
+    void progress(const std::string&) override {}  ///< the windows tell it
     void restore_main_window() override;
     void beep() override;
 

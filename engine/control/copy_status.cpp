@@ -6,8 +6,8 @@
 
 #include "engine/control/json_text.h"
 #include "engine/core/main_settings.h"
-#include "engine/core/version.h"
 #include "engine/core/serial_port.h"
+#include "engine/core/version.h"
 #include "engine/derived/code_page.h"
 #include "engine/derived/dates.h"
 #include "engine/publish/next_runs.h"
@@ -56,6 +56,26 @@ void add_upload(std::vector<StatusField>& fields, const std::string& kind, const
     fields.push_back({name + ".last_result", {}});
     if (last.end) fields.back().value = utf8_text(last.result);
     fields.push_back(time_field(name + ".next_due", next));
+}
+
+/// A server's clients and whoever fetches files from it; a client's server.
+void add_network(std::vector<StatusField>& fields, const WeatherState& state) {
+    const NetworkState& network = state.network;
+    const bool client = state.settings.fromnet;
+    fields.push_back({"network.peers", {}});
+    const std::string peers = client ? network.last_sender : joined(state.settings.iplist);
+    if (!peers.empty() && (client || state.settings.bcastnet)) fields.back().value = utf8_name(peers);
+    fields.push_back(time_field("network.last_datagram", network.last_datagram));
+    fields.push_back({"sync.running", network.syncing || network.connection != nullptr});
+    fields.push_back({"sync.peer", {}});
+    if (network.connection) {
+        fields.back().value = network.connection->peer();
+    } else if (client && !network.foundIP.empty()) {
+        fields.back().value = network.foundIP;
+    }
+    fields.push_back(time_field("sync.last_end", network.sync_end));
+    fields.push_back({"sync.last_result", {}});
+    if (!network.sync_result.empty()) fields.back().value = network.sync_result;
 }
 
 /// What a value looks like as text: "" for an unknown one.
@@ -109,9 +129,7 @@ std::vector<StatusField> copy_status(const Copy& copy) {
     add_upload(fields, "mail", publish.last_mail, next.mail);
     add_upload(fields, "weather", publish.last_weather, next.weather);
     add_upload(fields, "aprs", publish.last_aprs, next.aprs);
-    fields.push_back({"sync.running", state.network.syncing});
-    fields.push_back({"sync.last_end", {}});
-    fields.push_back({"sync.last_result", {}});
+    add_network(fields, state);
     fields.push_back({"waiting_for", {}});
     if (!state.run.waits.empty()) fields.back().value = utf8_name(joined(state.run.waits));
     return fields;

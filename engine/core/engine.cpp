@@ -1,12 +1,12 @@
 #include "engine/core/engine.h"
 
-#include <algorithm>
-
 #include "engine/core/event.h"
 #include "engine/core/exits.h"
 #include "engine/core/start_up.h"
 #include "engine/core/timer_ticks.h"
 #include "engine/displays/notice_list.h"
+#include "engine/network/live_groups.h"
+#include "engine/network/syncsock.h"
 #include "engine/station/oncomm.h"
 
 namespace nimbry {
@@ -79,18 +79,32 @@ void Engine::line_fault(LineFault fault) {
     parts_->line_event([this, fault] { parts_->oncomm.line_fault(fault); });
 }
 
+void Engine::datagram_readable() {
+    run_event(parts_->copy, "DATAsock", [this] { take_datagrams(parts_->copy); });
+}
+
+void Engine::streams_stirred() {
+    run_event(parts_->copy, "syncsock", [this] { serve_syncsock(parts_->copy); });
+}
+
 std::optional<Instant> Engine::wake_at() const {
     if (parts_->ended()) return std::nullopt;
-    const std::optional<Instant> line = parts_->oncomm.wake_at();
-    const std::optional<Instant> timer = parts_->timers.wake_at();
-    if (line && timer) return std::min(*line, *timer);
-    return line ? line : timer;
+    std::optional<Instant> first;
+    for (const std::optional<Instant>& due :
+         {parts_->oncomm.wake_at(), parts_->timers.wake_at(), parts_->state.network.receiver.wake_at()}) {
+        if (due && (!first || *due < *first)) first = due;
+    }
+    return first;
 }
 
 void Engine::wake() {
     const Instant now = parts_->ports.clock.monotonic();
     if (const std::optional<Instant> line = parts_->oncomm.wake_at(); line && *line <= now) {
         parts_->line_event([this] { parts_->oncomm.wake(); });
+        return;
+    }
+    if (const auto held = parts_->state.network.receiver.wake_at(); held && *held <= now) {
+        run_event(parts_->copy, "syncsock", [this] { settle_held_bytes(parts_->copy); });
         return;
     }
     if (const std::optional<TimerId> due = parts_->timers.take_due(now)) {

@@ -41,6 +41,12 @@ public:
     /// The serial line reported a fault.
     void line_fault(LineFault fault);
 
+    /// A datagram has arrived.
+    void datagram_readable();
+    /// Something has happened at one of the streams (ports/streams.h): a connection has come or stands, bytes have
+    /// arrived, a peer has closed. Which one is not told: whoever holds a stream looks at it.
+    void streams_stirred();
+
     /// When wake() wants to be called next: the nearest timer tick or settling time; nothing when there is none.
     [[nodiscard]] std::optional<Instant> wake_at() const;
     /// Does one thing that is due. Call it, each time in a conversation of its own, until wake_at() lies in the future.

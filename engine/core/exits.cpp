@@ -7,6 +7,7 @@
 #include "engine/core/file_wait.h"
 #include "engine/displays/status_message.h"
 #include "engine/graphs/graph_store.h"
+#include "engine/network/syncsock.h"
 #include "engine/publish/publishing.h"
 #include "engine/records/save_extremes.h"
 
@@ -49,6 +50,7 @@ void write_stop_line(Copy& copy, std::string_view word) {
 void let_go(Copy& copy) {
     copy.ports.line.close();
     copy.ports.datasock.close();
+    drop_syncsock(copy.state.network);
     copy.timers.stop_all();
     copy.state.run.gone = true;
 }

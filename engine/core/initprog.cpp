@@ -8,7 +8,9 @@
 #include "engine/displays/main_panel.h"
 #include "engine/graphs/graph_store.h"
 #include "engine/graphs/graph_view.h"
+#include "engine/network/client_menus.h"
 #include "engine/network/start_network.h"
+#include "engine/network/sync_settings.h"
 #include "engine/publish/publishing.h"
 
 namespace nimbry {
@@ -43,6 +45,7 @@ void apply_settings(WeatherState& state) {
 
 /// A client never publishes and never watches a line.
 void become_client(Copy& copy) {
+    copy.state.network.was_client = true;
     close_serial_port(copy);
     copy.state.run.port_device.clear();
     copy.timers.stop(TimerId::TimComFail);
@@ -57,8 +60,8 @@ void initprog(Copy& copy) {
         getalarms(copy);
         getFTP(copy);
         first_run(copy);
-        // What a client fetched from its server has been written to section `Main`, so this reads it too.
         copy.state.settings = read_main_settings(copy.ini);
+        if (copy.state.settings.fromnet) take_synced_settings(copy);
         apply_settings(copy.state);
         update_location_text(copy);
         show_graph_labels(copy.state);
@@ -66,6 +69,7 @@ void initprog(Copy& copy) {
         if (copy.state.settings.fromnet) {
             become_client(copy);
         } else {
+            restore_client_menus(copy.state);
             open_serial_port(copy);
         }
         startnetwork(copy);

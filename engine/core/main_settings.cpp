@@ -169,6 +169,10 @@ MainSettings read_main_settings(clsIniFile& ini) {
     return settings;
 }
 
+void set_value(MainSettings& settings, std::string_view key, const std::string& text) {
+    take(settings, key_named(key), text);
+}
+
 bool WrtCfg(clsIniFile& ini, const MainSettings& settings) {
     std::vector<clsIniFile::Setting> list;
     const auto add_text = [&](std::string key, std::string value) {

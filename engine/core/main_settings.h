@@ -64,6 +64,9 @@ struct MainKey {
 /// A field as its key holds it: "True" or "False", a number, or the text.
 [[nodiscard]] std::string value_text(const MainSettings& settings, const MainKey& key);
 
+/// Takes a value for one of these keys, as the file would have it.
+void set_value(MainSettings& settings, std::string_view key, const std::string& text);
+
 /// Longest client list that is read; what a damaged `numofentries` says beyond it is ignored.
 inline constexpr int most_clients = 1000;
 

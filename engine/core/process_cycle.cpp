@@ -7,6 +7,7 @@
 #include "engine/displays/uptime.h"
 #include "engine/graphs/graph_store.h"
 #include "engine/network/start_network.h"
+#include "engine/network/syncsock.h"
 #include "engine/publish/publishing.h"
 #include "engine/records/extremes.h"
 #include "engine/records/save_extremes.h"
@@ -88,7 +89,7 @@ void watch_upload(Copy& copy) {
 void watch_listener(Copy& copy) {
     if (copy.state.settings.fromnet || !copy.state.settings.bcastnet) return;
     int& cycles = copy.state.run.SyncWaitCount;
-    cycles = copy.state.network.listening ? 0 : cycles + 1;
+    cycles = syncstate(copy.state.network) == StreamState::listening ? 0 : cycles + 1;
     if (cycles * seconds_a_cycle <= listener_lost_seconds) return;
     cycles = 0;
     open_sync_listener(copy);
@@ -157,6 +158,7 @@ void processcycle(Copy& copy) {
         watch_upload(copy);
         watch_listener(copy);
         end_first_cycle(copy);
+        if (state.network.frmSync.closes_itself) close_sync_window(state.network.frmSync);
         enable_menu(state);
         forget_faults(state);
         state.comm.gotcomms = false;

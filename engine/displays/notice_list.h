@@ -36,6 +36,7 @@ public:
     void balloon(const Balloon& balloon) override;
     Answer box(const MessageBox& box) override;
     void show_window(const std::string& name) override { shown_by_.show_window(name); }
+    void progress(const std::string& line) override { shown_by_.progress(line); }
     void restore_main_window() override { shown_by_.restore_main_window(); }
     void beep() override { shown_by_.beep(); }
 

@@ -2,6 +2,9 @@
 
 #include <optional>
 
+#include "engine/network/client_address.h"
+#include "engine/network/start_network.h"
+
 namespace nimbry {
 
 namespace {
@@ -13,12 +16,13 @@ constexpr int address_in_use = 10048;
 std::optional<SendFault> send_to_all(Copy& copy, const Bytes& frame) {
     const std::vector<std::string>& clients = copy.state.settings.iplist;
     Datagrams& socket = copy.ports.datasock;
-    if (!clients.empty() && !socket.is_open() &&
-        !socket.bind(server_udp_port, copy.state.network.LocalIP, PortUse::exclusive))
+    if (!clients.empty() && !socket.is_open() && !bind_server_port(copy))
         return SendFault{address_in_use, "Address in use"};
     std::optional<SendFault> first;
     for (const std::string& client : clients) {
-        const std::optional<SendFault> fault = socket.send(client, client_udp_port, frame);
+        // An entry that is no address goes as it is: the socket refuses it.
+        const std::optional<SendFault> fault =
+            socket.send(dotted_address(client).value_or(client), client_udp_port, frame);
         if (!first) first = fault;
     }
     return first;
@@ -37,6 +41,7 @@ void report(Notices& notices, const SendFault& fault) {
 void forwardgroup(Copy& copy, const Bytes& frame) {
     const MainSettings& settings = copy.state.settings;
     if (!settings.bcastnet || settings.fromnet || copy.state.run.ProgramClosing) return;
+    copy.state.network.last_datagram = copy.ports.clock.computer_time();
     if (const auto fault = send_to_all(copy, frame)) report(copy.ports.notices, *fault);
 }
 

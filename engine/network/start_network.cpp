@@ -1,7 +1,12 @@
 #include "engine/network/start_network.h"
 
+#include <string>
+#include <utility>
+
 #include "engine/core/event.h"
 #include "engine/network/forwarding.h"
+#include "engine/network/sync_commands.h"
+#include "engine/network/syncsock.h"
 
 namespace nimbry {
 
@@ -9,23 +14,17 @@ namespace {
 
 constexpr Milliseconds bind_retry{10000};
 
+bool try_client_port(Copy& copy) {
+    return copy.ports.datasock.bind(client_udp_port, copy.state.network.LocalIP, PortUse::shared);
+}
+
 /// Keeps trying to bind the client's port, until it works or another role has been taken.
 void bind_client_port_later(Copy& copy) {
     while (copy.state.settings.fromnet && !copy.ports.datasock.is_open()) {
         copy.ports.pauses.pause(bind_retry);
-        if (copy.state.settings.fromnet && !copy.ports.datasock.is_open())
-            copy.ports.datasock.bind(client_udp_port, copy.state.network.LocalIP, PortUse::shared);
+        if (copy.state.settings.fromnet && !copy.ports.datasock.is_open()) try_client_port(copy);
     }
     copy.state.network.retrying_bind = false;
-}
-
-void start_client(Copy& copy) {
-    if (copy.ports.datasock.bind(client_udp_port, copy.state.network.LocalIP, PortUse::shared) ||
-        copy.state.network.retrying_bind)
-        return;
-    copy.log.event(" UDP port " + std::to_string(client_udp_port) + " is in use by another program");
-    copy.state.network.retrying_bind = true;
-    start_event(copy, "startnetwork", [&copy] { bind_client_port_later(copy); });
 }
 
 }  // namespace
@@ -33,15 +32,38 @@ void start_client(Copy& copy) {
 void startnetwork(Copy& copy) {
     if (copy.state.run.ProgramClosing) return;
     copy.ports.datasock.close();
+    close_syncsock(copy);
     copy.state.network.LocalIP = copy.ini.GetSetting("Main", "LocalIP", "");
     if (copy.state.settings.fromnet) {
-        start_client(copy);
+        bind_client_port(copy);
     } else if (copy.state.settings.bcastnet) {
-        copy.ports.datasock.bind(server_udp_port, copy.state.network.LocalIP, PortUse::exclusive);
+        bind_server_port(copy);
         open_sync_listener(copy);
     }
 }
 
-void open_sync_listener(Copy&) {}
+void bind_client_port(Copy& copy) {
+    if (try_client_port(copy) || copy.state.network.retrying_bind) return;
+    copy.log.event(" UDP port " + std::to_string(client_udp_port) + " is in use by another program");
+    copy.state.network.retrying_bind = true;
+    start_event(copy, "startnetwork", [&copy] { bind_client_port_later(copy); });
+}
+
+bool bind_server_port(Copy& copy) {
+    return copy.ports.datasock.bind(server_udp_port, copy.state.network.LocalIP, PortUse::exclusive);
+}
+
+void open_sync_listener(Copy& copy) {
+    NetworkState& network = copy.state.network;
+    close_syncsock(copy);
+    Listening listening = copy.ports.streams.listen(sync_port, network.LocalIP);
+    network.listener = std::move(listening.listener);
+    const bool failed = network.listener == nullptr;
+    if (failed && !network.listen_failed) {
+        copy.log.event_or_nothing(" TCP port " + std::to_string(sync_port) +
+                                  " cannot be opened: " + listening.fault.description);
+    }
+    network.listen_failed = failed;
+}
 
 }  // namespace nimbry

@@ -13,7 +13,14 @@ namespace nimbry {
 /// tried again with each group it sends. Does nothing while the program closes.
 void startnetwork(Copy& copy);
 
-/// Opens a server's listener for clients that synchronise; an open one, and a connection on it, is closed first.
+/// Binds `DATAsock` as a client; where the port is taken, in ten seconds, again and again.
+void bind_client_port(Copy& copy);
+
+/// Binds `DATAsock` as a server. False when the port is taken.
+bool bind_server_port(Copy& copy);
+
+/// Opens a server's listener for clients that synchronise; an open one, and a connection, is closed first. Where that
+/// fails, the program log says so, once until it works; the cycle tries again.
 void open_sync_listener(Copy& copy);
 
 }  // namespace nimbry

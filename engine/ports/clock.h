@@ -27,6 +27,9 @@ public:
     /// The computer's local date and time, naive. It may jump either way when somebody sets it.
     [[nodiscard]] virtual CivilTime computer_time() const = 0;
 
+    /// The same as seconds since midnight, with their fraction: 0 up to 86400, and from midnight on 0 again.
+    [[nodiscard]] virtual double seconds_of_day() const = 0;
+
     /// The same moment in UTC, naive; `computer_time() - utc_time()` is the zone's present offset.
     [[nodiscard]] virtual CivilTime utc_time() const = 0;
 

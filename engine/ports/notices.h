@@ -43,6 +43,9 @@ public:
     /// Shows one of the small windows by its name ("NimbrySensor", "NimbryDisplay", ...), if it is not showing already.
     virtual void show_window(const std::string& name) = 0;
 
+    /// How something long goes on, a line each time: for a program without a window, where no window tells it.
+    virtual void progress(const std::string& line) = 0;
+
     /// Brings the main window back if it is hidden or minimised.
     virtual void restore_main_window() = 0;
 

@@ -3,7 +3,6 @@
 #include "engine/core/run_time_error.h"
 #include "engine/core/serial_port.h"
 #include "engine/network/forwarding.h"
-#include "engine/station/digits.h"
 #include "engine/station/status_label.h"
 #include "engine/station/train_groups.h"
 
@@ -21,13 +20,6 @@ std::string error_word(LineFault fault) {
         case LineFault::gone: break;
     }
     return "Comms Error";
-}
-
-/// The first byte of a frame as its tag: "CF", "8F".
-std::string tag_of(const Bytes& frame) {
-    std::string tag(2, '0');
-    write_digits(std::span(frame).first(1), tag);
-    return tag;
 }
 
 }  // namespace

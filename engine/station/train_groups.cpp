@@ -63,6 +63,12 @@ void refuse(CommState& comm, FrameFault fault) {
     }
 }
 
+std::string tag_of(const Bytes& frame) {
+    std::string tag(2, '0');
+    write_digits(std::span(frame).first(1), tag);
+    return tag;
+}
+
 void empty_line(Copy& copy) {
     if (copy.state.settings.fromnet) return;
     copy.state.comm.counters.bytes_thrown_away += copy.ports.line.take().size();

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <optional>
+#include <string>
 
 #include "engine/core/copy.h"
+#include "engine/ports/serial_line.h"
 #include "engine/station/frame_fault.h"
 
 namespace nimbry {
@@ -29,6 +31,9 @@ void splitcf(WeatherState& state);
 /// Sets the raw texts of all five groups of a train from their tables: time, date, humidities, temperatures and their
 /// signs, barometer, trend, forecast, rain and wind. Digits are copied as they stand, leading zeros too.
 void splitdomain(WeatherState& state);
+
+/// The first byte of a frame as its tag: "CF", "8F".
+[[nodiscard]] std::string tag_of(const Bytes& frame);
 
 /// Counts a frame that is not used and remembers why.
 void refuse(CommState& comm, FrameFault fault);

@@ -72,6 +72,10 @@ void RecordingNotices::show_window(const std::string& name) {
     note("window " + name);
 }
 
+void RecordingNotices::progress(const std::string& line) {
+    lines.push_back({clock_.monotonic(), line});
+}
+
 void RecordingNotices::restore_main_window() {
     ++restored;
     note("restore main window");

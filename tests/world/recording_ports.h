@@ -73,6 +73,7 @@ public:
     void balloon(const Balloon& balloon) override;
     Answer box(const MessageBox& box) override;
     void show_window(const std::string& name) override;
+    void progress(const std::string& line) override;
     void restore_main_window() override;
     void beep() override;
 
@@ -88,6 +89,7 @@ public:
     std::vector<Shown<Balloon>> balloons;
     std::vector<Shown<MessageBox>> boxes;
     std::vector<std::string> windows;
+    std::vector<Shown<std::string>> lines;  ///< of progress
     int restored = 0;
     int beeps = 0;
 

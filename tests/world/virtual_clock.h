@@ -19,6 +19,11 @@ public:
     [[nodiscard]] CivilTime computer_time() const override {
         return civil_at_set_ + std::chrono::floor<std::chrono::seconds>(now_ - set_at_);
     }
+    [[nodiscard]] double seconds_of_day() const override {
+        using namespace std::chrono;
+        const auto now = civil_at_set_ + (now_ - set_at_);
+        return duration<double>(now - floor<days>(now)).count();
+    }
     [[nodiscard]] CivilTime utc_time() const override { return computer_time() - zone_; }
     [[nodiscard]] Instant monotonic() const override { return now_; }
 

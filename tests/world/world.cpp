@@ -20,6 +20,7 @@ World::World(CivilTime computer_time)
       transfers(clock, &journal),
       engine(Ports{clock, pauses, files, line, datasock, streams, notices, sounds, desktop, transfers}) {
     pauses.set_wake_source([this] { return engine.wake_at(); }, [this] { engine.wake(); });
+    streams.on_stir([this] { engine.streams_stirred(); });
 }
 
 World::~World() {
@@ -70,6 +71,12 @@ void World::send_trains(int count, const StationReadings& readings) {
         send_train(readings);
         run_for(9900ms);
     }
+}
+
+void World::send_datagram(const Bytes& bytes, const std::string& sender) {
+    pauses.after(0s, [this, bytes, sender] {
+        if (datasock.arrive(bytes, sender)) engine.datagram_readable();
+    });
 }
 
 void World::unplug() {

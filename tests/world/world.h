@@ -69,6 +69,9 @@ public:
     /// Delivers a train every ten seconds, at the computer's time.
     void send_trains(int count, const StationReadings& readings = {});
 
+    /// A datagram reaches the copy's socket, if it is bound, in a moment.
+    void send_datagram(const Bytes& bytes, const std::string& sender = "192.168.1.2");
+
     /// The device goes away, as a pulled adapter does: the port is closed, and the engine is told.
     void unplug();
 

@@ -29,7 +29,8 @@ TEST_F(CopyStatusTest, BeforeTheFirstTrainTheStationTimeIsUnknown) {
                   R"("mail":{"last_end":null,"last_result":null,"next_due":null},)"
                   R"("weather":{"last_end":null,"last_result":null,"next_due":null},)"
                   R"("aprs":{"last_end":null,"last_result":null,"next_due":null}},)"
-                  R"("sync":{"running":false,"last_end":null,"last_result":null},"waiting_for":null})"
+                  R"("network":{"peers":null,"last_datagram":null},)"
+                  R"("sync":{"running":false,"peer":null,"last_end":null,"last_result":null},"waiting_for":null})"
                   "\n");
 }
 

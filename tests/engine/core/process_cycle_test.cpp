@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "engine/derived/dates.h"
+#include "engine/network/syncsock.h"
 #include "tests/world/cycles.h"
 #include "tests/world/started_world.h"
 
@@ -157,14 +158,26 @@ TEST(StuckUpload, IsNotLookedForWhileNothingIsPublished) {
 TEST(SyncListener, OfAServerIsOpenedAfreshInTheThirteenthCycleThatFindsItClosed) {
     StartedWorld world("bcastnet=True\r\n");
     int& count = world.state().run.SyncWaitCount;
+    cycles(world, 20);
+    EXPECT_EQ(count, 0) << "the start has opened it";
+    drop_syncsock(world.state().network);
     cycles(world, 12);
     EXPECT_EQ(count, 12);
+    EXPECT_FALSE(world.streams.listening(60131));
     cycle(world);
     EXPECT_EQ(count, 0);
-    cycles(world, 5);
-    world.state().network.listening = true;
-    cycle(world);
-    EXPECT_EQ(count, 0);
+    EXPECT_TRUE(world.streams.listening(60131));
+}
+
+TEST(SyncListener, IsTriedAgainWhenItCannotBeOpened) {
+    StartedWorld world("bcastnet=True\r\n");
+    drop_syncsock(world.state().network);
+    world.streams.unlistenable = SendFault{98, "Address already in use"};
+    cycles(world, 39);
+    EXPECT_EQ(world.streams.listens.size(), 4U) << "at the start and after 13, 26 and 39 cycles";
+    world.streams.unlistenable.reset();
+    cycles(world, 13);
+    EXPECT_TRUE(world.streams.listening(60131));
 }
 
 TEST(SyncListener, IsNotWatchedInACopyWithoutClientsNorInAClient) {
