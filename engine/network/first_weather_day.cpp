@@ -22,9 +22,9 @@ bool on_first_weather_day(const MainSettings& settings, CivilTime now) {
            (day_of(now) == 1 && day_of(now + rest_of_day) == 2);
 }
 
-/// The latest changeover that is not still to come.
+/// The latest change of the weather day that is not still to come, at the full hour.
 CivilTime latest_changeover(const MainSettings& settings, CivilTime now) {
-    const CivilTime today = changeover_instant(settings, now);
+    const CivilTime today = changeover_instant(settings, now) - std::chrono::seconds{1};
     return today <= now ? today : today - std::chrono::days{1};
 }
 

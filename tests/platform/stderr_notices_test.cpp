@@ -71,6 +71,10 @@ TEST_F(StderrNoticesTest, EveryBoxIsOneLineAndGetsItsSafeAnswer) {
     }
 }
 
+TEST_F(StderrNoticesTest, AStatusLineIsWrittenAsItIs) {
+    EXPECT_EQ(told([&] { notices.progress("Attempt # 1: \xB0"); }), "Attempt # 1: \xC2\xB0\n");
+}
+
 TEST_F(StderrNoticesTest, WindowsAndTonesWriteNothing) {
     EXPECT_EQ(told([&] {
                   notices.show_window("NimbrySensor");

@@ -77,5 +77,17 @@ TEST(SystemClock, TheMonotonicClockDoesNotGoBack) {
     }
 }
 
+TEST(SystemClockTest, TheSecondsOfTheDayAreThoseOfTheCivilTime) {
+    const Zone zone(central_europe);
+    const SystemClock clock;
+    const CivilTime before = clock.computer_time();
+    const double of_day = clock.seconds_of_day();
+    const CivilTime after = clock.computer_time();
+    const auto seconds_of = [](CivilTime time) { return duration<double>(time - floor<days>(time)).count(); };
+    if (floor<days>(before) != floor<days>(after)) return;  // midnight lay between the looks
+    EXPECT_GE(of_day, seconds_of(before));
+    EXPECT_LT(of_day, seconds_of(after) + 1);
+}
+
 }  // namespace
 }  // namespace nimbry::platform

@@ -16,6 +16,7 @@
 #include "windows/about_window.h"
 #include "windows/sensor_window.h"
 #include "windows/splash.h"
+#include "windows/window_notices.h"
 
 namespace nimbry::test {
 namespace {
@@ -99,6 +100,37 @@ TEST(StatusMessage, ShowsForThreeSecondsAndNineTenths) {
     EXPECT_FALSE(world.state().status_message.open);
     world.run_for(std::chrono::seconds{60});
     EXPECT_FALSE(world.state().status_message.open) << "the timer has stopped";
+}
+
+TEST(SyncWindow, FollowsItsTextAndClosesWhenTheModelSaysSo) {
+    WeatherState state;
+    QWidget parent;
+    VirtualClock clock;
+    VirtualPauses pauses{clock};
+    WindowNotices notices(pauses);
+    SmallWindows windows(state, &parent);
+    windows.offer_to(notices);
+    nimbry::SyncWindow& model = state.network.frmSync;
+    model.open = true;
+    model.Text1 = "A Nimbry server was detected at 10.0.0.1\r\n";
+    notices.show_window("frmSync");
+    QCoreApplication::processEvents();
+    auto* window = parent.findChild<QWidget*>("frmSync");
+    ASSERT_NE(window, nullptr);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(window->windowTitle(), "Nimbry Client/Server Synchronization");
+    auto* text = window->findChild<QPlainTextEdit*>("Text1");
+    ASSERT_NE(text, nullptr);
+    EXPECT_TRUE(text->isReadOnly());
+    EXPECT_EQ(text->toPlainText(), "A Nimbry server was detected at 10.0.0.1\n");
+
+    model.Text1 += "Client is requesting a connection\r\n";
+    windows.refresh();
+    EXPECT_TRUE(text->toPlainText().endsWith("connection\n"));
+    EXPECT_TRUE(text->textCursor().atEnd());
+    model = {};
+    windows.refresh();
+    EXPECT_FALSE(window->isVisible());
 }
 
 TEST(ProgramLogWindow, ShowsTheLogAndSearchesIt) {

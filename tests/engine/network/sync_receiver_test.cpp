@@ -22,8 +22,8 @@ std::string made_of(const std::vector<std::string>& arrivals, bool file_open) {
     const auto add = [&](const std::vector<SyncPiece>& pieces) {
         for (const SyncPiece& piece : pieces) {
             if (piece.command == SyncCommand::filended) receiver.close_file();
-            made += piece.command ? "<" + std::string(text_of(*piece.command).substr(3)) + ">"
-                                  : "[" + piece.content + "]";
+            made +=
+                piece.command ? "<" + std::string(text_of(*piece.command).substr(3)) + ">" : "[" + piece.content + "]";
         }
     };
     for (const std::string& arrival : arrivals) {
@@ -51,11 +51,15 @@ TEST(SyncReceiver, TellsCommandsFromContent) {
         {"a command by itself", false, {"cmdServerIsOK,"}, "<ServerIsOK,>"},
         {"its argument is dropped", false, {"cmdServerIsOK,xyz"}, "<ServerIsOK,>"},
         {"two commands in one arrival", false, {"cmdfilended,cmdRequestRainLH,"}, "<filended,><RequestRainLH,>"},
-        {"three, the last one cut", false, {"cmdfilended,cmdfilended,cmdReq", "uestRainLH,"},
+        {"three, the last one cut",
+         false,
+         {"cmdfilended,cmdfilended,cmdReq", "uestRainLH,"},
          "<filended,><filended,><RequestRainLH,>"},
         {"a rest of one letter waits too", false, {"cmdfilended,c", "mdServerStatus,"}, "<filended,><ServerStatus,>"},
-        {"a command in pieces of a byte", false,
-         {"c", "m", "d", "A", "c", "c", "e", "p", "t", "C", "N", "X", ","}, "<AcceptCNX,>"},
+        {"a command in pieces of a byte",
+         false,
+         {"c", "m", "d", "A", "c", "c", "e", "p", "t", "C", "N", "X", ","},
+         "<AcceptCNX,>"},
         {"an unknown command is dropped whole", true, {"cmdHello,cmdfilended,"}, ""},
         {"an unknown word without a comma is content", true, {"cmdHello"}, "[cmdHello]"},
         {"other letters are another word", true, {"CMDFILENDED,"}, "[CMDFILENDED,]"},
@@ -66,11 +70,15 @@ TEST(SyncReceiver, TellsCommandsFromContent) {
         {"the end mark in one arrival with content", true, {"1,2cmdfilended,"}, "[1,2]<filended,>"},
         {"the end mark cut after its first letter", true, {"1,2c", "mdfilended,"}, "[1,2]<filended,>"},
         {"the end mark cut before its last", true, {"1,2cmdfilended", ","}, "[1,2]<filended,>"},
-        {"the end mark in pieces of a byte behind content", true,
-         {"1c", "m", "d", "f", "i", "l", "e", "n", "d", "e", "d", ","}, "[1]<filended,>"},
+        {"the end mark in pieces of a byte behind content",
+         true,
+         {"1c", "m", "d", "f", "i", "l", "e", "n", "d", "e", "d", ","},
+         "[1]<filended,>"},
         {"what began like an end mark goes on as content", true, {"1cm", "x,2"}, "[1][cmx,2]"},
         {"even where it comes to look like an unknown command", true, {"1cm", "d,2"}, "[1][cmd,2]"},
-        {"content that ends like the mark begins, and the mark", true, {"1,2cmd", "cmdfilended,"},
+        {"content that ends like the mark begins, and the mark",
+         true,
+         {"1,2cmd", "cmdfilended,"},
          "[1,2][cmd]<filended,>"},
         {"content of one letter, and the mark", true, {"c", "cmdfilended,"}, "[c]<filended,>"},
         {"held content comes before any command", true, {"1c", "cmdInvalidFile,"}, "[1][c]<InvalidFile,>"},

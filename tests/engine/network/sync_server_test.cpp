@@ -124,8 +124,8 @@ TEST(SyncServer, AListenerThatCannotBeOpenedIsOneLineInTheLogUntilItCan) {
     Server server;
     server.streams.unlistenable = SendFault{98, "Address already in use"};
     for (int n = 0; n < 3; ++n) open_sync_listener(server.copy());
-    EXPECT_THAT(server.log(), ElementsAre(testing::EndsWith(
-                                  " TCP port 60131 cannot be opened: Address already in use")));
+    EXPECT_THAT(server.log(),
+                ElementsAre(testing::EndsWith(" TCP port 60131 cannot be opened: Address already in use")));
     server.streams.unlistenable.reset();
     open_sync_listener(server.copy());
     server.streams.unlistenable = SendFault{13, "Permission denied"};
@@ -139,9 +139,9 @@ TEST(SyncServer, IsBusyWhileAChangeoverOrAnUploadRuns) {
         bool changeover, upload;
         const char* answer;
     };
-    for (const Case& row : {Case{"neither", false, false, "0: cmdServerIsOK,"},
-                            Case{"a changeover", true, false, "0: cmdServerIsBusy,"},
-                            Case{"an upload", false, true, "0: cmdServerIsBusy,"}}) {
+    for (const Case& row :
+         {Case{"neither", false, false, "0: cmdServerIsOK,"}, Case{"a changeover", true, false, "0: cmdServerIsBusy,"},
+          Case{"an upload", false, true, "0: cmdServerIsBusy,"}}) {
         SCOPED_TRACE(row.what);
         Server server;
         const ScriptedPeerPtr client = server.connect();
@@ -182,9 +182,9 @@ TEST(SyncServer, SendsTheFileThatIsAskedFor) {
         const char* request;
         const char* file;
     };
-    for (const Case& row : {Case{"cmdRequestYdayFile,", "nimbrYDay.log"}, Case{"cmdRequestAlmanac,", "nbextreme.log"},
-                            Case{"cmdRequestGraphFile,", "grafdata.dat"},
-                            Case{"cmdRequestTdayFile,", "nimbrTDay.log"}}) {
+    for (const Case& row :
+         {Case{"cmdRequestYdayFile,", "nimbrYDay.log"}, Case{"cmdRequestAlmanac,", "nbextreme.log"},
+          Case{"cmdRequestGraphFile,", "grafdata.dat"}, Case{"cmdRequestTdayFile,", "nimbrTDay.log"}}) {
         SCOPED_TRACE(row.request);
         Server server;
         // Before the first train the writers write nothing; then the file goes out as it is.
@@ -272,9 +272,10 @@ TEST(SyncServer, AFileThatChangesWhileItIsSentGoesOutAsItWas) {
 TEST(SyncServer, AFileThatCannotBeWrittenLeavesTheRequestUnanswered) {
     Server server;
     const ScriptedPeerPtr client = server.connect();
-    server.files.fail_name("sync.cfg", FileResult::disk_full);
+    server.files.refuse("sync.cfg", FileResult::disk_full);
     EXPECT_THAT(server.answers(client, "cmdRequestSyncFile,", 5s), IsEmpty());
     EXPECT_FALSE(server.state().run.HaveError);
+    server.files.allow();
     EXPECT_THAT(server.answers(client, "cmdRequestSyncFile,", 5s), testing::SizeIs(2)) << "the next one is";
 }
 
@@ -384,8 +385,7 @@ TEST(SendData, AFailureIsOneNoticeAndOneLineAndEndsTheFile) {
     server.run_for(315ms);
     client->break_sends({104, "Connection reset by peer"});
     server.run_for(5s);
-    const std::string told =
-        "05 Oct 2026 14:00:00 in SendData. Error # 104 Connection reset by peer Socket state 7";
+    const std::string told = "05 Oct 2026 14:00:00 in SendData. Error # 104 Connection reset by peer Socket state 7";
     ASSERT_EQ(server.notices.balloons.size(), 1U);
     EXPECT_EQ(server.notices.balloons[0].what.text, told);
     EXPECT_EQ(server.log().back(), told);
@@ -398,8 +398,8 @@ TEST(SyncServer, NobodyGetsAFileThatIsNotAmongTheSix) {
     Server server;
     server.files.put("secret.txt", "secret");
     const ScriptedPeerPtr client = server.connect();
-    for (const char* words : {"cmdRequestFile,secret.txt", "cmdRequestSyncFile,../../secret.txt", "GET / HTTP/1.0\r\n\r\n",
-                              "cmdRequestYdayFile", "cmd,", ",", "cmdREQUESTSYNCFILE,"}) {
+    for (const char* words : {"cmdRequestFile,secret.txt", "cmdRequestSyncFile,../../secret.txt",
+                              "GET / HTTP/1.0\r\n\r\n", "cmdRequestYdayFile", "cmd,", ",", "cmdREQUESTSYNCFILE,"}) {
         SCOPED_TRACE(words);
         server.answers(client, words);
         EXPECT_EQ(client->heard().find("secret"), std::string::npos);
