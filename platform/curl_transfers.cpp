@@ -1,51 +1,47 @@
 #include "platform/curl_transfers.h"
 
+#include <curl/curl.h>
+
+#include <cstdlib>
+#include <utility>
+
+#include "platform/curl_ftp.h"
+#include "platform/curl_mail.h"
+#include "platform/curl_web.h"
+#include "platform/network_interfaces.h"
+
 namespace nimbry::platform {
 namespace {
 
-constexpr int no_reply = 5002;
-const char* const no_connection = "Couldn't connect to server";
-
-class NoSession : public FtpSession {
-public:
-    void connect(const FtpServer&) override {}
-    void put(const std::string&, const std::string&) override {}
-    void quit() override {}
-    [[nodiscard]] bool under_way() const override { return false; }
-    [[nodiscard]] FtpEnd end() const override { return {.status = no_reply, .fault = no_connection}; }
-    [[nodiscard]] std::vector<FtpExchange> take_exchanges() override { return {}; }
-};
-
-class NoDelivery : public MailDelivery {
-public:
-    [[nodiscard]] bool under_way() const override { return false; }
-    [[nodiscard]] std::string fault() const override { return no_connection; }
-};
-
-class NoReply : public WebReply {
-public:
-    [[nodiscard]] bool under_way() const override { return false; }
-    [[nodiscard]] End end() const override { return End::no_connection; }
-    [[nodiscard]] int status() const override { return 0; }
-    [[nodiscard]] std::string body_start() const override { return {}; }
-};
+std::string certificates_named() {
+    const char* const file = std::getenv("SSL_CERT_FILE");
+    return file == nullptr ? "" : file;
+}
 
 }  // namespace
 
+CurlTransfers::CurlTransfers(std::function<void()> news)
+    : certificates_(certificates_named()), threads_(std::move(news)) {
+    // Before there is a second thread: the first use of the library is not safe for several.
+    curl_global_init(CURL_GLOBAL_DEFAULT);
+}
+
+CurlTransfers::~CurlTransfers() = default;
+
 std::unique_ptr<FtpSession> CurlTransfers::ftp_session() {
-    return std::make_unique<NoSession>();
+    return curl_ftp_session(threads_, certificates_);
 }
 
-std::unique_ptr<MailDelivery> CurlTransfers::send(const Mail&) {
-    return std::make_unique<NoDelivery>();
+std::unique_ptr<MailDelivery> CurlTransfers::send(const Mail& mail) {
+    return curl_mail(threads_, mail, certificates_);
 }
 
-std::unique_ptr<WebReply> CurlTransfers::get(const std::string&, Milliseconds) {
-    return std::make_unique<NoReply>();
+std::unique_ptr<WebReply> CurlTransfers::get(const std::string& url, Milliseconds limit) {
+    return curl_get(threads_, url, limit, certificates_);
 }
 
-bool CurlTransfers::reachable(const std::string&) const {
-    return false;
+bool CurlTransfers::reachable(const std::string& host) const {
+    return is_this_machine(host) || on_a_network();
 }
 
 }  // namespace nimbry::platform

@@ -15,7 +15,7 @@ LoopPauses::LoopPauses(const Clock& clock) : clock_(clock) {
 }
 
 void LoopPauses::pause(Milliseconds how_long) {
-    suspend_until(clock_.monotonic() + how_long);
+    suspend_until(clock_.monotonic() + how_long, false);
 }
 
 bool LoopPauses::wait_until(const std::function<bool()>& condition, std::optional<Milliseconds> limit) {
@@ -27,7 +27,7 @@ bool LoopPauses::wait_until(const std::function<bool()>& condition, std::optiona
             if (clock_.monotonic() >= last) return false;
             next = std::min(next, last);
         }
-        suspend_until(next);
+        suspend_until(next, true);
     }
     return true;
 }
@@ -46,9 +46,17 @@ void LoopPauses::start(std::function<void()> work) {
 
 void LoopPauses::cancel_all() {
     cancelled_ = true;
+    bring_forward([this](const Wait& wait) { return cancels(wait.fiber); });
+}
+
+void LoopPauses::look_now() {
+    bring_forward([](const Wait& wait) { return wait.looks; });
+}
+
+void LoopPauses::bring_forward(const std::function<bool(const Wait&)>& which) {
     const Instant now = clock_.monotonic();
     for (Wait& wait : waits_) {
-        if (cancels(wait.fiber)) wait.due = std::min(wait.due, now);
+        if (which(wait)) wait.due = std::min(wait.due, now);
     }
     std::stable_sort(waits_.begin(), waits_.end(), [](const Wait& a, const Wait& b) { return a.due < b.due; });
     arm();
@@ -77,10 +85,10 @@ void LoopPauses::throw_if_cancelled() {
     if (cancels(fibers_.current())) throw WaitCancelled{};
 }
 
-void LoopPauses::suspend_until(Instant due) {
+void LoopPauses::suspend_until(Instant due, bool looks) {
     if (fibers_.current() == nullptr) throw std::logic_error("a wait outside a conversation");
     throw_if_cancelled();
-    const Wait wait{fibers_.current(), due, next_order_++};
+    const Wait wait{fibers_.current(), due, looks, next_order_++};
     waits_.insert(std::upper_bound(waits_.begin(), waits_.end(), wait,
                                    [](const Wait& a, const Wait& b) { return a.due < b.due; }),
                   wait);

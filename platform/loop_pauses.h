@@ -39,6 +39,10 @@ public:
     /// changed is then in place. One listener.
     void on_settled(std::function<void()> settled) { settled_ = std::move(settled); }
 
+    /// Lets every wait_until() look at its condition in the loop's next round: for whoever knows that something has
+    /// come about. A hint, no more; each looks by itself soon.
+    void look_now();
+
     /// Conversations that wait now.
     [[nodiscard]] std::size_t waiting() const { return waits_.size(); }
 
@@ -46,10 +50,12 @@ private:
     struct Wait {
         Fiber* fiber;
         Instant due;
+        bool looks;           ///< it waits for a condition, and may be woken for a look at any time
         std::uint64_t order;  ///< of the waits with the same due time the earlier one comes first
     };
 
-    void suspend_until(Instant due);
+    void suspend_until(Instant due, bool looks);
+    void bring_forward(const std::function<bool(const Wait&)>& which);
     void throw_if_cancelled();
     [[nodiscard]] bool cancels(Fiber* fiber) const;
     void resume_due();

@@ -10,6 +10,7 @@ packages_build=(
 packages_check=(
     clang-14 libclang-rt-14-dev clang-tidy-14 clang-format-14
     python3 python3-ephem faketime libfaketime git iproute2
+    openssl vsftpd python3-pyftpdlib python3-aiosmtpd
 )
 
 # install_missing NAME...: installs the packages of these names that are not there yet; says which. Does nothing, and asks the network for

@@ -301,7 +301,7 @@ private:
     WindowNotices notices_;
     CanberraSounds sounds_;
     SystemDesktop desktop_;
-    CurlTransfers transfers_;
+    CurlTransfers transfers_{[this] { pauses_.look_now(); }};
     Engine engine_;
     std::optional<ControlServer> control_;
     EngineLoop loop_;

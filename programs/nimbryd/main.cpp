@@ -57,7 +57,7 @@ int run_copy(const std::string& folder, const std::string& device, bool has_lock
     StderrNotices notices;
     SilentSounds sounds;
     SystemDesktop desktop;
-    CurlTransfers transfers;
+    CurlTransfers transfers([&pauses] { pauses.look_now(); });
     Engine engine(Ports{clock, pauses, files, line, datasock, streams, notices, sounds, desktop, transfers});
     std::optional<ControlServer> control;
     if (has_lock) {

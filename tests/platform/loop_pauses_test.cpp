@@ -285,5 +285,23 @@ TEST_F(LoopPausesTest, AWaitOutsideAConversationIsRefused) {
     EXPECT_EQ(pauses.waiting(), 0U);
 }
 
+TEST_F(LoopPausesTest, WhoWaitsForAConditionCanBeSentToLookAtOnce) {
+    bool come = false;
+    pauses.start([&] {
+        pauses.wait_until([&] { return come; });
+        order += "seen ";
+    });
+    pauses.start([&] {
+        pauses.pause(200ms);
+        order += "later ";
+    });
+    come = true;
+    pauses.look_now();
+    run_pending_events();
+    EXPECT_EQ(order, "seen ");
+    let_all_end();
+    EXPECT_EQ(order, "seen later ");
+}
+
 }  // namespace
 }  // namespace nimbry::platform

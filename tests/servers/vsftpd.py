@@ -1,0 +1,42 @@
+#!/usr/bin/python3
+"""vsftpd on a free port of the loopback, as whoever starts it, for "anonymous" with any password.
+
+Usage: vsftpd.py FOLDER none|explicit|implicit [CERTIFICATE]. Prints its port. Files go to FOLDER/root/up, which a client knows as
+"up". Unless it is "none" it wants TLS on both connections, and the session of the first again on the second.
+"""
+import os
+import socket
+import subprocess
+import sys
+import time
+
+folder, security = sys.argv[1], sys.argv[2]
+with socket.socket() as free:
+    free.bind(("127.0.0.1", 0))
+    port = free.getsockname()[1]
+os.makedirs(folder + "/root/up")
+os.mkdir(folder + "/empty")
+settings = {
+    "listen": "YES", "listen_address": "127.0.0.1", "listen_port": port, "background": "NO",
+    "run_as_launching_user": "YES", "seccomp_sandbox": "NO", "secure_chroot_dir": folder + "/empty",
+    "anonymous_enable": "YES", "anon_root": folder + "/root", "allow_writeable_chroot": "YES", "write_enable": "YES",
+    "anon_upload_enable": "YES", "anon_other_write_enable": "YES", "xferlog_enable": "NO",
+    "connect_from_port_20": "NO", "pasv_address": "127.0.0.1",
+}
+if security != "none":
+    settings.update({"ssl_enable": "YES", "allow_anon_ssl": "YES", "force_anon_logins_ssl": "YES",
+                     "force_anon_data_ssl": "YES", "require_ssl_reuse": "YES", "rsa_cert_file": sys.argv[3],
+                     "implicit_ssl": "YES" if security == "implicit" else "NO"})
+with open(folder + "/vsftpd.conf", "w") as file:
+    file.writelines("%s=%s\n" % each for each in settings.items())
+# It goes with this process: the kernel ends it when its parent is gone.
+server = subprocess.Popen(["/usr/sbin/vsftpd", folder + "/vsftpd.conf"],
+                          preexec_fn=lambda: __import__("ctypes").CDLL(None).prctl(1, 9))
+for _ in range(100):
+    try:
+        socket.create_connection(("127.0.0.1", port)).close()
+        break
+    except OSError:
+        time.sleep(0.1)
+print(port, flush=True)
+server.wait()
