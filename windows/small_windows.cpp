@@ -20,6 +20,10 @@ SmallWindows::SmallWindows(const WeatherState& state, QWidget* parent) : state_(
     binding_.bind(state_.network.frmSync.Text1, [this](const std::string& text) {
         if (sync_ != nullptr) sync_->show_text(platform::unicode(text).remove(u'\r'));
     });
+    binding_.bind(state_.menu.mnuFTPdebug.checked, [this](bool open) { open_debug(open); });
+    binding_.bind(state_.publish.upload.debug_text, [this](const std::string& text) {
+        if (debug_ != nullptr) debug_->follow(platform::unicode(text).remove(u'\r'));
+    });
 }
 
 SmallWindows::~SmallWindows() = default;
@@ -53,6 +57,20 @@ void SmallWindows::show_sync() {
     if (sync_ == nullptr) sync_ = new SyncWindow(parent_);
     sync_->show_text(platform::unicode(state_.network.frmSync.Text1).remove(u'\r'));
     sync_->show();
+}
+
+void SmallWindows::open_debug(bool open) {
+    if (!open) {
+        if (debug_ != nullptr) debug_->hide();
+        return;
+    }
+    if (debug_ == nullptr) {
+        debug_ = new TextWindow(parent_);
+        QObject::connect(debug_, &TextWindow::closed, parent_, [this] {
+            if (state_.menu.mnuFTPdebug.checked && debug_closed_) debug_closed_();
+        });
+    }
+    debug_->show_text(QStringLiteral("FTP debug"), platform::unicode(state_.publish.upload.debug_text).remove(u'\r'));
 }
 
 void SmallWindows::show_status() {

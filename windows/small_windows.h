@@ -1,9 +1,11 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "engine/core/weather_state.h"
 #include "windows/box_binding.h"
@@ -37,21 +39,27 @@ public:
     void show_file(const std::string& name, std::string_view bytes);
     void show_sensor_window();
 
-    /// Closes what the model says is closed.
+    /// The user has closed the window of the conversation with the FTP server.
+    void on_debug_closed(std::function<void()> closed) { debug_closed_ = std::move(closed); }
+
+    /// Opens and closes what the model says is open or closed.
     void refresh() { binding_.refresh(); }
 
 private:
     void show_status();
     void show_sync();
+    void open_debug(bool open);
 
     const WeatherState& state_;
     QWidget* parent_;
     BoxBinding binding_;
+    std::function<void()> debug_closed_;
     // Owned by the main window.
     AboutWindow* about_ = nullptr;
     SensorWindow* sensor_ = nullptr;
     StatusWindow* status_ = nullptr;
     SyncWindow* sync_ = nullptr;
+    TextWindow* debug_ = nullptr;
     std::map<std::string, TextWindow*> files_;  ///< by the file's name
 };
 

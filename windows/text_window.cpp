@@ -37,12 +37,21 @@ TextWindow::TextWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
 
 void TextWindow::show_text(const QString& title, const QString& text) {
     setWindowTitle(title);
-    text_.setPlainText(text);
-    text_.moveCursor(QTextCursor::End);
+    follow(text);
     show();
     raise();
     activateWindow();
     text_.setFocus();
+}
+
+void TextWindow::follow(const QString& text) {
+    text_.setPlainText(text);
+    text_.moveCursor(QTextCursor::End);
+}
+
+void TextWindow::closeEvent(QCloseEvent* event) {
+    QWidget::closeEvent(event);
+    emit closed();
 }
 
 void TextWindow::find_next() {

@@ -17,9 +17,16 @@ public:
 
     /// Shows a text in front.
     void show_text(const QString& title, const QString& text);
+    /// Changes the text of a window that may be showing, and stands at its end again.
+    void follow(const QString& text);
+
+signals:
+    /// The user has closed it.
+    void closed();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     void find_next();

@@ -6,6 +6,7 @@
 
 #include "engine/core/copy.h"
 #include "engine/graphs/graph_store.h"
+#include "engine/publish/ftp_debug.h"
 
 namespace nimbry {
 namespace {
@@ -54,6 +55,7 @@ void click_switch(Copy& copy, const Switch& which) {
     copy.ports.sounds.play(std::string(click_sound));
     bool& checked = (copy.state.menu.*which.entry).checked;
     checked = !checked;
+    if (which.entry == &MainMenu::mnuFTPdebug) clear_debug_window(copy.state);
     if (which.setting == nullptr) return;
     copy.state.settings.*which.setting = checked;
     copy.ini.SaveFlag("Main", key_of(which), checked);

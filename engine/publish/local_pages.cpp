@@ -7,6 +7,7 @@
 #include "engine/derived/number_text.h"
 #include "engine/graphs/graph_svg.h"
 #include "engine/publish/local_save.h"
+#include "engine/publish/published_files.h"
 #include "engine/records/file_steps.h"
 #include "engine/reports/generation.h"
 #include "engine/reports/page_names.h"
@@ -14,25 +15,16 @@
 namespace nimbry {
 namespace {
 
-// A picture older than this many upload intervals comes from a dead camera.
-constexpr int intervals_fresh = 3;
-
 /// A file of the program's folder and its name in the user's.
 struct Finished {
     std::string name, local_name;
 };
 
-bool fresh(const Copy& copy, const std::string& name) {
-    const auto changed = copy.ports.files.modified(name);
-    const std::chrono::minutes limit{copy.state.publish.FtpMinutes * intervals_fresh};
-    return changed && copy.ports.clock.computer_time() - *changed < limit;
-}
-
 std::vector<Finished> finished_files(const Copy& copy, const UserFiles& folder) {
     std::vector<Finished> list;
     for (const std::string name : {"VidCap.jpg", "VidCap.png"}) {
         const std::string entry = folder.find(name);
-        if (!entry.empty() && fresh(copy, entry)) list.push_back({entry, name});
+        if (!entry.empty() && is_fresh(copy, entry)) list.push_back({entry, name});
     }
     list.push_back({"wx.wml", "wx.wml"});
     for (int n = 0; n < pages_uploaded; ++n) {

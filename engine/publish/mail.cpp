@@ -10,6 +10,7 @@
 #include "engine/publish/last_run.h"
 #include "engine/publish/mail_address.h"
 #include "engine/publish/mail_body.h"
+#include "engine/publish/published_files.h"
 #include "engine/publish/publishing.h"
 #include "engine/records/auto_report.h"
 #include "engine/reports/genhtml.h"
@@ -72,15 +73,11 @@ Encryption encryption_of(const InternetDialog& settings) {
     return word == "tls" ? Encryption::implicit_tls : Encryption::none;
 }
 
-std::string bare_name(const std::string& path) {
-    return path.substr(path.find_last_of("\\/") + 1);
-}
-
 std::vector<MailAttachment> attachments(Copy& copy, const std::string& list) {
     std::vector<MailAttachment> found;
     for (const std::string& name : list_items(list)) {
         if (copy.ports.files.exists(name)) {
-            found.push_back({bare_name(name), copy.ports.files.path(name)});
+            found.push_back({fnamesplit(name), copy.ports.files.path(name)});
         } else {
             copy.log.event_or_nothing(" Email attachment not found: " + name);
         }

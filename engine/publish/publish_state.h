@@ -7,6 +7,7 @@
 #include "engine/core/busy_flag.h"
 #include "engine/ports/clock.h"
 #include "engine/publish/internet_dialog.h"
+#include "engine/publish/upload_state.h"
 
 namespace nimbry {
 
@@ -42,7 +43,8 @@ struct PublishState {
     std::string aprs_latitude, aprs_longitude;
 
     int FtpTicks = 1;             ///< ticks of TimerFTP towards the next upload
-    bool FtpStartupDone = false;  ///< the first upload after the start has been
+    bool FtpStartupDone = false;  ///< the first upload after the start has been launched
+    UploadState upload;           ///< the upload that is under way, or how the last one went
 
     std::optional<MailKind> pending_mail;       ///< a mail that is made and has not gone yet; its text is `mail_body`
     std::optional<CivilTime> last_mail_minute;  ///< the station's minute for which the schedule was last served

@@ -23,12 +23,6 @@ void getFTP(Copy& copy) {
     publish.FtpMinutes = minutes_of(publish.NimbryFTPSetup.FTPHours, publish.NimbryFTPSetup.FTPMins);
 }
 
-void ftp_time_out(Copy&) {}
-
-void cancel_ftp(Copy& copy) {
-    copy.state.publish.uloadftpbusy.clear();
-}
-
 void update_location_text(Copy& copy) {
     aprsposition(copy.state);
 }

@@ -12,10 +12,12 @@ void getFTP(Copy& copy);
 /// TimerFTP: looks whether an upload is due.
 void ftp_schedule(Copy& copy);
 
-/// TimFTPTOT: an upload has taken too long.
+/// A tick of TimFTPTOT, the watchdog (ftp_watchdog.h). The one that is too much ends the upload: everybody who waits
+/// for its server gives up, and the user is told.
 void ftp_time_out(Copy& copy);
 
-/// Breaks off the upload that is under way and clears `uloadftpbusy` and the marks of its retries.
+/// Breaks off the upload that is under way and clears the marks of all retries. `uloadftpbusy` is clear once it has
+/// returned, which takes a moment.
 void cancel_ftp(Copy& copy);
 
 /// timWU: looks whether the weather services are due.
@@ -51,7 +53,9 @@ enum class UploadCause {
     after_mail,  ///< a mail that the user wants followed by an upload (`ChkDoEmailToo`)
 };
 
-/// Uploads the pages by FTP. May wait.
+/// Makes the pages, saves them locally and sends them by FTP (perform_upload.h), as far as either is switched on, and
+/// tells how it went. One at a time: a second call returns at once. During a changeover or while a mail is made it is
+/// put off (`revisitftp`). Waits.
 void FTPupload(Copy& copy, UploadCause cause = UploadCause::due);
 
 /// Sends the mail that is pending, or makes and sends that of the schedule. Put off with `revisitmail` while a

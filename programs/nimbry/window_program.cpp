@@ -107,6 +107,7 @@ private:
         form_.emplace(engine_.state(), actions());
         small_.emplace(engine_.state(), &*form_);
         small_->offer_to(notices_);
+        small_->on_debug_closed(click("Menu", [this] { click_switch(copy(), *switch_named("mnuFTPdebug")); }));
         dialogs_.emplace(engine_.state(), accepted(), &*form_);
         notices_.set_main_window(&*form_);
         form_->show();
@@ -162,7 +163,6 @@ private:
         actions.menu["mnuResetGraphs"] = click("mnuResetGraphs", [this] { resetgraphs(copy()); });
         actions.graphs = graph_actions();
         for (const Switch& each : switches()) {
-            if (!acts(each)) continue;
             actions.menu[std::string(each.name)] = click("Menu", [this, &each] { click_switch(copy(), each); });
         }
         return actions;
@@ -269,9 +269,6 @@ private:
         actions.redraw = [this, event] { event([this] { drawgraph(engine_.state()); }); };
         return actions;
     }
-
-    /// True for a switch that something in this copy follows.
-    static bool acts(const Switch& which) { return !key_of(which).empty(); }
 
     /// A click on an entry that shows the file which the engine names, if it names one.
     template <class Entry>

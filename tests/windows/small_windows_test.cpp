@@ -16,6 +16,7 @@
 #include "windows/about_window.h"
 #include "windows/sensor_window.h"
 #include "windows/splash.h"
+#include "windows/text_window.h"
 #include "windows/window_notices.h"
 
 namespace nimbry::test {
@@ -154,6 +155,43 @@ TEST(ProgramLogWindow, ShowsTheLogAndSearchesIt) {
     EXPECT_EQ(text->textCursor().selectionStart(), 12) << "from the end on it begins at the top again";
     QTest::keyClick(search, Qt::Key_Return);
     EXPECT_EQ(text->textCursor().selectionStart(), 25 + 12);
+}
+
+TEST(FtpDebugWindow, IsOpenWithItsMenuEntryAndFollowsTheConversation) {
+    WeatherState state;
+    QWidget parent;
+    SmallWindows windows(state, &parent);
+    int closed = 0;
+    windows.on_debug_closed([&] {
+        ++closed;
+        state.menu.mnuFTPdebug.checked = false;
+    });
+    windows.refresh();
+    EXPECT_EQ(parent.findChild<TextWindow*>(), nullptr);
+    state.menu.mnuFTPdebug.checked = true;
+    state.publish.upload.debug_text = "USER me\r\n331 password\r\n";
+    windows.refresh();
+    auto* window = parent.findChild<TextWindow*>();
+    ASSERT_NE(window, nullptr);
+    EXPECT_TRUE(window->isVisible());
+    auto* text = window->findChild<QPlainTextEdit*>("Text1");
+    EXPECT_EQ(text->toPlainText(), QStringLiteral("USER me\n331 password\n"));
+    EXPECT_TRUE(text->isReadOnly());
+    state.publish.upload.debug_text += "230 in\r\n";
+    windows.refresh();
+    EXPECT_EQ(text->toPlainText(), QStringLiteral("USER me\n331 password\n230 in\n"));
+    EXPECT_TRUE(text->textCursor().atEnd());
+
+    window->close();
+    EXPECT_EQ(closed, 1);
+    windows.refresh();
+    state.menu.mnuFTPdebug.checked = true;
+    windows.refresh();
+    EXPECT_TRUE(window->isVisible());
+    state.menu.mnuFTPdebug.checked = false;
+    windows.refresh();
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(closed, 1) << "it was the menu that closed it";
 }
 
 }  // namespace

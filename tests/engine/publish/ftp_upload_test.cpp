@@ -4,11 +4,14 @@
 #include <vector>
 
 #include "engine/core/process_cycle.h"
+#include "engine/publish/forced_run.h"
 #include "engine/publish/publishing.h"
-#include "tests/engine/reports/tag_states.h"
+#include "tests/engine/publish/upload_world.h"
 
 namespace nimbry::test {
 namespace {
+
+using namespace std::chrono_literals;
 
 /// A copy that puts its pages into a folder.
 class FtpUpload : public testing::Test {
@@ -162,6 +165,132 @@ TEST_F(FtpUpload, WithoutSettingsEverythingIsOffAndTheIntervalIsTwoMinutes) {
     EXPECT_EQ(publish.FtpMinutes, 2);
     EXPECT_EQ(publish.NimbryFTPSetup.FTPRemoteFile, "");
     EXPECT_EQ(publish.NimbryFTPSetup.txtLocalPath, "C:\\");
+}
+
+// On the line
+
+TEST(FtpUploadOnTheLine, LocalSaveAloneDoesNotTouchTheNetwork) {
+    UploadWorld world;
+    world.settings().ChkEnableFTP = false;
+    world.settings().chkLocal = true;
+    FTPupload(world.copy);
+    EXPECT_TRUE(world.transfers.ftp.logins.empty());
+    EXPECT_TRUE(world.transfers.reachability_asked.empty());
+    EXPECT_EQ(world.state.publish.last_ftp.runs, 0U);
+}
+
+TEST(FtpUploadOnTheLine, GoesOutForAForcedRunAndAfterAMailThatWantsIt) {
+    struct Case {
+        const char* name;
+        bool forced, too;
+        UploadCause cause;
+        bool goes;
+    };
+    for (const Case& c : {Case{"forced", true, false, UploadCause::due, true},
+                          Case{"after a mail", false, true, UploadCause::after_mail, true},
+                          Case{"by the schedule", false, true, UploadCause::due, false},
+                          Case{"a retry after a mail", false, false, UploadCause::after_mail, false}}) {
+        SCOPED_TRACE(c.name);
+        UploadWorld world;
+        world.files.put("VidCap.jpg", "x");
+        world.files.put("nimbrysummary.html", "x");
+        world.state.records.summary_uploaded = false;
+        world.settings().ChkEnableFTP = false;
+        world.settings().chkLocal = true;
+        world.state.publish.FtpForced = c.forced;
+        world.settings().ChkDoEmailToo = c.too;
+        FTPupload(world.copy, c.cause);
+        EXPECT_EQ(world.transfers.ftp.logins.size(), c.goes ? 1U : 0U);
+        // Pictures and summary ask for the switch itself.
+        const std::vector<std::string> pages{"index.html", "nimbryraw.txt"};
+        EXPECT_EQ(world.sent(), c.goes ? pages : std::vector<std::string>());
+    }
+}
+
+TEST(FtpUploadOnTheLine, SaysThatThereIsNoConnection) {
+    UploadWorld world;
+    world.transfers.online = false;
+    world.state.settings.NoFTPop = true;
+    FTPupload(world.copy);
+    EXPECT_EQ(world.transfers.reachability_asked, (std::vector<std::string>{"ftp.example.net", "ftp.example.net"}));
+    EXPECT_TRUE(world.transfers.ftp.logins.empty());
+    EXPECT_EQ(world.popups(),
+              std::vector<std::string>{
+                  "FTP Error: Nimbry was unable to make a connection\r\nand did not complete FTP Upload!"});
+    EXPECT_EQ(world.logged(), std::vector<std::string>{" FTP Upload failed: Unable to connect to Internet"});
+    EXPECT_FALSE(world.state.publish.uloadftpbusy);
+}
+
+TEST(FtpUploadOnTheLine, KeepsFailuresToItselfIfTheUserWantsIt) {
+    UploadWorld world;
+    world.state.settings.NoFTPop = true;
+    world.transfers.ftp.put = {.end = {.fault = "553 No"}};
+    FTPupload(world.copy);
+    EXPECT_TRUE(world.popups().empty());
+    EXPECT_EQ(world.logged(), std::vector<std::string>{" FTP 553 No"});
+}
+
+TEST(FtpUploadOnTheLine, TellsThePersonWhoForcedIt) {
+    UploadWorld world;
+    world.state.settings.NoFTPop = true;
+    run_forced(world.copy, ForcedRun::ftp);
+    EXPECT_EQ(world.popups(),
+              (std::vector<std::string>{
+                  "Nimbry Information: Performing a forced FTP upload.\r\nPlease wait until the upload completes\r\n"
+                  "and the Internet Settings window re-appears.",
+                  "FTP Message: Nimbry has successfully uploaded data to\r\nftp.example.net"}));
+    EXPECT_FALSE(world.state.publish.FtpForced);
+}
+
+TEST(FtpUploadOnTheLine, HangsUpAfterwardsIfNobodyElseWaitsForTheLine) {
+    for (const bool mail_waits : {false, true}) {
+        UploadWorld world;
+        world.state.publish.ProgramDialled = world.settings().ChkHangup = true;
+        world.state.publish.revisitmail = mail_waits;
+        FTPupload(world.copy);
+        EXPECT_EQ(world.desktop.hang_ups, mail_waits ? 0 : 1);
+    }
+}
+
+TEST(FtpUploadOnTheLine, IsNotRepeatedAfterItHasRun) {
+    UploadWorld world;
+    world.state.publish.revisitftp = true;
+    FTPupload(world.copy);
+    EXPECT_FALSE(world.state.publish.revisitftp);
+}
+
+TEST(FtpUploadOnTheLine, LetsASecondCallFallThrough) {
+    UploadWorld world;
+    world.transfers.ftp.connect.after = 5s;
+    world.pauses.start([&] { FTPupload(world.copy); });
+    FTPupload(world.copy);
+    world.pauses.pause(1s);
+    FTPupload(world.copy);
+    world.pauses.pause(10s);
+    EXPECT_EQ(world.transfers.ftp.logins.size(), 1U);
+}
+
+TEST(FtpUploadOnTheLine, EndsWithTheProgram) {
+    UploadWorld world;
+    world.transfers.ftp.connect.after = std::nullopt;
+    world.timers.start(TimerId::TimComFail, world.clock.monotonic());
+    world.pauses.start([&] { FTPupload(world.copy); });
+    world.pauses.pause(1s);
+    world.state.run.ProgramClosing = true;
+    world.timers.stop_all();
+    world.pauses.cancel_all();
+    world.pauses.pause(1s);
+    EXPECT_EQ(world.transfers.ftp.open, 0);
+    EXPECT_FALSE(world.state.publish.uloadftpbusy);
+    EXPECT_FALSE(world.timers.wake_at());
+}
+
+TEST(FtpUploadOnTheLine, ALongFirstOneIsNotTheFirstAgain) {
+    UploadWorld world;
+    world.transfers.ftp.connect.after = 45s;
+    world.timers.start(TimerId::TimerFTP, world.clock.monotonic());
+    world.pauses.pause(151s);
+    EXPECT_EQ(world.transfers.ftp.logins.size(), 2U);  // at 30 and 150 s
 }
 
 }  // namespace
