@@ -35,6 +35,7 @@ void tell_nothing_to_send(Copy& copy) {
     copy.ports.notices.balloon({.title = "Template error",
                                 .text = "Nimbry was unable to complete FTP Upload!\r\nThe template files are missing"});
     copy.log.event(" FTP Upload Failure. Missing template files.");
+    note_run(copy, copy.state.publish.last_ftp, "Missing template files");
 }
 
 /// What an upload sets in motion ends with it, on every way out.
