@@ -227,8 +227,9 @@ TEST_F(AlarmMails, TellWhatTheLastAlarmWas) {
 TEST_F(AlarmMails, AreComposedInTheCycleOfTheirAlarm) {
     world.files.put("mail_alm_template.txt", "~~WEBMLTITLE~~It is ~~WEBBAROMTR~~.");
     EXPECT_EQ(mails_until(2, always), std::vector<int>{2});
+    ASSERT_EQ(world.transfers.mails.size(), 1U);
     EXPECT_EQ(
-        world.state().reports.mail_body,
+        world.transfers.mails[0].body,
         "Automatic ALARM email from Nimbry 2.02\r\nThis email was sent because the barometric pressure is below the "
         "alarm threshold\r\n" +
             std::string(52, '*') + "\r\n\r\nIt is 990 mB.");

@@ -56,6 +56,7 @@ TEST_F(ChangeoverChoice, it_asks_with_ok_and_cancel) {
 
 TEST_F(ChangeoverChoice, yesterdays_file_that_cannot_be_deleted_is_told_in_the_log) {
     world.files.refuse("nimbrYDay.log", FileResult::permission);
+    world.notices.will_answer(Answer::ok);
     EXPECT_TRUE(choose(true));
     ASSERT_FALSE(world.log().empty());
     EXPECT_TRUE(
@@ -68,6 +69,7 @@ TEST_F(ChangeoverChoice, yesterdays_file_that_cannot_be_deleted_is_told_in_the_l
 
 TEST_F(ChangeoverChoice, yesterdays_file_that_is_not_there_is_nothing_to_tell) {
     world.files.take_away("nimbrYDay.log");
+    world.notices.will_answer(Answer::ok);
     const auto before = world.log();
     EXPECT_TRUE(choose(true));
     EXPECT_EQ(world.log(), before);
