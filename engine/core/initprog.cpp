@@ -8,7 +8,6 @@
 #include "engine/displays/main_panel.h"
 #include "engine/graphs/graph_store.h"
 #include "engine/graphs/graph_view.h"
-#include "engine/network/client_menus.h"
 #include "engine/network/start_network.h"
 #include "engine/network/sync_settings.h"
 #include "engine/publish/publishing.h"
@@ -45,7 +44,6 @@ void apply_settings(WeatherState& state) {
 
 /// A client never publishes and never watches a line.
 void become_client(Copy& copy) {
-    copy.state.network.was_client = true;
     close_serial_port(copy);
     copy.state.run.port_device.clear();
     copy.timers.stop(TimerId::TimComFail);
@@ -69,7 +67,6 @@ void initprog(Copy& copy) {
         if (copy.state.settings.fromnet) {
             become_client(copy);
         } else {
-            restore_client_menus(copy.state);
             open_serial_port(copy);
         }
         startnetwork(copy);

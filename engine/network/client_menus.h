@@ -1,13 +1,11 @@
 #pragma once
 
-#include "engine/core/weather_state.h"
+#include "engine/displays/main_menu.h"
 
 namespace nimbry {
 
 /// Disables the menu entries that a client must not use: what publishes, and what comes from its server.
-void disable_client_menus(WeatherState& state);
-
-/// Gives them back to a copy that is no client any more; those that need a first train only when it has been.
-void restore_client_menus(WeatherState& state);
+/// set_menu_for_role() gives them back to a copy that is no client any more.
+void disable_client_menus(MainMenu& menu);
 
 }  // namespace nimbry

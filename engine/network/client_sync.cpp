@@ -251,8 +251,7 @@ private:
 
     void take_settings(const std::string& text) {
         store_sync_settings(copy_, text);
-        network_.was_client = true;
-        disable_client_menus(copy_.state);
+        disable_client_menus(copy_.state.menu);
         copy_.ini.SaveFlag("FTP", "LocalSave", false);
     }
 

@@ -28,7 +28,6 @@ struct NetworkState {
     bool retrying_bind = false;   ///< the client's port was taken and is being tried again
     bool draining_later = false;  ///< datagrams wait for the busy flags to fall, and somebody will come back to them
     bool listen_failed = false;   ///< the program log has been told that the listener could not be opened
-    bool was_client = false;      ///< menu entries may be off that a client must not use
     std::optional<CivilTime> last_datagram;  ///< computer's time of the last group sent or heard
     std::string last_sender;                 ///< who sent the last one that was heard
 
