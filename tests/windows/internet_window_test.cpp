@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -107,7 +109,9 @@ TEST_F(InternetDialogWindow, masks_passwords_and_keeps_them_in_UTF8) {
     EXPECT_EQ(line.text(), QString::fromUtf8("p\xC3\xA4ss"));
     find<QToolButton>("show_txtFTPPass").click();
     EXPECT_EQ(line.echoMode(), QLineEdit::Normal);
-    type("txtFTPPass", QString::fromUtf8("\xC3\xBC\xE2\x82\xAC"));
+    line.clear();
+    QKeyEvent letters(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString::fromUtf8("\xC3\xBC\xE2\x82\xAC"));
+    QApplication::sendEvent(&line, &letters);
     find<QPushButton>("Command1").click();
     EXPECT_EQ(accepted.value().FTPPass, "\xC3\xBC\xE2\x82\xAC");
 }
