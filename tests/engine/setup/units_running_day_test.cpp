@@ -2,23 +2,26 @@
 
 #include "engine/setup/units_dialog.h"
 #include "tests/engine/records/weather_days.h"
+#include "tests/world/started_world.h"
 
 namespace nimbry {
 namespace {
 
 using test::at;
 using test::WeatherDays;
+using test::World;
 
-/// A day that is logged every minute, with an almanac of earlier days, graphs, and records of today and yesterday; at
-/// 14:10 somebody turns to US units.
+/// Ten minutes of a day that is logged every minute, with an almanac of earlier days, graphs, and records of today and
+/// yesterday; then somebody turns to US units.
 class UnitsInARunningDay : public testing::Test {
 protected:
-    UnitsInARunningDay() : days(at(10, 5, 14, 0), "fwrtlog=True\r\nLogMin=1\r\n") {
-        days.world.files.put("nimbrYDay.log", yesterday());
-        days.world.files.put("nbextreme.log", almanac);
-        days.start();
-        days.trains(at(10, 5, 14, 0), at(10, 5, 14, 5), warm());
-        days.trains(at(10, 5, 14, 5, 10), at(10, 5, 14, 10));
+    UnitsInARunningDay() : world(at(10, 5, 14, 0)) {
+        world.files.put("Nimbry.ini", test::main_section("fwrtlog=True\r\nLogMin=1\r\n"));
+        world.files.put("nimbrYDay.log", yesterday());
+        world.files.put("nbextreme.log", almanac);
+        world.start();
+        world.send_trains(30, warm());
+        world.send_trains(31);
     }
     static StationReadings warm() {
         StationReadings readings;
@@ -36,36 +39,36 @@ protected:
     }
     /// The accept button with every unit turned, as the window does it.
     void turn_to_us_units() {
-        UnitsDialog dialog = units_dialog(days.world.state().settings);
+        UnitsDialog dialog = units_dialog(world.state().settings);
         dialog.optTempC = dialog.optBarmb = dialog.optRainmm = dialog.optWindkph = false;
         dialog.optTempF = dialog.optBarinhg = dialog.optRainin = dialog.optWindmph = true;
-        days.world.act([&] { accept_units(days.world.copy(), dialog); });
+        world.act([&] { accept_units(world.copy(), dialog); });
     }
-    std::vector<std::string> log() { return days.world.lines("nimbry.dat"); }
+    std::vector<std::string> log() { return world.lines("nimbry.dat"); }
 
     static constexpr const char* almanac = "a heading\r\n04 Oct 2026, a row\r\n";
-    WeatherDays days;
+    World world;
 };
 
 TEST_F(UnitsInARunningDay, WarnsOfTheLogAndOfTheAlmanac) {
-    EXPECT_EQ(units_warnings(days.world.copy()).size(), 2U);
+    EXPECT_EQ(units_warnings(world.copy()).size(), 2U);
 }
 
 TEST_F(UnitsInARunningDay, KeepsEveryRecordAndShowsItAfreshWithTheNextTrain) {
-    WeatherState& state = days.world.state();
+    WeatherState& state = world.state();
     ASSERT_EQ(state.records.day.maxtemp, 18.0F);
     ASSERT_EQ(state.panel.TxtYTempMax.text,
               "+12.3 \xB0"
               "C at 14:05");
     ASSERT_GE(state.graphs.rows.windsamples(), 8);
-    ASSERT_TRUE(days.world.files.exists("grafdata.dat"));
+    ASSERT_TRUE(world.files.exists("grafdata.dat"));
     const std::size_t rows_before = log().size();
     ASSERT_GE(rows_before, 8U);
 
     turn_to_us_units();
     EXPECT_TRUE(state.records.unitschanged);
     EXPECT_EQ(log().size(), rows_before) << "the cycle does it, not the click";
-    days.train(at(10, 5, 14, 10, 10));
+    world.send_trains(1);
 
     EXPECT_FALSE(state.records.unitschanged);
     EXPECT_EQ(state.records.day.maxtemp, 18.0F) << "records are metric";
@@ -87,7 +90,7 @@ TEST_F(UnitsInARunningDay, KeepsEveryRecordAndShowsItAfreshWithTheNextTrain) {
 
 TEST_F(UnitsInARunningDay, TheLogGetsASecondLineOfUnitsAndGoesOnInThem) {
     turn_to_us_units();
-    days.trains(at(10, 5, 14, 10, 10), at(10, 5, 14, 12));
+    world.send_trains(12);
     std::vector<std::string> units;
     std::string last_row;
     for (const std::string& line : log()) {
@@ -108,31 +111,31 @@ TEST_F(UnitsInARunningDay, TheLogGetsASecondLineOfUnitsAndGoesOnInThem) {
 
 TEST_F(UnitsInARunningDay, TheGraphsStartAfreshAndTheAlmanacStaysAsItIs) {
     turn_to_us_units();
-    days.train(at(10, 5, 14, 10, 10));
-    const WeatherState& state = days.world.state();
+    world.send_trains(1);
+    const WeatherState& state = world.state();
     EXPECT_EQ(state.graphs.rows.windsamples(), 0);
-    EXPECT_FALSE(days.world.files.exists("grafdata.dat"));
+    EXPECT_FALSE(world.files.exists("grafdata.dat"));
     EXPECT_EQ(state.panel.gLabel12.text,
               "Temperature \xB0"
               "F");
-    days.trains(at(10, 5, 14, 10, 20), at(10, 5, 14, 13));
+    world.send_trains(18);
     EXPECT_EQ(state.graphs.rows.windsamples(), 3) << "a sample a minute again";
-    EXPECT_TRUE(days.world.files.exists("grafdata.dat"));
-    EXPECT_EQ(days.world.files.contents("nbextreme.log"), almanac);
+    EXPECT_TRUE(world.files.exists("grafdata.dat"));
+    EXPECT_EQ(world.files.contents("nbextreme.log"), almanac);
 }
 
 TEST_F(UnitsInARunningDay, ARestartShowsTheSameDayInTheNewUnits) {
     turn_to_us_units();
-    days.trains(at(10, 5, 14, 10, 10), at(10, 5, 14, 11));
-    days.world.act([&] { days.world.engine.menu_exit(); });
-    ASSERT_TRUE(days.world.engine.gone());
+    world.send_trains(6);
+    world.act([&] { world.engine.menu_exit(); });
+    ASSERT_TRUE(world.engine.gone());
 
     WeatherDays later(at(10, 5, 14, 12));
-    later.inherit(days.world);
+    later.inherit(world);
     later.start();
     later.trains(at(10, 5, 14, 12), at(10, 5, 14, 12, 20));
     const MainPanel& panel = later.world.panel();
-    EXPECT_EQ(panel.TxtTempMax.text, days.world.panel().TxtTempMax.text);
+    EXPECT_EQ(panel.TxtTempMax.text, world.panel().TxtTempMax.text);
     EXPECT_EQ(panel.TxtYTempMax.text,
               "+54.1 \xB0"
               "F at 14:05");
