@@ -443,15 +443,18 @@ TEST(ClientSync, TheLimitIsThatOfTheLastFailure) {
 TEST(ClientSync, ALateAnswerDoesNotEndTheNextRequest) {
     Client client;
     client.answers.erase("cmdRequestTdayFile,");
+    int asked = 0;
     client.on_request = [&](const std::string& words) {
-        // The answer to the last attempt comes in the pause before the next file's request.
-        if (words == "cmdRequestTdayFile,") {
+        // The answer comes in the pause before the next attempt.
+        if (words == "cmdRequestTdayFile," && ++asked < 4) {
             client.pauses.pause(10'050ms);
             client.server->say("cmdInvalidFile,");
         }
     };
     client.synchronise_whole();
     EXPECT_EQ(client.count_said("cmdRequestTdayFile,"), 4);
+    // Four times 10 s of silence, none cut short by the answer to the attempt before.
+    EXPECT_GE(client.server->left_at() - client.begun, 40s);
     EXPECT_EQ(client.files.contents("nimbrYDay.log"), "yesterday");
 }
 
@@ -630,6 +633,7 @@ TEST(ClientSync, TheFirstCycleClosesTheWindow) {
 TEST(ClientSync, GroupsThatQueueUpMeanwhileAreThrownAway) {
     Client client;
     client.begin();
+    client.run_for(50ms);
     for (int n = 0; n < 5; ++n) {
         client.send_datagram(write_train({}));
         client.run_for(100ms);
