@@ -34,6 +34,12 @@ struct Put {
 struct Quit {};
 using FtpStep = std::variant<Connect, Put, Quit>;
 
+/// libcurl before 8.0 sends a file of an active connection in the clear although TLS was asked for.
+bool active_tls_is_in_the_clear() {
+    constexpr unsigned first_good = 0x080000;
+    return curl_version_info(CURLVERSION_NOW)->version_num < first_good;
+}
+
 /// The thread's side of a session.
 class FtpWork {
 public:
@@ -83,6 +89,8 @@ private:
     }
 
     FtpEnd take(const Put& put) {
+        if (server_.active && server_.encryption != Encryption::none && active_tls_is_in_the_clear())
+            return {.fault = no_active_tls};
         const std::unique_ptr<std::FILE, FileClose> file(std::fopen(put.local.c_str(), "rbe"));
         if (file == nullptr) return {.fault = curl_easy_strerror(CURLE_READ_ERROR)};
         curl_.set(CURLOPT_URL, file_url(server_, put.remote));

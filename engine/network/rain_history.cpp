@@ -6,7 +6,7 @@
 
 #include "engine/core/run_time_error.h"
 #include "engine/derived/number_text.h"
-#include "engine/network/text_lines.h"
+#include "engine/derived/text_lines.h"
 
 namespace nimbry {
 

@@ -3,8 +3,8 @@
 #include <array>
 
 #include "engine/core/run_time_error.h"
+#include "engine/derived/text_lines.h"
 #include "engine/derived/units.h"
-#include "engine/network/text_lines.h"
 
 namespace nimbry {
 

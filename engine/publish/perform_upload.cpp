@@ -8,6 +8,7 @@
 
 #include "engine/core/run_time_error.h"
 #include "engine/derived/number_text.h"
+#include "engine/derived/text_lines.h"
 #include "engine/publish/ftp_debug.h"
 #include "engine/publish/ftp_status_text.h"
 #include "engine/publish/ftp_watchdog.h"
@@ -35,11 +36,11 @@ Encryption encryption_of(const std::string& setting) {
     return word == "implicit" ? Encryption::implicit_tls : Encryption::none;
 }
 
-/// The pieces of a text between `separator`s, trimmed, without the empty ones.
-std::vector<std::string> pieces(std::string_view text, char separator) {
+/// The pieces of a text between commas, trimmed, without the empty ones.
+std::vector<std::string> pieces(std::string_view text) {
     std::vector<std::string> list;
     while (!text.empty()) {
-        const std::size_t end = std::min(text.find(separator), text.size());
+        const std::size_t end = std::min(text.find(','), text.size());
         if (std::string piece = trimmed(text.substr(0, end)); !piece.empty()) list.push_back(std::move(piece));
         text.remove_prefix(std::min(end + 1, text.size()));
     }
@@ -137,7 +138,7 @@ private:
         // Kept on purpose: counted from 0, so the first upload has none of them; with 3 it is the second, fifth,
         // eighth.
         if (uploads > std::max(whole_number(settings_.UploadCount), 1)) uploads = 1;
-        if (uploads == 1 && !send_all(pieces(settings_.Additional_Files, ','))) return false;
+        if (uploads == 1 && !send_all(pieces(settings_.Additional_Files))) return false;
         ++uploads;
         return true;
     }
@@ -147,7 +148,10 @@ private:
         const std::string name = UserFiles(files).find(list_file);
         std::string list;
         if (name.empty() || files.read(name, list) != FileResult::ok) return true;
-        if (!send_all(pieces(list, '\n'))) return false;
+        std::vector<std::string> lines;
+        for (std::string_view rest = list; !rest.empty();)
+            if (std::string line = trimmed(take_line(rest)); !line.empty()) lines.push_back(std::move(line));
+        if (!send_all(lines)) return false;
         require(files.remove(name));
         return true;
     }

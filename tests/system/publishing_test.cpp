@@ -88,7 +88,7 @@ TEST_F(PublishingTest, AReportReachesItsServerWithItsBlanksEscapedAndNothingElse
 TEST_F(PublishingTest, NobodyAtTheHostIsToldAsAServerNotFound) {
     start("WUuser=KTEST1\r\nWUpass=p\r\nWUhost=127.0.0.1:1\r\n");
     EXPECT_EQ(force("weather"), exited(1));
-    EXPECT_EQ(told, "nimbryctl: Weather Underground Server not found\n");
+    EXPECT_EQ(told, "Weather Underground Server not found\n");
     EXPECT_EQ(copy->logged(" Weather Underground upload Weather Underground Server not found"), 1);
 }
 

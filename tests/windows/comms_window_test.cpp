@@ -267,12 +267,12 @@ TEST_F(CommsDialogWindow, AChangeoverAndAMailLockIt) {
     window->refresh();
     EXPECT_EQ(window->windowTitle(), "Nimbry Setup");
     EXPECT_TRUE(window->isEnabled());
-    {
-        const auto mail = state.publish.emailbusy.try_hold();
-        window->refresh();
-        EXPECT_EQ(window->windowTitle(), "Temporarily Locked");
-        EXPECT_FALSE(window->isEnabled());
-    }
+    state.setup.Form2.open = true;
+    lock_setup_windows(state.setup);
+    window->refresh();
+    EXPECT_EQ(window->windowTitle(), "Temporarily Locked");
+    EXPECT_FALSE(window->isEnabled());
+    unlock_setup_windows(state.setup);
     window->refresh();
     EXPECT_EQ(window->windowTitle(), "Nimbry Setup");
     EXPECT_TRUE(window->isEnabled());

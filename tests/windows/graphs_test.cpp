@@ -265,8 +265,9 @@ TEST_F(Graphs, SeriesDifferInDash) {
 }
 
 TEST_F(Graphs, ADashGoesOnThroughAWholeSeries) {
-    // A level dew point at the top of the axis: 5 parts of line and 2.5 of gap, so two thirds of it are painted.
-    for (int r = 1; r <= pmm1; ++r) state.graphs.rows.row(r).set_gdata(series::dew_point, 30);
+    // A level dew point of the greatest value, so at the top of the axis: 5 parts of line and 2.5 of gap, so two thirds
+    // of it are painted.
+    for (int r = 1; r <= pmm1; ++r) state.graphs.rows.row(r).set_gdata(series::dew_point, 60);
     drawgraph(state);
     form->refresh();
     const QImage picture = pane(0)->grab().toImage();

@@ -77,7 +77,8 @@ TEST_F(Apply, InternetStartsTheScheduleOfTheUploads) {
     }
     EXPECT_EQ(ask({"apply", "internet"}), VerbStatus::done) << complaint();
     EXPECT_TRUE(world.state().publish.NimbryFTPSetup.ChkEnableFTP);
-    EXPECT_TRUE(world.copy().timers.running(TimerId::TimerFTP));
+    world.send_trains(1);
+    EXPECT_TRUE(world.copy().timers.running(TimerId::TimerFTP)) << "with the next train";
 }
 
 TEST_F(Apply, InternetIsRefusedInTheDialogsWords) {

@@ -39,7 +39,7 @@ TEST(MenuExit, ClicksSavesLogsAndClosesInThisOrder) {
     world.journal.clear();
     world.act([&] { world.engine.menu_exit(); });
     EXPECT_THAT(world.journal.lines(),
-                ElementsAre("sound click.WAV", "append nbyprog.log", "line close", "socket close"));
+                ElementsAre("sound click.WAV", "append nbyprog.log", "line close", "socket close", "listener closed"));
 }
 
 TEST(MenuExit, StopsTheTimersAndWakesNoMore) {

@@ -229,6 +229,7 @@ TEST(SyncServer, WritesTheRainOfTheLastHourAfreshForEachRequest) {
 TEST(SyncServer, SavesTodaysExtremesBeforeItSendsThem) {
     Server server;
     server.send_trains(3);
+    server.state().havegrafdata = true;
     server.files.remove("nimbrTDay.log");
     const ScriptedPeerPtr client = server.connect();
     server.answers(client, "cmdRequestTdayFile,");
