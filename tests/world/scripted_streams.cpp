@@ -32,7 +32,7 @@ public:
         peer.sent_.push_back({peer.streams_->clock_.monotonic(), std::string(bytes)});
         if (peer.stalls_) peer.unsent_ += bytes.size();
         if (peer.answer_) {
-            peer.streams_->pauses_.after(0s, [to = peer_, text = std::string(bytes)] { to->answer_(text); });
+            peer.streams_->pauses_.after(0s, [to = peer_, text = std::string(bytes)] { to->answer_(*to, text); });
         }
         return std::nullopt;
     }

@@ -27,8 +27,9 @@ public:
     [[nodiscard]] const std::vector<Sent>& sent() const { return sent_; }
     /// The same as one text.
     [[nodiscard]] std::string heard() const;
-    /// Called with the bytes of each send, in a conversation of its own: it may wait, and answer.
-    void on_heard(std::function<void(const std::string&)> answer) { answer_ = std::move(answer); }
+    using Answer = std::function<void(ScriptedPeer&, const std::string&)>;
+    /// Called with this peer and the bytes of each send, in a conversation of its own: it may wait, and answer.
+    void on_heard(Answer answer) { answer_ = std::move(answer); }
 
     /// Bytes reach the copy now.
     void say(const std::string& bytes);
@@ -55,7 +56,7 @@ private:
     std::size_t unsent_ = 0;
     std::string to_copy_;
     std::optional<SendFault> broken_;
-    std::function<void(const std::string&)> answer_;
+    Answer answer_;
     bool stalls_ = false;
     bool left_ = false;
     Instant left_at_{};

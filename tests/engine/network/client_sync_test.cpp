@@ -59,7 +59,7 @@ struct Client : World {
         start();
         streams.answer(server_address, 60131, [this](const ScriptedPeerPtr& peer) {
             server = peer;
-            peer->on_heard([this](const std::string& words) { answer(words); });
+            peer->on_heard([this](ScriptedPeer&, const std::string& words) { answer(words); });
             if (!greeting.empty()) peer->say(greeting);
         });
     }

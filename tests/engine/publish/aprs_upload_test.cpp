@@ -36,8 +36,8 @@ protected:
         world.streams.answer(host, port, [this, answer](const ScriptedPeerPtr& peer) {
             server = peer;
             peer->say("# aprsc 2.1\r\n");
-            peer->on_heard([peer = peer.get(), answer](const std::string& line) {
-                if (line.starts_with("user ")) peer->say(answer);
+            peer->on_heard([answer](ScriptedPeer& end, const std::string& line) {
+                if (line.starts_with("user ")) end.say(answer);
             });
         });
     }
@@ -100,11 +100,11 @@ TEST_F(AprsUpload, WhatTheServerSaidBeforeTheLoginIsNoAnswerToIt) {
 TEST_F(AprsUpload, TheAnswerMayComeInPieces) {
     world.streams.answer("first.net", 14580, [this](const ScriptedPeerPtr& peer) {
         server = peer;
-        peer->on_heard([this, peer = peer.get()](const std::string& line) {
+        peer->on_heard([this](ScriptedPeer& end, const std::string& line) {
             if (!line.starts_with("user ")) return;
-            peer->say("# logresp N0");
+            end.say("# logresp N0");
             world.pauses.pause(3s);
-            peer->say("CALL verified");
+            end.say("CALL verified");
         });
     });
     aprsupload(world.copy);
@@ -214,9 +214,9 @@ TEST_F(AprsUpload, WaitsWhileTheSmallFilesAreWritten) {
 TEST_F(AprsUpload, AServerThatLeavesBeforeThePacketIsNoSuccessForTheStatus) {
     world.streams.answer("first.net", 14580, [this](const ScriptedPeerPtr& peer) {
         server = peer;
-        peer->on_heard([peer = peer.get()](const std::string&) {
-            peer->say("N0CALL");
-            peer->close();
+        peer->on_heard([](ScriptedPeer& end, const std::string&) {
+            end.say("N0CALL");
+            end.close();
         });
     });
     aprsupload(world.copy);

@@ -36,7 +36,7 @@ TEST_F(ScriptedStreamsTest, AnAnswererGreetsAndAnswers) {
         [&](const ScriptedPeerPtr& peer) {
             server = peer;
             peer->say("hello");
-            peer->on_heard([peer](const std::string& text) { peer->say("<" + text + ">"); });
+            peer->on_heard([](ScriptedPeer& end, const std::string& text) { end.say("<" + text + ">"); });
         },
         3s);
     const auto stream = streams.connect("10.0.0.1", 23, "");
