@@ -1,12 +1,19 @@
 #include "platform/qt_datagrams.h"
 
 #include <QHostAddress>
-#include <QNetworkDatagram>
 #include <QNetworkProxy>
 #include <cerrno>
 #include <system_error>
+#include <utility>
 
 namespace nimbry::platform {
+
+namespace {
+
+// Far more than any group has. Of a longer datagram this much is taken, which is still too long to be one.
+constexpr std::size_t longest_datagram = 2048;
+
+}  // namespace
 
 QtDatagrams::QtDatagrams() {
     socket_.setProxy(QNetworkProxy::NoProxy);  // looking for one would start a helper thread
@@ -45,10 +52,15 @@ bool QtDatagrams::is_open() const {
 
 std::optional<Datagram> QtDatagrams::receive() {
     if (!is_open()) return std::nullopt;
-    const QNetworkDatagram datagram = socket_.receiveDatagram();
-    if (!datagram.isValid()) return std::nullopt;
-    const QByteArray bytes = datagram.data();
-    return Datagram{Bytes(bytes.begin(), bytes.end()), datagram.senderAddress().toString().toStdString()};
+    Bytes bytes(longest_datagram);
+    QHostAddress sender;
+    // Not receiveDatagram(): where nothing has come it returns without a look at the socket, and Qt, which counts on that
+    // look after each readyRead(), never tells of another datagram.
+    const qint64 size =
+        socket_.readDatagram(reinterpret_cast<char*>(bytes.data()), static_cast<qint64>(bytes.size()), &sender);
+    if (size < 0) return std::nullopt;
+    bytes.resize(static_cast<std::size_t>(size));
+    return Datagram{std::move(bytes), sender.toString().toStdString()};
 }
 
 std::optional<SendFault> QtDatagrams::send(const std::string& host, std::uint16_t remote_port, const Bytes& bytes) {

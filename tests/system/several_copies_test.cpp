@@ -86,6 +86,7 @@ struct Member {
         }
         boxes.erase("txtStarted");
         boxes.erase("txtRunning");
+        boxes.erase("txtAmtLastRain");  // a copy that found no file of the day shows it without its unit
         return boxes;
     }
 
