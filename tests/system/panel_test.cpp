@@ -165,15 +165,18 @@ TEST_F(NimbryctlTest, ThePanelFitsItsTerminalAndFollowsItsSize) {
     ASSERT_TRUE(eventually([&] { return ends_with_the_note(ordinary); })) << ordinary.screen();
     EXPECT_EQ(ordinary.scrolled(), 0);
     ASSERT_EQ(ordinary.rows().size(), 23U) << "the cursor is below";
-    EXPECT_NE(ordinary.rows()[0].find("Program Starting"), std::string::npos);
+    const std::string head = ordinary.rows()[0];
+    EXPECT_TRUE(head.find("Program Starting") != std::string::npos || head.find("Current Conditions") != std::string::npos)
+        << head << ": which of them depends on whether a minute has ended";
     EXPECT_TRUE(ordinary.rows()[2].starts_with(" Outdoor Temp.     +12.3 °C"));
     EXPECT_TRUE(ordinary.rows()[21].starts_with(" Barometer Minimum"));
 
     window.resize(200, 60);
     panel.signal(SIGWINCH);
     Terminal large(200, 60);
-    ASSERT_TRUE(eventually([&] { return ends_with_the_note(large); })) << large.screen();
-    EXPECT_EQ(large.screen(), ask_copy({"panel", "--once"}).out + note + '\n');
+    EXPECT_TRUE(eventually([&] {
+        return ends_with_the_note(large) && large.screen() == ask_copy({"panel", "--once"}).out + note + '\n';
+    })) << large.screen();
 
     window.resize(20, 8);
     panel.signal(SIGWINCH);
