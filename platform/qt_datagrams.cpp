@@ -54,8 +54,8 @@ std::optional<Datagram> QtDatagrams::receive() {
     if (!is_open()) return std::nullopt;
     Bytes bytes(longest_datagram);
     QHostAddress sender;
-    // Not receiveDatagram(): where nothing has come it returns without a look at the socket, and Qt, which counts on that
-    // look after each readyRead(), never tells of another datagram.
+    // Not receiveDatagram(): where nothing has come it returns without a look at the socket, and Qt, which counts on
+    // that look after each readyRead(), never tells of another datagram.
     const qint64 size =
         socket_.readDatagram(reinterpret_cast<char*>(bytes.data()), static_cast<qint64>(bytes.size()), &sender);
     if (size < 0) return std::nullopt;

@@ -166,7 +166,8 @@ TEST_F(NimbryctlTest, ThePanelFitsItsTerminalAndFollowsItsSize) {
     EXPECT_EQ(ordinary.scrolled(), 0);
     ASSERT_EQ(ordinary.rows().size(), 23U) << "the cursor is below";
     const std::string head = ordinary.rows()[0];
-    EXPECT_TRUE(head.find("Program Starting") != std::string::npos || head.find("Current Conditions") != std::string::npos)
+    EXPECT_TRUE(head.find("Program Starting") != std::string::npos ||
+                head.find("Current Conditions") != std::string::npos)
         << head << ": which of them depends on whether a minute has ended";
     EXPECT_TRUE(ordinary.rows()[2].starts_with(" Outdoor Temp.     +12.3 °C"));
     EXPECT_TRUE(ordinary.rows()[21].starts_with(" Barometer Minimum"));

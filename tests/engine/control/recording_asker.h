@@ -19,7 +19,7 @@ public:
     std::string out;
     std::vector<std::string> complaints;
     std::vector<std::vector<std::string>> screens;  ///< each in its layouts
-    bool there = true;  ///< false: the asker has gone
+    bool there = true;                              ///< false: the asker has gone
 };
 
 }  // namespace nimbry::test

@@ -219,7 +219,8 @@ TEST_F(GraphVerb, refuses_what_is_not_its_own) {
     };
     for (const auto& arguments : cases) {
         EXPECT_EQ(ask(arguments), VerbStatus::bad_usage) << arguments.back();
-        EXPECT_THAT(asker.complaints, ElementsAre(HasSubstr("graph temperature|humidity|wind|barometer|rain|direction [--svg FILE")));
+        EXPECT_THAT(asker.complaints,
+                    ElementsAre(HasSubstr("graph temperature|humidity|wind|barometer|rain|direction [--svg FILE")));
     }
 }
 
