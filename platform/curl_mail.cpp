@@ -4,7 +4,6 @@
 #include <QSysInfo>
 #include <QUuid>
 #include <algorithm>
-#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <utility>
@@ -46,8 +45,7 @@ struct Unsent {
 
 std::size_t read(char* buffer, std::size_t size, std::size_t count, void* unsent) {
     Unsent& rest = *static_cast<Unsent*>(unsent);
-    const std::size_t bytes = std::min(size * count, rest.message.size() - rest.at);
-    std::memcpy(buffer, rest.message.data() + rest.at, bytes);
+    const std::size_t bytes = rest.message.copy(buffer, size * count, rest.at);
     rest.at += bytes;
     return bytes;
 }

@@ -126,6 +126,7 @@ std::vector<DialogControl> dialog_controls(InternetDialog& dialog) {
 
 std::vector<InternetPassword> internet_passwords() {
     std::vector<InternetPassword> passwords;
+    passwords.reserve(std::size(password_rows));
     for (const PasswordRow& row : password_rows) passwords.push_back(row.password);
     return passwords;
 }

@@ -86,7 +86,9 @@ void take_devices(Copy& copy, const D& dialog) {
 /// Holds received data off while the line and the sockets change under it.
 class DataHeldOff {
 public:
-    explicit DataHeldOff(bool& initflag) : initflag_(initflag) { initflag_ = true; }
+    explicit DataHeldOff(bool& initflag) : initflag_(initflag) {
+        initflag_ = true;  // NOLINT(cppcoreguidelines-prefer-member-initializer): the flag it refers to, not the member
+    }
     ~DataHeldOff() { initflag_ = false; }
     DataHeldOff(const DataHeldOff&) = delete;
     DataHeldOff& operator=(const DataHeldOff&) = delete;

@@ -74,6 +74,7 @@ bool archived_lately(const Copy& copy) {
 
 std::vector<DialogControl> dialog_controls(UnitsDialog& dialog) {
     std::vector<DialogControl> controls;
+    controls.reserve(std::size(unit_options) + 3);
     for (const UnitOption& unit : unit_options) controls.push_back({unit.control, &(dialog.*unit.option)});
     controls.push_back({"OptFirst", &dialog.OptFirst});
     controls.push_back({"OptLast", &dialog.OptLast});
