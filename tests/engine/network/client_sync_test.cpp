@@ -23,7 +23,6 @@ using namespace std::chrono_literals;
 using testing::AllOf;
 using testing::Contains;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
