@@ -9,7 +9,7 @@ packages_build=(
 )
 packages_check=(
     clang-14 libclang-rt-14-dev clang-tidy-14 clang-format-14
-    python3 python3-ephem faketime libfaketime git iproute2
+    python3 python3-ephem locales faketime libfaketime git iproute2
     openssl vsftpd python3-pyftpdlib python3-aiosmtpd
 )
 

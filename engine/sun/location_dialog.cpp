@@ -1,8 +1,8 @@
 #include "engine/sun/location_dialog.h"
 
 #include <array>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
 
 #include "engine/derived/number_text.h"
 #include "engine/publish/publishing.h"
@@ -75,11 +75,11 @@ double rounded_up(double value, int digits) {
     return std::floor(value * scale + 0.5) / scale;
 }
 
-/// "33.857100".
+/// "33.857100", also where the system writes a comma.
 std::string six_decimals(double degrees) {
     std::array<char, 32> text{};
-    const int length = std::snprintf(text.data(), text.size(), "%.6f", degrees);
-    return {text.data(), static_cast<std::size_t>(length)};
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), degrees, std::chars_format::fixed, 6).ptr;
+    return {text.data(), static_cast<std::size_t>(end - text.data())};
 }
 
 std::optional<LocationRefusal> read_box(const std::string& text, std::string_view name, double most,

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
+#include <cstdlib>
+
+#include "tests/support/temporary_folder.h"
 #include "tests/world/bare_copy.h"
 
 namespace nimbry {
@@ -47,6 +51,35 @@ TEST(LocationDialog, zero_never_has_a_sign) {
     dialog.Check1 = true;
     dialog.Check2 = false;
     EXPECT_EQ(outcome(dialog), "0.000000 0.000000") << "a latitude of 0 is a place, not a missing one";
+}
+
+/// A system that writes its numbers with a comma, as the programs' Qt turns it on where a user has one.
+class SystemWithComma {
+public:
+    SystemWithComma() {
+        const std::string make = "localedef -i de_DE -f UTF-8 " + folder_.path("comma") + " >/dev/null 2>&1";
+        is_there_ = std::system(make.c_str()) == 0 && setenv("LOCPATH", folder_.path().c_str(), 1) == 0 &&
+                    std::setlocale(LC_ALL, "comma") != nullptr;
+    }
+    ~SystemWithComma() {
+        std::setlocale(LC_ALL, "C");
+        unsetenv("LOCPATH");
+    }
+    SystemWithComma(const SystemWithComma&) = delete;
+    SystemWithComma& operator=(const SystemWithComma&) = delete;
+    [[nodiscard]] bool is_there() const { return is_there_; }
+
+private:
+    platform::test::TemporaryFolder folder_;
+    bool is_there_ = false;
+};
+
+TEST(LocationDialog, a_point_is_stored_where_the_system_writes_a_comma) {
+    const SystemWithComma system;
+    if (!system.is_there()) GTEST_SKIP() << "the package locales is not installed";
+    LocationDialog dialog = decimal("0.25", "151.2149");
+    dialog.Check1 = true;
+    EXPECT_EQ(outcome(dialog), "-0.250000 151.214900");
 }
 
 TEST(LocationDialog, degrees_minutes_and_seconds_make_decimal_degrees) {
