@@ -5,7 +5,9 @@
 
 #include "engine/core/initprog.h"
 #include "engine/core/serial_port.h"
+#include "engine/core/switches.h"
 #include "engine/derived/number_text.h"
+#include "engine/network/client_address.h"
 #include "engine/network/start_network.h"
 
 namespace nimbry {
@@ -36,12 +38,6 @@ constexpr std::array<std::string_view, 8> not_in_a_client{"Check1", "Check3", "T
 constexpr const char* no_network = "Networking does not appear to be installed on this machine.";
 constexpr std::size_t longest_device = 255;
 
-bool is_number_to(std::string_view digits, int most) {
-    return !digits.empty() && digits.size() <= 3 &&
-           std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; }) &&
-           whole_number(digits) <= most;
-}
-
 std::optional<MessageBox> refusal(std::string text) {
     return MessageBox{.text = std::move(text)};
 }
@@ -50,7 +46,8 @@ std::optional<MessageBox> refusal(std::string text) {
 bool minutes_can_be_taken(const D& dialog, const MainSettings& settings) {
     const std::string minutes = trimmed(dialog.TxtLogMins);
     if (minutes == numtext(settings.LogMin)) return true;
-    return is_number_to(minutes, most_log_minutes) && whole_number(minutes) >= least_log_minutes;
+    const bool is_number = minutes.find_first_not_of("0123456789") == std::string::npos;
+    return is_number && whole_number(minutes) >= least_log_minutes && whole_number(minutes) <= most_log_minutes;
 }
 
 bool device_can_be_taken(const std::string& device) {
@@ -141,21 +138,11 @@ std::optional<MessageBox> ticked_role(const Datagrams& datasock, bool& role) {
     return refusal(no_network);
 }
 
-bool is_address(std::string_view text) {
-    const std::string address = trimmed(text);
-    int parts = 0;
-    for (std::size_t from = 0; from <= address.size(); ++parts) {
-        const std::size_t point = std::min(address.find('.', from), address.size());
-        if (parts == 4 || !is_number_to(std::string_view(address).substr(from, point - from), 255)) return false;
-        from = point + 1;
-    }
-    return parts == 4;
-}
-
 std::optional<MessageBox> add_address(CommsDialog& dialog) {
     const std::string address = trimmed(dialog.txtIP);
     dialog.txtIP.clear();
-    if (!is_address(address)) return refusal("The IP address appears to be invalid.\r\nUse the format nnn.nnn.nnn.nnn");
+    if (!dotted_address(address))
+        return refusal("The IP address appears to be invalid.\r\nUse the format nnn.nnn.nnn.nnn");
     if (dialog.IPList.size() >= most_clients) return refusal("The address list is full.");
     dialog.IPList.push_back(address);
     return {};
@@ -178,6 +165,11 @@ std::optional<MessageBox> unfit_comms(const Copy& copy, CommsDialog& dialog) {
     if (!minutes_can_be_taken(dialog, copy.state.settings))
         return refusal("The minutes of the data log need to be between 1 and 99.");
     return {};
+}
+
+std::optional<MessageBox> press_command1(Copy& copy, CommsDialog& dialog) {
+    copy.ports.sounds.play(std::string(click_sound));
+    return unfit_comms(copy, dialog);
 }
 
 void accept_comms(Copy& copy, const CommsDialog& dialog) {

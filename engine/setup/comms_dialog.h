@@ -41,11 +41,8 @@ inline constexpr int most_log_minutes = 99;  ///< for the dialog; a file may hav
 /// A role has been ticked. On a machine without a network it is unticked again, and the box says why.
 [[nodiscard]] std::optional<MessageBox> ticked_role(const Datagrams& datasock, bool& role);
 
-/// True for four numbers from 0 to 255 with points between them, each of one to three digits and nothing else.
-[[nodiscard]] bool is_address(std::string_view text);
-
-/// `Command2`: puts `txtIP`, trimmed, at the end of the list; the box says why it is not taken. The field is empty
-/// afterwards in either case.
+/// `Command2`: puts `txtIP`, trimmed, at the end of the list; the box says why it is not taken: it is no address
+/// (dotted_address(), network/client_address.h), or the list is full. The field is empty afterwards in either case.
 [[nodiscard]] std::optional<MessageBox> add_address(CommsDialog& dialog);
 
 /// `Command3`: takes the entry of this index, from 0, out of the list; -1 is no entry.
@@ -54,6 +51,10 @@ void remove_address(CommsDialog& dialog, int selected);
 /// What the accept button finds wrong, in this order: a role without a network, which is unticked; a server without an
 /// address; a device name or minutes that cannot be stored. Nothing: the dialog can be accepted.
 [[nodiscard]] std::optional<MessageBox> unfit_comms(const Copy& copy, CommsDialog& dialog);
+
+/// A person presses the accept button, `Command1`: the click, then what unfit_comms() finds. Nothing: accept_comms()
+/// comes next.
+[[nodiscard]] std::optional<MessageBox> press_command1(Copy& copy, CommsDialog& dialog);
 
 /// The accept button, for a dialog that is fit: takes the values over, writes section `Main` and the devices that have
 /// changed, and applies them. In the first run the start goes on with what was written, and applies it. May wait.

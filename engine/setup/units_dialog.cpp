@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "engine/core/switches.h"
 #include "engine/derived/number_text.h"
 #include "engine/graphs/graph_scales.h"
 #include "engine/graphs/graph_view.h"
@@ -127,6 +128,7 @@ std::optional<MessageBox> choose_rollover(const Copy& copy, UnitsDialog& dialog,
 }
 
 void accept_units(Copy& copy, const UnitsDialog& dialog) {
+    copy.ports.sounds.play(std::string(click_sound));
     MainSettings& settings = copy.state.settings;
     if (units_differ(dialog, units_dialog(in_force(copy.state)))) copy.state.records.unitschanged = true;
     for (const UnitOption& unit : unit_options) settings.*unit.key = dialog.*unit.option;

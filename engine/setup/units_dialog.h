@@ -40,8 +40,8 @@ struct UnitsDialog {
 /// last day, and another roll could overwrite or lose a month; the dialog is unchanged.
 [[nodiscard]] std::optional<MessageBox> choose_rollover(const Copy& copy, UnitsDialog& dialog, bool first_day);
 
-/// The accept button: takes the dialog's values over, marks the records for the next cycle when a unit has changed, and
-/// applies them.
+/// `Command1`, "Done": the click, then the dialog's values are taken over and applied; a unit that has changed marks
+/// the records for the next cycle.
 void accept_units(Copy& copy, const UnitsDialog& dialog);
 
 /// Applies the units, the changeover and the other settings as the state has them: writes section `Main`, and makes the

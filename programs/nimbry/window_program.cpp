@@ -197,8 +197,7 @@ private:
         actions.ticked_role = [this, tell](bool& role) { tell(ticked_role(datasock_, role)); };
         actions.add_address = [tell](CommsDialog& values) { tell(add_address(values)); };
         actions.accepted = [this, do_event, tell](CommsDialog& values) {
-            sounds_.play(std::string(click_sound));
-            if (tell(unfit_comms(copy(), values))) return false;
+            if (tell(press_command1(copy(), values))) return false;
             do_event([this, values] { accept_comms(copy(), values); });
             return true;
         };
@@ -236,7 +235,6 @@ private:
         };
         actions.closed = [this] { copy().state.setup.Units.open = false; };
         actions.accepted = [this, do_event](const UnitsDialog& values) {
-            sounds_.play(std::string(click_sound));
             do_event([this, values] { accept_units(copy(), values); });
         };
         actions.choose_rollover = [this, do_event](UnitsDialog& values, bool first_day) {

@@ -242,11 +242,26 @@ TEST(DottedAddress, IsFourDecimalNumbers) {
         const char* text;
         const char* address;  ///< "" for none
     };
-    for (const Case& row :
-         {Case{"192.168.1.2", "192.168.1.2"}, Case{" 10.0.0.1 ", "10.0.0.1"}, Case{"010.008.000.255", "10.8.0.255"},
-          Case{"255.255.255.255", "255.255.255.255"}, Case{"1.2.3", ""}, Case{"1.2.3.4.5", ""}, Case{"1.2.3.256", ""},
-          Case{"1.2.3.", ""}, Case{"1.2..4", ""}, Case{"+1.2.3.4", ""}, Case{"1e1.2.3.4", ""}, Case{"1.2.3.4444", ""},
-          Case{"1. 2.3.4", ""}, Case{"", ""}, Case{"localhost", ""}}) {
+    for (const Case& row : {Case{"192.168.1.2", "192.168.1.2"},
+                            Case{" 10.0.0.1 ", "10.0.0.1"},
+                            Case{"010.008.000.255", "10.8.0.255"},
+                            Case{"255.255.255.255", "255.255.255.255"},
+                            Case{"1.2.3", ""},
+                            Case{"1.2.3.4.5", ""},
+                            Case{"1.2.3.256", ""},
+                            Case{"1.2.3.", ""},
+                            Case{"1.2..4", ""},
+                            Case{"+1.2.3.4", ""},
+                            Case{"1e1.2.3.4", ""},
+                            Case{"1.2.3.4444", ""},
+                            Case{"1. 2.3.4", ""},
+                            Case{"", ""},
+                            Case{"localhost", ""},
+                            Case{"0.0.0.0", "0.0.0.0"},
+                            Case{".1.2.3.4", ""},
+                            Case{"1.2.3.4.", ""},
+                            Case{"1.2.3.&HF", ""},
+                            Case{"::1", ""}}) {
         SCOPED_TRACE(row.text);
         EXPECT_EQ(dotted_address(row.text).value_or(""), row.address);
     }
