@@ -132,6 +132,32 @@ TEST_F(ChangeoverChoice, the_captions_follow_and_nine_asks_in_its_own_words) {
     EXPECT_EQ(state.panel.lblRainY.tip, "Rainfall for the 24 hours prior to 9:00 am");
 }
 
+TEST_F(ChangeoverChoice, nine_begins_the_day_anew_as_midnight_does) {
+    world.act([&] { change_changeover(world.copy(), true); });
+    StationReadings readings;
+    readings.rain.total_mm = 42;
+    world.send_trains(2, readings);
+    ASSERT_NE(state.records.day.maxtemp, -999);
+    world.files.put("nimbrYDay.log", "a day");
+    world.files.put("grafdata.dat", "a day of samples");
+    world.copy().ini.SaveSetting("FTP", "EMailEn", "True");
+    state.publish.NimbryFTPSetup.ChkSendMail = true;
+    state.publish.NimbryFTPSetup.MailList = {"07:00"};
+
+    world.notices.will_answer(Answer::ok);
+    EXPECT_TRUE(choose(false));
+    EXPECT_EQ(key("Main", "tmidnight"), "False");
+    EXPECT_EQ(key("Main", "tnineam"), "True");
+    EXPECT_EQ(state.records.day.maxtemp, -999);
+    EXPECT_EQ(state.panel.TxtTempMax.text, "");
+    EXPECT_EQ(state.panel.TxtYTempMax.text, "- No data available yet -");
+    EXPECT_FALSE(world.files.exists("nimbrYDay.log"));
+    EXPECT_FALSE(world.files.exists("grafdata.dat")) << "although its question does not speak of the graphs";
+    EXPECT_FALSE(state.publish.NimbryFTPSetup.ChkSendMail);
+    EXPECT_TRUE(state.publish.NimbryFTPSetup.MailList.empty());
+    EXPECT_EQ(key("FTP", "EMailEn"), "False");
+}
+
 TEST_F(ChangeoverChoice, the_rain_of_the_new_day_counts_from_now) {
     world.notices.will_answer(Answer::ok);
     EXPECT_TRUE(choose(true));

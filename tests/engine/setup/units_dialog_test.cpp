@@ -82,6 +82,11 @@ TEST_F(Units_Dialog, each_of_the_eleven_options_is_a_unit_of_its_own) {
     EXPECT_EQ(dialog_controls(dialog).size(), 14U);
 }
 
+TEST_F(Units_Dialog, done_clicks) {
+    accept_units(world.copy, opened());
+    EXPECT_EQ(world.sounds.played, std::vector<std::string>{"click.WAV"});
+}
+
 TEST_F(Units_Dialog, applying_settings_touches_no_record) {
     settings.fWindkph = false;
     settings.fWindms = true;
@@ -176,6 +181,21 @@ TEST_F(Rollover, the_archive_in_the_local_save_folder_counts_as_well) {
     world.state.publish.NimbryFTPSetup.txtLocalPath = "/home/me/weather";
     archived("/home/me/weather/alSep26.csv", seconds{60});
     EXPECT_EQ(clicked(false), rolled_over);
+}
+
+TEST_F(Rollover, a_young_one_there_counts_beside_an_old_one_here) {
+    world.state.publish.NimbryFTPSetup.txtLocalPath = "/home/me/weather";
+    archived("alSep26.csv", std::chrono::days{40});
+    world.files.put("/home/me/weather/alSep26.csv", "rows");
+    EXPECT_EQ(clicked(false), rolled_over);
+}
+
+TEST_F(Rollover, the_month_is_that_of_two_days_before) {
+    archived("alSep26.csv", seconds{60});
+    world.state.readings.dtvar = local_days{std::chrono::October / 3 / 2026} - seconds{1};
+    EXPECT_EQ(clicked(false), rolled_over) << "two days before the last second of the 2nd is September";
+    world.state.readings.dtvar = local_days{std::chrono::October / 3 / 2026};
+    EXPECT_EQ(clicked(false), "") << "two days before the 3rd is October";
 }
 
 TEST_F(Rollover, an_archive_of_another_month_does_not_count) {

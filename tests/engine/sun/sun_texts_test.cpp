@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/engine/records/weather_days.h"
 #include "tests/world/bare_copy.h"
 
 namespace nimbry {
@@ -156,6 +157,26 @@ TEST_F(SunTexts, the_picture_and_the_boxes_stand_where_the_label_was_as_soon_as_
     EXPECT_TRUE(panel.TxtSunrise.visible);
     EXPECT_TRUE(panel.txtVisLight.visible);
     EXPECT_FALSE(panel.lblNoSun.visible);
+}
+
+TEST(SunOfARunningCopy, IsToldAnewInEveryCycleFromTheSecondTrainOn) {
+    test::WeatherDays days(at(2026, 10, 5, 6, 27), "Latitude=-33.857100\r\nLongitude=151.214900\r\n");
+    days.world.clock.set_zone(hours{11});
+    days.start();
+    const AdditionalPanel& panel = days.world.state().additional;
+    days.train(at(2026, 10, 5, 6, 27, 8));
+    EXPECT_EQ(panel.TxtSunrise.text, "");
+    days.train(at(2026, 10, 5, 6, 27, 18));
+    EXPECT_EQ(panel.TxtSunrise.text, "Sunrise today (05 October 2026) will be at 06:27:28");
+    EXPECT_EQ(panel.TxtSunriseTom.text, "");
+    EXPECT_TRUE(panel.Picture1.visible);
+    days.train(at(2026, 10, 5, 6, 27, 38));
+    EXPECT_EQ(panel.TxtSunrise.text, "Sunrise today (05 October 2026) was at 06:27:28");
+    EXPECT_EQ(panel.TxtSunriseTom.text, "Sunrise tomorrow (06 October 2026) will be at 06:26:06");
+    days.world.state().settings.Latitude = "999";
+    days.train(at(2026, 10, 5, 6, 27, 48));
+    EXPECT_EQ(panel.TxtSunrise.text, "Can't calculate Sunrise as no location entered");
+    EXPECT_FALSE(panel.Picture1.visible);
 }
 
 struct NoLocation {
