@@ -155,11 +155,6 @@ TEST_F(AlarmsDialogWindow, PresentedAgainWhileOpenItKeepsWhatWasEdited) {
     EXPECT_TRUE(check("chkABarHi")->isChecked());
 }
 
-TEST_F(AlarmsDialogWindow, HoldsNothingUp) {
-    open();
-    EXPECT_FALSE(window->isModal());
-}
-
 TEST_F(AlarmsDialogWindow, KeepsAValueThatNoBarReachesUntilItsBarIsMoved) {
     committed.ATempHi = 80;     // the bar ends at 60
     committed.ADewHi = 12.34F;  // between two tenths
@@ -338,6 +333,32 @@ TEST_F(AlarmsDialogWindow, ScrollsItsRowsOnASmallScreenAndKeepsItsButtons) {
 }
 
 // The window among the others
+
+TEST(SetupDialogs, AreOneOfEach) {
+    WeatherState state;
+    reset_main_panel(state);
+    QWidget parent;
+    windows::SetupDialogs::Actions actions;
+    actions.units.opened = actions.comms.opened = actions.internet.opened = [] {};
+    actions.comms.serial_devices = [] { return std::vector<std::string>{}; };
+    windows::SetupDialogs dialogs(state, actions, &parent);
+    struct Case {
+        const char* name;
+        void (windows::SetupDialogs::*show)();
+    };
+    for (const Case& c :
+         {Case{"frmAlarms", &windows::SetupDialogs::show_alarms},
+          Case{"NimbryLatlong", &windows::SetupDialogs::show_location},
+          Case{"frmSetupUnits", &windows::SetupDialogs::show_units}, Case{"Form2", &windows::SetupDialogs::show_comms},
+          Case{"NimbryFTPSetup", &windows::SetupDialogs::show_internet}}) {
+        SCOPED_TRACE(c.name);
+        (dialogs.*c.show)();
+        (dialogs.*c.show)();
+        const auto windows = parent.findChildren<QDialog*>(QString::fromLatin1(c.name));
+        ASSERT_EQ(windows.size(), 1);
+        EXPECT_TRUE(windows.front()->isVisible());
+    }
+}
 
 TEST(SetupDialogs, ShowOneAlarmDialogAndHandItsValuesOn) {
     WeatherState state;

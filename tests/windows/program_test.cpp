@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QFile>
+#include <QLineEdit>
 #include <QPointer>
 #include <QProcess>
 #include <QSessionManager>
@@ -27,8 +28,10 @@
 #include "windows/alarms_window.h"
 #include "windows/comms_window.h"
 #include "windows/form1.h"
+#include "windows/location_window.h"
 #include "windows/message_dialog.h"
 #include "windows/splash.h"
+#include "windows/units_window.h"
 #include "windows/value_box.h"
 
 namespace nimbry::test {
@@ -207,6 +210,60 @@ TEST(Program, TakesTheAlarmDialogsValuesIntoForce) {
     EXPECT_EQ(run_with_window(folder.path().toStdString(), station.name(), false), 0);
     EXPECT_TRUE(onlooker.saw_all());
     EXPECT_NE(contents(folder, "Nimbry.ini").find("ATempHi=37.8\r\n"), std::string::npos) << "all keys are written";
+}
+
+TEST(Program, DoesWhatIsChosenInTheUnitsAndTheLocationWindow) {
+    const Folder folder;
+    QFile almanac(folder.filePath(QStringLiteral("nbextreme.log")));
+    ASSERT_TRUE(almanac.open(QIODevice::WriteOnly));
+    almanac.close();
+    const PseudoTerminal station;
+    Onlooker onlooker;
+    const auto option = [](const char* name) {
+        return visible_window<windows::UnitsWindow>()->findChild<QAbstractButton*>(QString::fromLatin1(name));
+    };
+    const auto told = [](const char* beginning) {
+        return [beginning] {
+            const auto* box = visible_window<windows::MessageDialog>();
+            return box != nullptr && box->text().startsWith(QString::fromLatin1(beginning));
+        };
+    };
+    const auto stored = [&folder](const char* line) {
+        return [&folder, line] { return contents(folder, "Nimbry.ini").find(line) != std::string::npos; };
+    };
+    const auto answer_ok = [] { visible_window<windows::MessageDialog>()->button(QMessageBox::Ok)->click(); };
+    onlooker.when([] { return visible_window<windows::Form1>() != nullptr; },
+                  [] { visible_window<windows::Form1>()->findChild<QAction*>("SetupUnits")->trigger(); });
+    onlooker.when(told("Changing the units will affect your almanac."), answer_ok);
+    onlooker.when([] { return visible_window<windows::MessageDialog>() == nullptr; },
+                  [option] { option("optonehour")->click(); });
+    onlooker.when(told("Please ensure you understand the implications"), answer_ok);
+    onlooker.when(stored("AddOneHour=True"), [option] { option("optMidnight")->click(); });
+    onlooker.when(told("Changing this setting will reset the graphs"), answer_ok);
+    onlooker.when([option] { return option("optMidnight")->isChecked(); },
+                  [option, stored] {
+                      EXPECT_TRUE(stored("tmidnight=True")()) << "written before anything is accepted";
+                      EXPECT_FALSE(stored("fTempF=True")());
+                      option("OptLast")->click();
+                      option("optTempF")->click();
+                      option("Command1")->click();
+                  });
+    onlooker.when(stored("fTempF=True"), [stored] {
+        EXPECT_TRUE(stored("alRoll=905")());
+        visible_window<windows::Form1>()->findChild<QAction*>("mnuLatLong")->trigger();
+    });
+    onlooker.when([] { return visible_window<windows::LocationWindow>() != nullptr; },
+                  [] {
+                      auto* dialog = visible_window<windows::LocationWindow>();
+                      auto* latitude = dialog->findChild<QLineEdit*>("Text7");
+                      latitude->selectAll();
+                      QTest::keyClicks(latitude, "51.5");
+                      dialog->findChild<QAbstractButton*>("Command1")->click();
+                  });
+    onlooker.when(stored("Latitude=51.500000"),
+                  [] { visible_window<windows::Form1>()->findChild<QAction*>("mnuExit1")->trigger(); });
+    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.name(), false), 0);
+    EXPECT_TRUE(onlooker.saw_all());
 }
 
 TEST(Program, AsksAboutAPortThatIsNotThere) {

@@ -102,6 +102,10 @@ protected:
     std::unique_ptr<windows::SetupDialog> window;
 };
 
+TEST_P(SetupKeyboard, TheWindowHoldsNothingUp) {
+    EXPECT_FALSE(window->isModal());
+}
+
 TEST_P(SetupKeyboard, EnterAcceptsAndEscapeDoesNot) {
     auto* accepts = window->findChild<QPushButton*>(QStringLiteral("Command1"));
     EXPECT_TRUE(accepts->isDefault());
