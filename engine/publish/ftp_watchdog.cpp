@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "engine/publish/internet.h"
+#include "engine/publish/mail_body.h"
 #include "engine/publish/publishing.h"
 
 namespace nimbry {
@@ -15,6 +16,11 @@ void give_up(UploadState& upload) {
     upload.FtpTransferError = false;
     upload.FtpConnectFailed = true;
     upload.FtpTimedOut = true;
+}
+
+/// A mail that waited for the line goes no more, nor does its text with a later one. One that is in hand is not it.
+void forget_waiting_mail(WeatherState& state) {
+    if (std::exchange(state.publish.revisitmail, false) && !state.publish.emailbusy) drop_pending_mail(state);
 }
 
 }  // namespace
@@ -52,7 +58,7 @@ void wake_timers(Copy& copy) {
 void ftp_time_out(Copy& copy) {
     PublishState& publish = copy.state.publish;
     if (++publish.upload.watchdog_ticks < watchdog_limit(publish.FtpMinutes)) return;
-    publish.revisitmail = false;
+    forget_waiting_mail(copy.state);
     wake_timers(copy);
     publish.revisitftp = false;
     if (publish.NimbryFTPSetup.ChkHangup) hangup(copy);
@@ -70,7 +76,8 @@ void cancel_ftp(Copy& copy) {
     PublishState& publish = copy.state.publish;
     if (publish.uloadftpbusy) give_up(publish.upload);
     stop_watchdog(copy);
-    publish.revisitftp = publish.revisitmail = publish.revisitwu = false;
+    forget_waiting_mail(copy.state);
+    publish.revisitftp = publish.revisitwu = false;
 }
 
 }  // namespace nimbry

@@ -50,8 +50,7 @@ struct MadeMail {
 
 MadeMail take_pending(WeatherState& state) {
     MadeMail made{state.publish.pending_mail.value_or(MailKind::scheduled), std::move(state.reports.mail_body)};
-    state.publish.pending_mail.reset();
-    state.reports.mail_body.clear();
+    drop_pending_mail(state);
     return made;
 }
 
@@ -121,16 +120,19 @@ void tell_success(Copy& copy) {
     if (copy.state.menu.mnulogMail.checked) copy.log.event(" Email send success");
 }
 
-/// From the test of the line to the server's answer. The caller holds `emailbusy`.
-void deliver(Copy& copy, const MadeMail& made) {
+/// The notice of a forced mail, and the line. False when there is none: that is told.
+bool line_is_there(Copy& copy) {
     tell_forced_run(copy, ForcedRun::mail);
+    if (go_online(copy, trimmed(copy.state.publish.NimbryFTPSetup.MailServer))) return true;
+    copy.ports.notices.balloon({.title = "Email Error", .text = "Nimbry was unable to send Email!", .icon = "!"});
+    copy.log.event(" Email send failed: Unable to connect to Internet");
+    note_run(copy, copy.state.publish.last_mail, "Unable to connect to Internet");
+    return false;
+}
+
+/// Sends a mail over a line that is there, and waits for the server's answer.
+void send(Copy& copy, const MadeMail& made) {
     LastRun& last = copy.state.publish.last_mail;
-    if (!go_online(copy, trimmed(copy.state.publish.NimbryFTPSetup.MailServer))) {
-        copy.ports.notices.balloon({.title = "Email Error", .text = "Nimbry was unable to send Email!", .icon = "!"});
-        copy.log.event(" Email send failed: Unable to connect to Internet");
-        note_run(copy, last, "Unable to connect to Internet");
-        return;
-    }
     const std::unique_ptr<MailDelivery> delivery = copy.ports.transfers.send(addressed(copy, made));
     copy.ports.pauses.wait_until([&] { return !delivery->under_way(); });
     if (const std::string fault = delivery->fault(); fault.empty()) {
@@ -140,6 +142,11 @@ void deliver(Copy& copy, const MadeMail& made) {
         note_run(copy, last, fault);
         tell_failure(copy, fault);
     }
+}
+
+/// From the test of the line to the server's answer. The caller holds `emailbusy`.
+void deliver(Copy& copy, const MadeMail& made) {
+    if (line_is_there(copy)) send(copy, made);
 }
 
 /// What follows a mail, whether it went or not; `emailbusy` is clear again.
@@ -221,7 +228,7 @@ bool send_changeover_mails(Copy& copy) {
 
 void drop_unsent_changeover_mail(Copy& copy) {
     const PublishState& publish = copy.state.publish;
-    if (publish.pending_mail == MailKind::changeover && !publish.revisitmail) take_pending(copy.state);
+    if (publish.pending_mail == MailKind::changeover && !publish.revisitmail) drop_pending_mail(copy.state);
 }
 
 void uploadmail(Copy& copy) {
@@ -230,8 +237,12 @@ void uploadmail(Copy& copy) {
     if (put_off(state)) return;
     {
         const MailUnderWay under_way(state);
-        if (!state.publish.pending_mail) genmail(copy);
-        deliver(copy, take_pending(state));
+        if (line_is_there(copy)) {
+            if (!state.publish.pending_mail) genmail(copy);
+            send(copy, take_pending(state));
+        } else {
+            drop_pending_mail(state);  // what misses its time is not sent later
+        }
     }
     after_mail(copy);
 }

@@ -61,6 +61,11 @@ void gencomail(Copy& copy) {
     compose(copy, "gencomail", "mail_co_template.txt", MailKind::changeover);
 }
 
+void drop_pending_mail(WeatherState& state) {
+    state.publish.pending_mail.reset();
+    state.reports.mail_body.clear();
+}
+
 std::string short_weather_text(const Copy& copy) {
     const auto tag = [&](const char* name) { return resolvtag(copy, std::string("~~") + name + "~~"); };
     const std::string time = tag("WEBTIMENOW").substr(0, 5);

@@ -18,6 +18,9 @@ void genAlarmMail(Copy& copy);
 
 // The changeover's, from `mail_co_template.txt`, is gencomail() (publishing.h), which the changeover calls.
 
+/// Forgets the mail that is made and has not gone.
+void drop_pending_mail(WeatherState& state);
+
 /// The weather in three short lines, as a small display takes it: no degree signs, no blanks before units. The gust is
 /// the present one, also in a mail that tells of a wind alarm.
 [[nodiscard]] std::string short_weather_text(const Copy& copy);

@@ -60,7 +60,8 @@ void FTPupload(Copy& copy, UploadCause cause = UploadCause::due);
 
 /// Sends the mail that is pending, or makes and sends that of the schedule. Put off with `revisitmail` while a
 /// changeover or an upload runs; nothing in a client or while another mail goes out. An upload by FTP follows where
-/// `ChkDoEmailToo` asks for it or one was put off. May wait.
+/// `ChkDoEmailToo` asks for it or one was put off. Without a line nothing is made, and a pending mail is dropped. May
+/// wait.
 void uploadmail(Copy& copy);
 
 /// Tells Weather Underground, Hamweather and APRS, as far as they are on; in a forced run those that have a user. Put

@@ -76,6 +76,35 @@ TEST(FtpWatchdog, ForgetsWhatWasPutOffAndHangsUp) {
     EXPECT_EQ(world.desktop.hang_ups, 1);
 }
 
+TEST(FtpWatchdog, ForgetsTheTextOfTheMailThatWaitedAndOfNoOther) {
+    struct Case {
+        const char* name;
+        void (*end)(Copy&);
+    };
+    for (const Case& c : {Case{"time-out",
+                               [](Copy& copy) {
+                                   copy.state.publish.upload.watchdog_ticks = 3;
+                                   ftp_time_out(copy);
+                               }},
+                          Case{"stuck", cancel_ftp}}) {
+        SCOPED_TRACE(c.name);
+        UploadWorld world;
+        PublishState& publish = world.state.publish;
+        const auto upload = publish.uloadftpbusy.try_hold();
+        send_alarm_mail(world.copy);
+        ASSERT_TRUE(publish.revisitmail);
+        {
+            const auto made_now = publish.emailbusy.try_hold();
+            c.end(world.copy);
+            EXPECT_TRUE(publish.pending_mail) << "it is another mail's by now";
+        }
+        publish.revisitmail = true;
+        c.end(world.copy);
+        EXPECT_FALSE(publish.pending_mail);
+        EXPECT_EQ(world.state.reports.mail_body, "");
+    }
+}
+
 TEST(FtpWatchdog, LetsNoOtherUploadInBeforeThisOneHasReturned) {
     UploadWorld world;
     world.transfers.ftp.connect.after = std::nullopt;

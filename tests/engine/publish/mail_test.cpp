@@ -164,6 +164,30 @@ TEST_F(Mails, WithoutALineAreToldAndLoggedWhateverTheSwitchesSay) {
     EXPECT_EQ(publish.last_mail.result, "Unable to connect to Internet");
 }
 
+TEST_F(Mails, WithoutALineAreNotMadeAndOneThatWaitedIsDropped) {
+    world.transfers.online = false;
+    world.state.reports.new_data = true;
+    uploadmail(world.copy);
+    EXPECT_TRUE(world.state.reports.new_data) << "whoever makes a text has used the data";
+    genAlarmMail(world.copy);
+    uploadmail(world.copy);
+    EXPECT_FALSE(publish.pending_mail);
+    world.transfers.online = true;
+    uploadmail(world.copy);
+    EXPECT_EQ(sent().at(0).body, "It is +8.1 \260C");
+}
+
+TEST_F(Mails, LeaveTheLineWhetherTheyWentOrNot) {
+    settings.ChkHangup = true;
+    for (const char* fault : {"", "550 User unknown"}) {
+        publish.ProgramDialled = true;
+        fails_with(fault);
+        uploadmail(world.copy);
+        EXPECT_FALSE(publish.ProgramDialled) << fault;
+    }
+    EXPECT_EQ(world.desktop.hang_ups, 2);
+}
+
 TEST_F(Mails, HoldTheirFlagAndLockTheOpenSetupWindowsUntilTheServerHasAnswered) {
     world.state.setup.Units.open = true;
     world.transfers.mail_steps.push_back({.after = 30s});
