@@ -45,7 +45,7 @@ std::string first_host(const Copy& copy, const std::vector<const WeatherService*
     return host_of(*services.front(), copy.state.publish.NimbryFTPSetup);
 }
 
-void tell_no_connection(Copy& copy) {
+void tell_no_connection(Copy& copy, bool only_aprs) {
     copy.ports.notices.balloon({.title = "Upload Error",
                                 .text = "Nimbry was unable to make a connection\r\n"
                                         "and did not complete Weather Underground upload!",
@@ -54,7 +54,8 @@ void tell_no_connection(Copy& copy) {
         if ((copy.state.menu.*service->log_switch).checked)
             copy.log.event(std::string(" ") + service->name + " upload failed: Unable to connect to Internet");
     }
-    note_run(copy, copy.state.publish.last_weather, "Unable to connect to Internet");
+    PublishState& publish = copy.state.publish;
+    note_run(copy, only_aprs ? publish.last_aprs : publish.last_weather, "Unable to connect to Internet");
 }
 
 /// How a request ended: the end of its line in the log, and of its summary.
@@ -89,8 +90,9 @@ std::string send_report(Copy& copy, const WeatherService& service, const std::st
 
 void report_to_all(Copy& copy, const std::vector<const WeatherService*>& services) {
     WeatherState& state = copy.state;
+    // For APRS alone, too: the peak gust begins anew with each report, and its interval of rain is counted.
+    const std::string items = weather_items(state, copy.ports.clock.utc_time());
     if (!services.empty()) {
-        const std::string items = weather_items(state, copy.ports.clock.utc_time());
         std::string result = run_went_well;
         for (const WeatherService* service : services) {
             std::string ended = send_report(copy, *service, items);
@@ -124,8 +126,8 @@ void wunderground(Copy& copy) {
     tell_forced_run(copy, ForcedRun::weather);
     update_location_text(copy);
     const auto services = services_taking_part(publish);
-    if (services.empty() && !aprs_takes_part(publish)) return;
-    if (!go_online(copy, first_host(copy, services))) return tell_no_connection(copy);
+    if (!go_online(copy, first_host(copy, services)))
+        return tell_no_connection(copy, services.empty() && aprs_takes_part(publish));
     {
         const auto busy = publish.wubusy.try_hold();
         report_to_all(copy, services);

@@ -179,6 +179,29 @@ TEST_F(WeatherServices, WithoutALineThatIsToldAndLogged) {
     EXPECT_FALSE(publish.wubusy);
 }
 
+TEST_F(WeatherServices, TheGustAndTheRainGoOnWhereOnlyAPRSIsTold) {
+    settings.chkWU = false;
+    settings.chkAPRS = true;
+    world.state.readings.MaxGustMph = 12;
+    wunderground(world.copy);
+    EXPECT_TRUE(asked().empty());
+    EXPECT_EQ(world.state.readings.MaxGustMph, 0);
+    EXPECT_EQ(publish.interval_rain.position, 1);
+    EXPECT_EQ(publish.last_weather.runs, 0U);
+    world.transfers.online = false;
+    wunderground(world.copy);
+    EXPECT_EQ(publish.last_weather.runs, 0U);
+    EXPECT_EQ(publish.last_aprs.result, "Unable to connect to Internet");
+}
+
+TEST_F(WeatherServices, TheLineIsLookedForAlsoWhereNobodyTakesPart) {
+    settings.WUuser = settings.HWuser = "";
+    world.transfers.online = false;
+    run_forced(world.copy, ForcedRun::weather);
+    ASSERT_EQ(world.notices.balloons.size(), 2U);
+    EXPECT_EQ(world.notices.balloons[1].what.title, "Upload Error");
+}
+
 struct UserCase {
     const char* user;
     bool active, forced, sent;
