@@ -46,6 +46,7 @@ int ftp_status(const LoginResult& result) {
         case CURLE_FTP_COULDNT_SET_TYPE:
         case CURLE_FTP_PORT_FAILED:
         case CURLE_SSL_CONNECT_ERROR:
+        case CURLE_OBSOLETE51:  // what older libraries call a certificate that is not to be trusted
         case CURLE_GOT_NOTHING:
         case CURLE_SSL_ENGINE_NOTFOUND:
         case CURLE_SSL_ENGINE_SETFAILED:

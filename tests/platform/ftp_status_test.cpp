@@ -40,6 +40,7 @@ TEST(FtpStatus, IsDecidedByReplyCodeAndErrorInThisOrder) {
              Case{"no TLS there", {.code = CURLE_USE_SSL_FAILED, .last_reply = 502}, 6001},
              Case{"TLS fails", {.code = CURLE_SSL_CONNECT_ERROR}, 6001},
              Case{"wrong certificate", {.code = CURLE_PEER_FAILED_VERIFICATION}, 6001},
+             Case{"a certificate, as older libraries say it", {.code = CURLE_OBSOLETE51}, 6001},
              Case{"revoked certificate", {.code = CURLE_SSL_INVALIDCERTSTATUS}, 6001},
              Case{"a URL that libcurl does not take", {.code = CURLE_URL_MALFORMAT}, 3},
              Case{"no memory", {.code = CURLE_OUT_OF_MEMORY}, 27},

@@ -211,7 +211,9 @@ TEST(FtpUploadOnTheLine, SaysThatThereIsNoConnection) {
     UploadWorld world;
     world.transfers.online = false;
     world.state.settings.NoFTPop = true;
+    world.state.publish.revisitftp = true;
     FTPupload(world.copy);
+    EXPECT_FALSE(world.state.publish.revisitftp) << "it is not tried again";
     EXPECT_EQ(world.transfers.reachability_asked, (std::vector<std::string>{"ftp.example.net", "ftp.example.net"}));
     EXPECT_TRUE(world.transfers.ftp.logins.empty());
     EXPECT_EQ(world.popups(),

@@ -4,6 +4,7 @@
 
 #include <map>
 
+#include "engine/publish/ftp_watchdog.h"
 #include "engine/publish/published_files.h"
 #include "tests/engine/publish/upload_world.h"
 
@@ -219,6 +220,17 @@ TEST(PerformUpload, EndsWithTheFirstFileThatFails) {
     EXPECT_EQ(world.logged(), Names{" FTP 553 Could not create file."});
     EXPECT_EQ(world.popups(), Names{"FTP Error: Nimbry has encountered an FTP upload problem"});
     EXPECT_FALSE(world.upload().FtpTransferError);
+}
+
+TEST(PerformUpload, DoesNotBeginWhereTheWatchdogHasBarkedAlready) {
+    UploadWorld world;
+    world.upload().FtpTimedOut = true;
+    restart_watchdog(world.copy);
+    PerformUpload(world.copy);
+    EXPECT_TRUE(world.transfers.ftp.logins.empty());
+    EXPECT_TRUE(world.upload().FtpConnectFailed);
+    EXPECT_FALSE(world.upload().FtpTimedOut);
+    EXPECT_FALSE(world.timers.running(TimerId::TimFTPTOT));
 }
 
 TEST(PerformUpload, NamesWhyItCouldNotConnect) {
