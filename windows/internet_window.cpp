@@ -27,6 +27,7 @@
 namespace nimbry::windows {
 namespace {
 
+constexpr QSize frame_of_a_window(20, 60);  // what the desktop may put around it
 constexpr int most_hours = 23, most_minutes = 59, most_interval = 1440, most_uploads = 999;
 
 QString words(const char* text) {
@@ -40,9 +41,16 @@ QFormLayout* form_of(QWidget* tab) {
     return form;
 }
 
-/// A tab that scrolls where the screen is too small for it.
+/// Scrolls where the screen is too small for its tab, and asks for all of the tab's height where it is not: QScrollArea
+/// alone would never ask for more than 24 lines of text.
+class TabScroll : public QScrollArea {
+public:
+    using QScrollArea::QScrollArea;
+    [[nodiscard]] QSize sizeHint() const override { return widget()->sizeHint().expandedTo(minimumSize()); }
+};
+
 QScrollArea* scrolled(QWidget* tab) {
-    auto* scroll = new QScrollArea;
+    auto* scroll = new TabScroll;
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setWidgetResizable(true);
     scroll->setFocusPolicy(Qt::NoFocus);
@@ -70,11 +78,9 @@ InternetWindow::InternetWindow(const WeatherState& state, Actions actions, QWidg
       draft_(seen_) {
     tabs_ = new QTabWidget;
     tabs_->setObjectName(QStringLiteral("tabs"));
-    int tallest = 0;
     for (const auto& [tab, caption] :
          {std::pair(ftp_tab(), "&FTP"), std::pair(mail_tab(), "&Email"), std::pair(services_tab(), "&Weather services"),
           std::pair(local_tab(), "&Local save"), std::pair(connection_tab(), "&Connection")}) {
-        tallest = std::max(tallest, tab->sizeHint().height());
         tabs_->addTab(scrolled(tab), words(caption));
     }
 
@@ -89,6 +95,7 @@ InternetWindow::InternetWindow(const WeatherState& state, Actions actions, QWidg
     bind(controls);
     connect(findChild<QCheckBox*>(QStringLiteral("chkAPRS")), &QCheckBox::clicked, this, &InternetWindow::aprs_clicked);
     load();
+    resize(sizeHint().boundedTo(screen()->availableSize() - frame_of_a_window));
 }
 
 QWidget* InternetWindow::ftp_tab() {

@@ -10,10 +10,13 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTest>
 #include <QToolButton>
+#include <algorithm>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -82,6 +85,20 @@ TEST_F(InternetDialogWindow, has_its_five_tabs) {
     QStringList names;
     for (int n = 0; n < tabs.count(); ++n) names << tabs.tabText(n).remove(u'&');
     EXPECT_EQ(names, (QStringList{"FTP", "Email", "Weather services", "Local save", "Connection"}));
+}
+
+TEST_F(InternetDialogWindow, opens_as_tall_as_its_tallest_tab_where_the_screen_has_room) {
+    auto& tabs = find<QTabWidget>("tabs");
+    const int room = window.screen()->availableSize().height() - 60;
+    EXPECT_LE(window.height(), std::max(room, window.minimumSizeHint().height()));
+    for (int n = 0; n < tabs.count(); ++n) {
+        tabs.setCurrentIndex(n);
+        QApplication::processEvents();
+        auto* scroll = qobject_cast<QScrollArea*>(tabs.widget(n));
+        ASSERT_NE(scroll, nullptr);
+        EXPECT_TRUE(scroll->viewport()->height() >= scroll->widget()->sizeHint().height() || window.height() >= room)
+            << n << ": " << scroll->viewport()->height() << " of " << scroll->widget()->sizeHint().height();
+    }
 }
 
 TEST_F(InternetDialogWindow, hands_over_what_was_edited_and_closes) {
