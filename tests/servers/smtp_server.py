@@ -6,11 +6,13 @@ FOLDER/envelope (sender, recipients, login, one a line), the message to FOLDER/m
 "me", "secret".
 """
 import asyncio
+import logging
 import ssl
 import sys
 
 from aiosmtpd.smtp import SMTP, AuthResult, LoginPassword
 
+logging.disable()  # of those who turn away from its certificate
 folder, mode = sys.argv[1], sys.argv[2]
 context = None
 if mode in ("starttls", "tls"):

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "tests/support/test_server.h"
+#include "tests/support/without_network.h"
 #include "tests/system/running_copy.h"
 #include "tests/system/station_line.h"
 
@@ -23,7 +24,7 @@ protected:
                    "Latitude=48.2\r\nLongitude=16.4\r\n" +
                        main_lines + "[FTP]\r\n" + ftp_lines);
         folder.put("mail_template.txt", "It is ~~WEBOUTTEMP~~ now\n.\nand that is all\n");
-        copy.emplace(folder, station.device());
+        copy.emplace(folder, station.device(), setting);
         ASSERT_TRUE(copy->listens());
         for (int taken = 1; taken <= 2; ++taken) {
             station.send(train_of_now());
@@ -39,6 +40,15 @@ protected:
     [[nodiscard]] std::string last_result(const char* kind) const {
         return copy->status()["uploads"].toObject()[kind].toObject()["last_result"].toString().toStdString();
     }
+    /// Starts a copy that logs in to a mail server under TLS.
+    void start_with_login(const TestServer& server, const std::string& security) {
+        start(mail_lines(server) + "MailSecurity=" + security + "\r\nMailUser=me\r\n");
+        set_password("secret");
+    }
+    void set_password(const char* password) {
+        Process set(NIMBRYCTL, {"--dir", folder.path(), "set", "FTP", "MailPass", password});
+        ASSERT_EQ(set.ending(), exited(0));
+    }
     static std::string mail_lines(const TestServer& server) {
         return "MailServer=localhost\r\nMailPort=" + std::to_string(server.port()) +
                "\r\nMailTo=you@there.net\r\nMailMyAddr=me@home.net\r\n";
@@ -46,6 +56,7 @@ protected:
 
     TemporaryFolder folder;
     StationLine station;
+    Process::Setting setting;
     std::optional<RunningCopy> copy;
     std::string told;
 };
@@ -71,6 +82,72 @@ TEST_F(PublishingTest, ARefusedMailIsToldWithTheServersWords) {
     EXPECT_NE(told.find("550"), std::string::npos) << told;
     EXPECT_EQ(copy->logged(" Email send failed: " + last_result("mail")), 1);
     EXPECT_NE(copy->standard_error().find("Email Error: Nimbry was unable to send Email"), std::string::npos);
+}
+
+TEST_F(PublishingTest, AMailGoesUnderTlsWithALogin) {
+    const TestCertificate certificate;
+    setting.environment["SSL_CERT_FILE"] = certificate.path();
+    for (const char* security : {"starttls", "tls"}) {
+        SCOPED_TRACE(security);
+        const TestServer server("smtp_server.py", {security, QString::fromStdString(certificate.path())});
+        start_with_login(server, security);
+        EXPECT_EQ(force("mail"), exited(0)) << told;
+        EXPECT_TRUE(server.folder.contents("envelope").ends_with("\nme@home.net\nyou@there.net\nme\n"));
+        EXPECT_NE(server.folder.contents("message").find("Subject: Weather Data "), std::string::npos);
+        set_password("0ther-w0rd");
+        EXPECT_EQ(force("mail"), exited(1));
+        EXPECT_TRUE(told.starts_with("535 ")) << told;
+        EXPECT_EQ(folder.contents("nbyprog.log").find("0ther-w0rd"), std::string::npos);
+        copy.reset();
+    }
+}
+
+TEST_F(PublishingTest, NoMailGoesToAServerWithAStrangersCertificate) {
+    const TestCertificate certificate;
+    const TestServer server("smtp_server.py", {"starttls", QString::fromStdString(certificate.path())});
+    start_with_login(server, "starttls");
+    EXPECT_EQ(force("mail"), exited(1));
+    EXPECT_EQ(server.folder.contents("message"), "");
+    EXPECT_EQ(copy->logged(" Email send failed: " + last_result("mail")), 1);
+}
+
+TEST_F(PublishingTest, AReportGoesUnderTlsWhereItsHostSaysSo) {
+    const TestCertificate certificate;
+    setting.environment["SSL_CERT_FILE"] = certificate.path();
+    const TestServer server("http_server.py", {QString::fromStdString(certificate.path())});
+    start("WUuser=KTEST1\r\nWUpass=p\r\nWUhost=https://localhost:" + std::to_string(server.port()) + "\r\n");
+    EXPECT_EQ(force("weather"), exited(0)) << told;
+    EXPECT_TRUE(server.folder.contents("requests").starts_with("GET /weatherstation/"));
+    EXPECT_EQ(copy->logged(" Weather Underground upload OK"), 1);
+}
+
+TEST_F(PublishingTest, WithoutANetworkEachKindOfUploadSaysSo) {
+    if (asked_without_network([] { return true; }) == 2)
+        GTEST_SKIP() << "this system keeps its processes on the network";
+    setting.in_child = [] {
+        if (!leave_the_network()) _exit(126);
+    };
+    folder.put("myhtml.html", "page");
+    start(
+        "FTPServer=ftp.example.net\r\nFTPRemoteFile=weather.htm\r\nMailServer=mail.example.net\r\n"
+        "MailTo=you@there.net\r\nMailMyAddr=me@home.net\r\nWUuser=KTEST1\r\nWUpass=p\r\n");
+    struct Kind {
+        const char *word, *line, *popup;
+    };
+    for (const Kind& kind :
+         {Kind{"ftp", " FTP Upload failed: Unable to connect to Internet",
+               "FTP Error: Nimbry was unable to make a connection / and did not complete FTP Upload!"},
+          Kind{"mail", " Email send failed: Unable to connect to Internet",
+               "Email Error: Nimbry was unable to send Email!"},
+          Kind{"weather", " Weather Underground upload failed: Unable to connect to Internet",
+               "Upload Error: Nimbry was unable to make a connection / and did not complete Weather "
+               "Underground upload!"}}) {
+        SCOPED_TRACE(kind.word);
+        EXPECT_EQ(force(kind.word), exited(1));
+        EXPECT_EQ(told, "Unable to connect to Internet\n");
+        EXPECT_EQ(copy->logged(kind.line), 1);
+        EXPECT_NE(copy->standard_error().find(kind.popup), std::string::npos) << copy->standard_error();
+    }
 }
 
 TEST_F(PublishingTest, AReportReachesItsServerWithItsBlanksEscapedAndNothingElse) {

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <QJsonObject>
 #include <csignal>
 #include <optional>
@@ -16,14 +18,14 @@ namespace {
 class UploadTest : public testing::Test {
 protected:
     /// Starts it and lets it take two trains.
-    void start(const TestServer& server, const std::string& ftp_lines = "") {
+    void start(const TestServer& server, const std::string& ftp_lines = "",
+               const std::string& login = "FTPServer=127.0.0.1\r\nFTPUser=me\r\n") {
         folder.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\nmlogftp=True\r\nFTPPort=" + std::to_string(server.port()) +
-                                     "\r\n[FTP]\r\nFTPServer=127.0.0.1\r\nFTPUser=me\r\nFTPRemoteFile=weather.htm\r\n"
-                                     "LogFTPResponses=True\r\n" +
+                                     "\r\n[FTP]\r\nFTPRemoteFile=weather.htm\r\nLogFTPResponses=True\r\n" + login +
                                      ftp_lines);
         folder.put("myhtml.html", "<p>~~WEBOUTTEMP~~</p>");
         folder.put("VidCap.jpg", "a picture");
-        copy.emplace(folder, station.device());
+        copy.emplace(folder, station.device(), setting);
         ASSERT_TRUE(copy->listens());
         Process set(NIMBRYCTL, {"--dir", folder.path(), "set", "FTP", "FTPPass", "secret"});
         ASSERT_EQ(set.ending(), exited(0));
@@ -39,6 +41,7 @@ protected:
 
     TemporaryFolder folder;
     StationLine station;
+    Process::Setting setting;
     std::optional<RunningCopy> copy;
 };
 
@@ -54,6 +57,29 @@ TEST_F(UploadTest, APageReachesItsServerInEitherMode) {
         EXPECT_EQ(server.folder.contents("nimbryraw.txt"), folder.contents("nimbryraw.txt"));
         EXPECT_GE(copy->logged(" FTP Upload success"), 1);
         copy.reset();
+    }
+}
+
+TEST_F(UploadTest, APageReachesVsftpdUnderTlsAndNoneGoesToAStranger) {
+    if (access("/usr/sbin/vsftpd", X_OK) != 0) GTEST_SKIP() << "no vsftpd here";
+    const TestCertificate certificate;
+    for (const QString security : {"explicit", "implicit"}) {
+        const TestServer server("vsftpd.py", {security, QString::fromStdString(certificate.path())});
+        const std::string lines = "FTPact=False\r\nFTPRemDir=up\r\nFTPSecurity=" + security.toStdString() + "\r\n";
+        const std::string login = "FTPServer=localhost\r\nFTPUser=anonymous\r\n";
+        for (const bool trusted : {false, true}) {
+            SCOPED_TRACE(security.toStdString() + (trusted ? ", trusted" : ", a stranger"));
+            setting.environment["SSL_CERT_FILE"] = trusted ? certificate.path() : folder.path("none");
+            folder.put("NimbryFTPLOG.txt", "");
+            start(server, lines, login);
+            EXPECT_EQ(force(), exited(trusted ? 0 : 1));
+            EXPECT_EQ(server.folder.contents("root/up/weather.htm"), trusted ? folder.contents("nbyxauto.html") : "");
+            const std::string exchange = folder.contents("NimbryFTPLOG.txt");
+            EXPECT_EQ(exchange.find("AUTH TLS 234") != std::string::npos, security == "explicit") << exchange;
+            EXPECT_EQ(exchange.find("PROT P 200") != std::string::npos, trusted) << exchange;
+            EXPECT_EQ(exchange.find("USER ") != std::string::npos, trusted) << exchange;
+            copy.reset();
+        }
     }
 }
 
