@@ -29,7 +29,7 @@ protected:
         world.state.settings.APRS2server = "second.net";
         world.state.menu.mnuLogAPRS.checked = true;
     }
-    ~AprsUpload() override { world.pauses.end_all(); }
+    void TearDown() override { world.pauses.end_all(); }
 
     /// A server that answers the login with this.
     void serve(const char* host, std::uint16_t port, const std::string& answer) {

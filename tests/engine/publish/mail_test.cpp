@@ -31,7 +31,7 @@ protected:
         world.files.put("mail_co_template.txt", "The day had ~~WEBRAINTOD~~");
         world.files.put("myhtml.html", "page");
     }
-    ~Mails() override { world.pauses.end_all(); }
+    void TearDown() override { world.pauses.end_all(); }
 
     [[nodiscard]] const std::vector<Mail>& sent() const { return world.transfers.mails; }
     void fails_with(const std::string& fault) { world.transfers.mail_steps.push_back({.fault = fault}); }

@@ -24,7 +24,7 @@ protected:
         settings.HWpass = "hp";
         world.state.menu.mnuLogWU.checked = world.state.menu.mnuLogHW.checked = true;
     }
-    ~WeatherServices() override { world.pauses.end_all(); }
+    void TearDown() override { world.pauses.end_all(); }
 
     [[nodiscard]] const auto& asked() const { return world.transfers.asked; }
     void answers(ScriptedTransfers::WebStep step) { world.transfers.web_steps.push_back(std::move(step)); }
