@@ -53,6 +53,15 @@ TEST(FtpWatchdog, StartsAnewWithEachFile) {
     EXPECT_EQ(world.popups(), (Texts{time_out_popup, connection_popup}));
 }
 
+TEST(FtpWatchdog, WatchesTheLeaveTaking) {
+    UploadWorld world;
+    world.state.publish.FtpMinutes = 1;
+    world.transfers.ftp.quit.after = std::nullopt;
+    EXPECT_EQ(seconds_until_over(world), 50);
+    EXPECT_EQ(world.transfers.ftp.quits, 1);
+    EXPECT_EQ(world.popups(), (Texts{time_out_popup, connection_popup}));
+}
+
 TEST(FtpWatchdog, TellsEvenThoseWhoSuppressMessages) {
     UploadWorld world;
     world.state.settings.NoFTPop = true;
@@ -108,14 +117,17 @@ TEST(FtpWatchdog, ForgetsTheTextOfTheMailThatWaitedAndOfNoOther) {
 TEST(FtpWatchdog, LetsNoOtherUploadInBeforeThisOneHasReturned) {
     UploadWorld world;
     world.transfers.ftp.connect.after = std::nullopt;
+    world.timers.start(TimerId::TimComFail, world.clock.monotonic());
     world.pauses.start([&] { FTPupload(world.copy); });
-    bool busy_at_time_out = false;
+    bool busy_at_time_out = false, others_go_on = false;
     world.pauses.after(99s, [&] {
         world.pauses.wait_until([&] { return world.upload().FtpTimedOut; });
         busy_at_time_out = world.state.publish.uloadftpbusy.is_set();
+        others_go_on = world.timers.running(TimerId::TimComFail);
     });
     world.pauses.pause(101s);
     EXPECT_TRUE(busy_at_time_out);
+    EXPECT_TRUE(others_go_on) << "the time-out wakes the other timers, not only the end of the upload";
     EXPECT_FALSE(world.state.publish.uloadftpbusy);
 }
 

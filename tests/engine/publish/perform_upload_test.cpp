@@ -89,6 +89,17 @@ TEST(PerformUpload, PausesBeforeEachFile) {
     EXPECT_EQ(sent[4].at - sent[3].at, 60ms);
 }
 
+TEST(PerformUpload, PausesBeforeItLooksAndBeforeItTakesLeave) {
+    UploadWorld world;
+    const Instant begun = world.clock.monotonic();
+    FTPupload(world.copy);
+    const auto& sent = world.transfers.ftp.sent;
+    ASSERT_EQ(world.sent(), (Names{"index.html", "nimbryraw.txt"}));
+    EXPECT_EQ(sent[0].at - begun, 110ms);                   // 50, the login's 10, 50
+    EXPECT_EQ(sent[1].at - sent[0].at, 110ms);              // its own 10, 50 before the pictures, 50
+    EXPECT_EQ(world.clock.monotonic() - sent[1].at, 70ms);  // its own 10, 50, the leave's 10
+}
+
 TEST(PerformUpload, SendsNoPageUnderANameWithoutDot) {
     FullFolder world;
     world.files.take_away("myhtml100.html");  // it has no name to link to
