@@ -63,6 +63,7 @@ protected:
 TEST_F(Mails, GoToTheServerOfTheSettingsFromTheProgramsName) {
     settings.Mailcc = "c@home.net";
     settings.MailBcc = "d@home.net;e@home.net";
+    settings.MailPass = "of nobody";  // without a user there is no login
     uploadmail(world.copy);
     ASSERT_EQ(sent().size(), 1U);
     const Mail& mail = sent()[0];
@@ -203,6 +204,16 @@ TEST_F(Mails, HoldTheirFlagAndLockTheOpenSetupWindowsUntilTheServerHasAnswered) 
     EXPECT_FALSE(publish.emailbusy);
     EXPECT_TRUE(world.state.setup.Units.enabled);
     EXPECT_EQ(world.state.setup.Units.caption, "Nimbry Units Setup");
+}
+
+TEST_F(Mails, LeaveTheWindowsLockedToAChangeoverOfTheMeantime) {
+    world.state.setup.Units.open = true;
+    world.transfers.mail_steps.push_back({.after = 30s});
+    world.pauses.start([&] { uploadmail(world.copy); });
+    world.state.comm.changebusy.set();
+    world.pauses.pause(31s);
+    EXPECT_FALSE(publish.emailbusy);
+    EXPECT_FALSE(world.state.setup.Units.enabled);
 }
 
 TEST_F(Mails, NeitherAClientNorAProgramThatClosesNorASecondOneSends) {
@@ -363,6 +374,9 @@ TEST_F(Mails, AskedForByTheButtonAreMadeAnewAndTheirSuccessIsShown) {
     EXPECT_EQ(world.notices.balloons[0].what.text,
               "Performing a forced email send\r\nPlease wait until sending completes\r\n"
               "and the Internet Settings window re-appears.");
+    run_forced(world.copy, ForcedRun::weather);
+    EXPECT_EQ(publish.lblStatus, "Forced email send") << "one at a time";
+    EXPECT_TRUE(publish.FtpForced);
     world.pauses.pause(5s);
     ASSERT_EQ(world.notices.balloons.size(), 2U);
     EXPECT_EQ(world.notices.balloons[1].what.title, "Email success");
