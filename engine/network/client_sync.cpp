@@ -114,7 +114,7 @@ public:
     void lose_connection() {
         network_.ssscnx = false;
         line("Client has lost the connection to the server");
-        close_syncsock(copy_);
+        hang_up();
         end("connection lost");
     }
 
@@ -127,7 +127,7 @@ public:
                                              "\r\nLocal data (if any) will be used",
                                      .closes_after = 10s});
         copy_.ports.notices.restore_main_window();
-        close_syncsock(copy_);
+        hang_up();
         end("error " + number);
         close_sync_window(network_.frmSync);
     }
@@ -152,6 +152,7 @@ private:
             take_connection(network_,
                             copy_.ports.streams.connect(trimmed(network_.foundIP), sync_port, network_.LocalIP));
         }
+        connection_ = network_.connection;
         const double darvTime = now();
         wait([&] { return network_.syncIPcnx || is_over(darvTime, connection_limit); });
         return network_.syncIPcnx;
@@ -286,18 +287,20 @@ private:
 
     /// The server must still get the last command.
     void say_goodbye() {
-        const std::shared_ptr<Stream> connection = network_.connection;
-        if (!connection) return;
-        connection->close();
-        copy_.ports.pauses.wait_until([&] { return connection->unsent() == 0; }, 1s);
-        network_.connection.reset();
+        connection_->close();
+        copy_.ports.pauses.wait_until([&] { return connection_->unsent() == 0; }, 1s);
+        if (is_current()) network_.connection.reset();
+    }
+
+    void hang_up() {
+        if (is_current()) close_syncsock(copy_);
     }
 
     void give_up(std::string_view result, std::string_view reason) {
         copy_.ports.notices.box(
             {.title = "Nimbry",
              .text = std::string(reason) + " to synchronise the files.\r\nLocal data (if any) will be used"});
-        close_syncsock(copy_);
+        hang_up();
         end(result);
         close_sync_window(network_.frmSync);
         copy_.ports.notices.restore_main_window();
@@ -311,11 +314,15 @@ private:
     }
 
     void line(std::string_view text) { sync_line(copy_, text); }
-    void send(SyncCommand command) { SendData(copy_, network_.connection, text_of(command)); }
+    void send(SyncCommand command) { SendData(copy_, connection_, text_of(command)); }
     void pause(Milliseconds how_long) { copy_.ports.pauses.pause(how_long); }
     void wait(const std::function<bool()>& condition) { copy_.ports.pauses.wait_until(condition); }
 
-    [[nodiscard]] bool is_lost() const { return syncstate(network_) == StreamState::closed || !network_.ssscnx; }
+    /// A copy that has taken another role meanwhile may have a listener by now, and another connection.
+    [[nodiscard]] bool is_current() const { return connection_ == network_.connection; }
+    [[nodiscard]] bool is_lost() const {
+        return !is_current() || syncstate(network_) == StreamState::closed || !network_.ssscnx;
+    }
 
     /// Seconds since midnight. Kept on purpose: a wait that spans midnight does not time out.
     [[nodiscard]] double now() const { return copy_.ports.clock.seconds_of_day(); }
@@ -323,6 +330,7 @@ private:
 
     Copy& copy_;
     NetworkState& network_;
+    std::shared_ptr<Stream> connection_;  // to the server
 };
 
 }  // namespace

@@ -9,8 +9,16 @@ namespace nimbry {
 
 namespace {
 
-/// What a bind that failed is reported as: the classic number of an address that is in use.
+// What failures that the system never saw are reported as, by the classic numbers.
+constexpr int invalid_argument = 10022;
 constexpr int address_in_use = 10048;
+
+/// An entry that somebody has written into the file by hand may be anything.
+std::optional<SendFault> send_to(Datagrams& socket, const std::string& client, const Bytes& frame) {
+    const std::optional<std::string> address = dotted_address(client);
+    if (!address) return SendFault{invalid_argument, "Invalid argument"};
+    return socket.send(*address, client_udp_port, frame);
+}
 
 /// Sends to all of them and returns the first failure.
 std::optional<SendFault> send_to_all(Copy& copy, const Bytes& frame) {
@@ -20,9 +28,7 @@ std::optional<SendFault> send_to_all(Copy& copy, const Bytes& frame) {
         return SendFault{address_in_use, "Address in use"};
     std::optional<SendFault> first;
     for (const std::string& client : clients) {
-        // An entry that is no address goes as it is: the socket refuses it.
-        const std::optional<SendFault> fault =
-            socket.send(dotted_address(client).value_or(client), client_udp_port, frame);
+        const std::optional<SendFault> fault = send_to(socket, client, frame);
         if (!first) first = fault;
     }
     return first;

@@ -16,6 +16,9 @@ namespace {
 // Kept on purpose: two bytes more than a train has are let through, and cut off.
 constexpr std::size_t longest_datagram = 143;
 
+/// After so many the other events have their turn, however fast more of them come.
+constexpr int datagrams_at_a_time = 100;
+
 bool is_listening(const Copy& copy) {
     return copy.state.settings.fromnet && !copy.state.run.ProgramClosing;
 }
@@ -61,11 +64,12 @@ void take_datagram(Copy& copy, const Datagram& datagram) {
     copy.state.comm.dworkingb.clear();
 }
 
-/// The socket does not tell again of what it holds already.
+/// The socket does not tell again of what it holds already. The other events go first.
 void come_back_later(Copy& copy) {
     if (copy.state.network.draining_later) return;
     copy.state.network.draining_later = true;
     start_event(copy, "DATAsock", [&copy] {
+        copy.ports.pauses.pause(Milliseconds{0});
         wait_for(copy, "DATAsock", [&copy] { return may_take(copy) || !is_listening(copy); });
         copy.state.network.draining_later = false;
         take_datagrams(copy);
@@ -75,7 +79,7 @@ void come_back_later(Copy& copy) {
 }  // namespace
 
 void take_datagrams(Copy& copy) {
-    while (may_take(copy)) {
+    for (int taken = 0; taken < datagrams_at_a_time && may_take(copy); ++taken) {
         const std::optional<Datagram> datagram = copy.ports.datasock.receive();
         if (!datagram) return;
         take_datagram(copy, *datagram);

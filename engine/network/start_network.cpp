@@ -32,7 +32,8 @@ void bind_client_port_later(Copy& copy) {
 void startnetwork(Copy& copy) {
     if (copy.state.run.ProgramClosing) return;
     copy.ports.datasock.close();
-    close_syncsock(copy);
+    // A client that is fetching its server's files goes on with that.
+    if (!copy.state.settings.fromnet || !copy.state.network.syncing) close_syncsock(copy);
     copy.state.network.LocalIP = copy.ini.GetSetting("Main", "LocalIP", "");
     if (copy.state.settings.fromnet) {
         bind_client_port(copy);

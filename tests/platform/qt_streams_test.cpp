@@ -162,6 +162,15 @@ TEST_F(QtStreamsTest, AClosedDoorLeavesTheConnectionThatItGave) {
     EXPECT_TRUE(run_events_until([&] { return late->state() == StreamState::closed; }));
 }
 
+TEST_F(QtStreamsTest, WhoWaitsAtADoorThatClosesIsSentAway) {
+    connect_both();
+    const auto waiting = streams.connect("127.0.0.1", port, "");
+    ASSERT_TRUE(run_events_until([&] { return waiting->state() == StreamState::connected; }));
+    listener.reset();
+    EXPECT_TRUE(run_events_until([&] { return waiting->state() == StreamState::closed; }));
+    EXPECT_EQ(caller->state(), StreamState::connected);
+}
+
 TEST_F(QtStreamsTest, APortCanBeHadAgainWhileItsOldConnectionLingers) {
     connect_both();
     listener.reset();

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "engine/core/initprog.h"
+#include "engine/network/start_network.h"
 #include "engine/network/syncsock.h"
 #include "engine/station/train_writer.h"
 #include "tests/world/cycles.h"
@@ -174,6 +175,7 @@ TEST(ClientSync, TheServersSettingsAreInForceAndStored) {
     EXPECT_TRUE(client.state().settings.tmidnight);
     EXPECT_FALSE(client.state().settings.tnineam);
     EXPECT_EQ(client.state().settings.alRoll, "905");
+    EXPECT_THAT(client.sounds.played, IsEmpty());
     EXPECT_FALSE(client.state().records.unitschanged) << "or the next cycle would throw away the graphs just received";
     EXPECT_EQ(client.state().rain.LastHourRing[3], 4);
     EXPECT_EQ(client.state().rain.LastHourIndex, 5);
@@ -285,6 +287,11 @@ TEST(ClientSync, WithoutAConnectionItGivesUpAfter20Seconds) {
     };
     const Case cases[] = {
         {"nobody answers", [](Client& client) { client.streams.ignore(server_address, 60131); }},
+        {"greeted before it asked",
+         [](Client& client) {
+             client.streams.ignore(server_address, 60131);
+             client.state().network.syncIPcnx = true;
+         }},
         {"refused", [](Client& client) { client.address = "10.0.0.99"; }},
         {"connected and never greeted", [](Client& client) { client.greeting.clear(); }},
         {"connected, closed without a word",
@@ -353,6 +360,7 @@ TEST(ClientSync, ABusyServerIsAskedSevenTimes) {
         EXPECT_GE(client.notices.boxes[0].at - client.begun, 35'092ms);
         EXPECT_LE(client.notices.boxes[0].at - client.begun, 35'110ms);
         EXPECT_FALSE(client.network().frmSync.open);
+        EXPECT_THAT(client.datasock.binds, testing::SizeIs(2)) << "no initprog";
         EXPECT_EQ(client.network().sync_result, "no answer");
         EXPECT_EQ(client.notices.restored, 1);
     }
@@ -528,6 +536,72 @@ TEST(ClientSync, AFileWithoutEndIsALostConnection) {
     EXPECT_FALSE(client.files.exists("grafdata.tmp"));
 }
 
+TEST(ClientSync, AFileHasFourMebibytesAtMost) {
+    for (const std::size_t beyond : {0U, 1U}) {
+        SCOPED_TRACE(beyond);
+        Client client;
+        client.answers["cmdRequestAlmanac,"] = std::string(std::size_t{4} * 1024 * 1024 + beyond, '1');
+        client.synchronise_whole();
+        EXPECT_EQ(client.network().sync_result, beyond == 0 ? "all files" : "connection lost");
+        EXPECT_EQ(client.files.exists("nbextreme.log"), beyond == 0);
+        EXPECT_FALSE(client.files.exists("nbextreme.tmp"));
+    }
+}
+
+TEST(ClientSync, TheLastCommandHasASecondToGoOut) {
+    Client client;
+    client.on_request = [&](const std::string& words) {
+        if (words == "cmdRequestAlmanac,") client.server->stall(true);
+    };
+    client.begin();
+    // The last command is sent at 2118 ms; 1.01 s for the system to take it, and 1 s more.
+    client.run_for(4'100ms);
+    EXPECT_TRUE(client.network().syncing);
+    client.run_for(100ms);
+    EXPECT_FALSE(client.network().syncing);
+    EXPECT_EQ(client.network().sync_result, "all files");
+}
+
+// Another role, or the same one again, in the middle of it
+
+TEST(ClientSync, AcceptingTheCommunicationsDialogDoesNotEndIt) {
+    Client client;
+    client.begin();
+    client.run_for(500ms);
+    client.act([&] { startnetwork(client.copy()); });
+    client.run_for(1min);
+    EXPECT_EQ(client.network().sync_result, "all files");
+    EXPECT_THAT(client.streams.connects, testing::SizeIs(1));
+}
+
+TEST(ClientSync, ACopyThatBecomesAServerLetsItsOwnServerGo) {
+    Client client;
+    client.begin();
+    client.run_for(500ms);
+    client.state().settings.fromnet = false;
+    client.state().settings.bcastnet = true;
+    client.act([&] { startnetwork(client.copy()); });
+    client.run_for(1s);
+    EXPECT_TRUE(client.server->left());
+    EXPECT_FALSE(client.network().syncing);
+    EXPECT_FALSE(client.state().comm.dworkingb);
+    EXPECT_EQ(client.network().sync_result, "connection lost");
+    EXPECT_EQ(syncstate(client.network()), StreamState::listening);
+}
+
+TEST(ClientSync, GivingUpLeavesTheListenerOfACopyThatHasBecomeAServer) {
+    Client client;
+    client.streams.ignore(server_address, 60131);
+    client.begin();
+    client.run_for(500ms);
+    client.state().settings.fromnet = false;
+    client.state().settings.bcastnet = true;
+    client.act([&] { startnetwork(client.copy()); });
+    client.run_for(30s);
+    EXPECT_EQ(client.network().sync_result, "no connection");
+    EXPECT_EQ(syncstate(client.network()), StreamState::listening);
+}
+
 // Errors
 
 TEST(ClientSync, AnErrorEndsItWithOneNotice) {
@@ -568,6 +642,7 @@ TEST(ClientSync, AnErrorEndsItWithOneNotice) {
         EXPECT_EQ(client.network().frmSync.Text1, "");
         EXPECT_EQ(client.notices.restored, 1);
         EXPECT_TRUE(client.server->left());
+        EXPECT_THAT(client.datasock.binds, testing::SizeIs(2)) << "no initprog";
         EXPECT_FALSE(client.state().run.HaveError) << "the program goes on";
         EXPECT_THAT(client.network().sync_result, testing::StartsWith("error "));
     }
@@ -587,11 +662,14 @@ TEST(ClientSync, AFileThatCannotBeWrittenOnIsAnError) {
     client.answers.erase("cmdRequestGraphFile,");
     client.on_request = [&](const std::string& words) {
         if (words != "cmdRequestGraphFile,") return;
-        client.files.refuse("grafdata.tmp", FileResult::disk_full);
+        client.files.fail_call(1, FileResult::disk_full);
         client.server->say("graphs");
     };
     client.synchronise_whole();
     EXPECT_EQ(client.network().sync_result, "error 61");
+    EXPECT_FALSE(client.files.exists("grafdata.tmp"));
+    EXPECT_FALSE(client.files.exists("grafdata.dat"));
+    EXPECT_TRUE(client.files.exists("tempsync.cfg")) << "it has been read already";
 }
 
 // The almanac of a new month
@@ -679,6 +757,10 @@ TEST(ClientSync, AClientAnswersAServersQuestionsToo) {
     client.server->say("cmdServerStatus,");
     client.run_for(5ms);
     EXPECT_EQ(client.count_said("cmdServerIsOK,"), 1);
+    client.files.put("nimbrYDay.log", "the client's own");
+    client.server->say("cmdRequestYdayFile,");
+    client.run_for(305ms);
+    EXPECT_EQ(client.count_said("the client's own"), 1);
 }
 
 TEST(ClientSync, TheNextStartReadsWhatTheServerSent) {
@@ -700,6 +782,16 @@ TEST(ClientSync, TheNextStartReadsWhatTheServerSent) {
         EXPECT_EQ(world.state().settings.tmidnight, row.taken);
         EXPECT_EQ(world.setting("Main", "tmidnight"), "") << "into the state only";
     }
+    World both;
+    both.files.put("Nimbry.ini", main_section("fromnet=True\r\n"));
+    both.files.put("tempsync.cfg", server_settings);
+    both.files.put("sync.cfg",
+                   "False\r\nFalse\r\nTrue\r\nFalse\r\nTrue\r\nTrue\r\nFalse\r\nFalse\r\nTrue\r\nFalse\r\nFalse\r\n"
+                   "False\r\nTrue\r\n5\r\nFalse\r\n999\r\n999\r\n");
+    both.start();
+    EXPECT_EQ(both.state().units.temperature, TemperatureUnit::fahrenheit) << "tempsync.cfg comes first";
+    EXPECT_TRUE(both.state().settings.tmidnight);
+
     StartedWorld alone;
     alone.files.put("tempsync.cfg", server_settings);
     alone.act([&] { initprog(alone.copy()); });

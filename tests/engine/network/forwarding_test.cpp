@@ -91,6 +91,19 @@ TEST(Forwarding, a_failed_address_does_not_stop_the_later_ones) {
     EXPECT_TRUE(server.log_lines().empty());
 }
 
+TEST(Forwarding, an_entry_that_is_no_address_is_a_failure_and_never_another_address) {
+    for (const char* entry : {"1.2.3", "10", "0x7f.1", "127.0.0.1.", "somewhere", ""}) {
+        SCOPED_TRACE(entry);
+        Server server;
+        server.state.settings.iplist = {entry, "010.0.0.2"};
+        forwardgroup(server.copy, write_train({}));
+        EXPECT_EQ(server.hosts(), std::vector<std::string>{"10.0.0.2"});
+        ASSERT_EQ(server.notices.balloons.size(), 1U);
+        EXPECT_EQ(server.notices.balloons[0].what.text,
+                  "Network error. Unable to send data to Nimbry client(s) Invalid argument (10022)");
+    }
+}
+
 TEST(Forwarding, one_notice_a_frame_tells_of_the_first_failure) {
     Server server;
     server.datasock.refusals = {{"10.0.0.2", {13, "Permission denied"}}, {"10.0.0.7", {5, "Odd"}}};

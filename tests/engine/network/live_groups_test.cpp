@@ -62,30 +62,44 @@ TEST(LiveGroups, LengthAndTagAreTestedEachByItself) {
         const char* what;
         Bytes bytes;
         std::uint64_t wrong_length, unknown_tag, bad_checksum;
+        bool reaches_routine;  ///< which finds it bad, or takes it; what does not leaves `goodatab` alone
     };
-    Bytes with_two_more = write_train({});
-    with_two_more.resize(143);
     const Case cases[] = {
-        {"empty", {}, 1, 0, 0},
-        {"26 bytes", of_length(26, 0xCF), 1, 0, 0},
-        {"27 bytes of a train's tag reach the train's routine", of_length(27, 0x8F), 1, 0, 0},
-        {"27 bytes of another tag", of_length(27, 0x9F), 0, 1, 0},
-        {"141 bytes of the wind's tag", of_length(141, 0xCF), 1, 0, 0},
-        {"a spoiled train", of_length(141, 0x8F), 0, 0, 1},
-        {"143 bytes are cut to a train", with_two_more, 0, 0, 0},
-        {"144 bytes", of_length(144, 0x8F), 1, 0, 0},
-        {"a datagram of 60,000 bytes", of_length(60'000, 0x8F), 1, 0, 0},
+        {"empty", {}, 1, 0, 0, false},
+        {"26 bytes of the wind's tag", of_length(26, 0xCF), 1, 0, 0, false},
+        {"26 bytes of another tag", of_length(26, 0x9F), 1, 0, 0, false},
+        {"27 bytes of a train's tag reach the train's routine", of_length(27, 0x8F), 1, 0, 0, true},
+        {"27 bytes of another tag", of_length(27, 0x9F), 0, 1, 0, false},
+        {"141 bytes of the wind's tag", of_length(141, 0xCF), 1, 0, 0, true},
+        {"a spoiled train", of_length(141, 0x8F), 0, 0, 1, true},
+        {"144 bytes", of_length(144, 0x8F), 1, 0, 0, false},
+        {"a datagram of 60,000 bytes", of_length(60'000, 0x8F), 1, 0, 0, false},
     };
     for (const Case& row : cases) {
         SCOPED_TRACE(row.what);
         Client client;
         client.hear(write_train({}));
+        ASSERT_TRUE(client.state().comm.goodatab);
         client.hear(row.bytes);
+        EXPECT_EQ(client.state().comm.goodatab, !row.reaches_routine);
+        EXPECT_EQ(client.counters().trains, 1U);
         EXPECT_EQ(client.counters().wrong_length, row.wrong_length);
         EXPECT_EQ(client.counters().unknown_tag, row.unknown_tag);
         EXPECT_EQ(client.counters().bad_checksum, row.bad_checksum);
         EXPECT_FALSE(client.state().comm.dworkingb);
         EXPECT_TRUE(client.state().comm.GroupTag.empty());
+    }
+}
+
+TEST(LiveGroups, TwoBytesMoreThanATrainHasAreCutOff) {
+    for (const std::size_t length : {142U, 143U}) {
+        SCOPED_TRACE(length);
+        Client client;
+        Bytes train = write_train({});
+        train.resize(length, 0xFF);
+        client.hear(train);
+        EXPECT_EQ(client.counters().trains, 1U);
+        EXPECT_EQ(client.counters().wrong_length, 0U);
     }
 }
 
@@ -165,6 +179,22 @@ TEST(LiveGroups, TheLastOneIsRemembered) {
     client.run_for(1s);
     EXPECT_EQ(client.state().network.last_sender, "10.0.0.5");
     EXPECT_EQ(client.state().network.last_datagram, VirtualClock::usual_start + 2s);
+}
+
+TEST(LiveGroups, AFloodLetsOtherEventsHaveTheirTurn) {
+    Client client;
+    for (int n = 0; n < 250; ++n) client.datasock.arrive({1}, "10.0.0.5");
+    ASSERT_EQ(client.datasock.waiting(), 250U);
+    std::vector<std::size_t> left;
+    client.act([&] {
+        client.engine.datagram_readable();
+        for (int turn = 0; turn < 3; ++turn) {
+            left.push_back(client.datasock.waiting());
+            client.pauses.pause(0ms);
+        }
+    });
+    client.run_for(100ms);
+    EXPECT_EQ(left, (std::vector<std::size_t>{150, 50, 0}));
 }
 
 // The first weather day of a month

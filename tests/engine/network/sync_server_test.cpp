@@ -71,6 +71,17 @@ TEST(SyncServer, TheLogLineBearsTheStationsTimeOnceItIsKnown) {
     EXPECT_THAT(server.log(), ElementsAre("05 Oct 2026 14:01:00 A client machine at 10.1.2.3 connected"));
 }
 
+TEST(SyncServer, TheLogLineComesWhenTheGreetingIsOutOrItsTimeIsOver) {
+    Server server;
+    const ScriptedPeerPtr client = server.streams.call(60131, "127.0.0.2");
+    client->stall(true);
+    server.run_for(1'005ms);
+    EXPECT_EQ(client->heard(), "cmdAcceptCNX,");
+    EXPECT_THAT(server.log(), IsEmpty());
+    server.run_for(10ms);
+    EXPECT_THAT(server.log(), testing::SizeIs(1));
+}
+
 TEST(SyncServer, ServesOneClientAndRefusesTheOthersMeanwhile) {
     Server server;
     const ScriptedPeerPtr first = server.connect();
