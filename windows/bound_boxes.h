@@ -10,14 +10,17 @@ namespace nimbry::windows {
 
 class CaptionLabel;
 
-/// A widget for a box of the main window, bound to it. It takes its spoken name from the box's caption.
+/// A widget for a box of the model, bound to it. It takes its spoken name from the box's caption.
 ValueBox* bound_box(BoxBinding& binding, const Box& source, const char* name, ValueBox::Style style,
                     const QString& sample);
 
 /// The same for a label.
 CaptionLabel* bound_label(BoxBinding& binding, const Box& source, const char* name, const QString& sample);
 
-/// The caption of a box of the main window.
+/// Gives the box that shows the barometer's trend an arrow that says the same.
+void bind_trend_picture(BoxBinding& binding, const Box& trend, ValueBox* shown);
+
+/// The caption of a box of the main window or of the additional data window.
 [[nodiscard]] QString caption_text(const char* box_name);
 
 }  // namespace nimbry::windows

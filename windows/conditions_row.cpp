@@ -3,7 +3,6 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
-#include "engine/derived/number_text.h"
 #include "windows/bound_boxes.h"
 #include "windows/caption_label.h"
 #include "windows/card_group.h"
@@ -76,20 +75,12 @@ CardGroup* rain_group(const MainPanel& panel, BoxBinding& binding) {
     return group;
 }
 
-QString trend_picture(const std::string& word) {
-    if (trimmed(word) == "Rising") return QStringLiteral("trend-rising");
-    if (trimmed(word) == "Steady") return QStringLiteral("trend-steady");
-    if (trimmed(word) == "Falling") return QStringLiteral("trend-falling");
-    return {};
-}
-
 CardGroup* barometer_group(const MainPanel& panel, BoxBinding& binding) {
     auto* group = new CardGroup(QStringLiteral("Barometer and indoor"));
     CardColumn column(*group, binding);
     column.add(panel.Text2[4], "Text2(4)", QStringLiteral("1019.2 mB"));
-    ValueBox* trend = column.add(panel.TxtBarTrend, "TxtBarTrend", QStringLiteral("Steady"));
-    binding.bind_result([&panel] { return panel.TxtBarTrend.text; },
-                        [trend](const std::string& word) { trend->set_picture(trend_picture(word)); });
+    bind_trend_picture(binding, panel.TxtBarTrend,
+                       column.add(panel.TxtBarTrend, "TxtBarTrend", QStringLiteral("Steady")));
     column.add(panel.Text2[8], "Text2(8)", temperature_sample);
     column.add(panel.Text2[9], "Text2(9)", QStringLiteral("100 %"));
     return group;

@@ -7,8 +7,9 @@
 
 namespace nimbry::windows {
 
-PictureBox::PictureBox(const char* name, const QString& meaning, int size, QWidget* parent) : QWidget(parent) {
-    setObjectName(QString::fromStdString(object_name(name)));
+PictureBox::PictureBox(const char* name, const QString& meaning, int size, QWidget* parent)
+    : QWidget(parent), svg_(QString::fromStdString(object_name(name))) {
+    setObjectName(svg_);
     setAccessibleName(meaning);
     setToolTip(meaning);
     setFixedSize(size, size);
@@ -16,7 +17,7 @@ PictureBox::PictureBox(const char* name, const QString& meaning, int size, QWidg
 
 void PictureBox::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.drawPixmap(0, 0, picture(objectName(), width(), devicePixelRatioF()));
+    painter.drawPixmap(0, 0, picture(svg_, width(), devicePixelRatioF()));
 }
 
 }  // namespace nimbry::windows

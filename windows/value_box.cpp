@@ -57,7 +57,9 @@ double font_factor(ValueBox::Style style) {
         case ValueBox::Style::card: return 14.0 / 9;
         case ValueBox::Style::clock: return 20.0 / 9;
         case ValueBox::Style::table:
-        case ValueBox::Style::plain: break;
+        case ValueBox::Style::plain:
+        case ValueBox::Style::large:
+        case ValueBox::Style::banner: break;
     }
     return 10.0 / 9;
 }
@@ -77,9 +79,11 @@ ValueBox::ValueBox(const char* name, Style style, const QString& sample, QWidget
     : QWidget(parent), style_(style), sample_(sample) {
     setObjectName(QString::fromStdString(object_name(name)));
     setFocusPolicy(Qt::ClickFocus);
-    const bool fills_its_place = style == Style::card || style == Style::table;
+    const bool fills_its_place = style == Style::card || style == Style::table || fills_its_room();
     setSizePolicy(fills_its_place ? QSizePolicy::Expanding : QSizePolicy::Preferred,
-                  style == Style::card ? QSizePolicy::Preferred : QSizePolicy::Minimum);
+                  style == Style::card ? QSizePolicy::Preferred
+                  : fills_its_room()   ? QSizePolicy::Expanding
+                                       : QSizePolicy::Minimum);
 }
 
 QString ValueBox::text() const {
@@ -92,7 +96,10 @@ QString ValueBox::drawn_text() const {
 
 void ValueBox::show_box(const Box& box) {
     const Box before = std::exchange(box_, box);
-    if (before.back != box.back) updateGeometry();
+    if (before.back != box.back) {
+        setting_.reset();
+        updateGeometry();
+    }
     const QString tip = full_tip(box);
     setToolTip(tip);
     setAccessibleDescription(tip);
@@ -125,6 +132,7 @@ const ValueBox::Setting& ValueBox::setting() const {
 }
 
 ValueBox::Setting ValueBox::best_setting() const {
+    if (fills_its_room()) return {filling_factor(), false};
     if (style_ != Style::table) return {font_factor(style_), false};
     for (const double points : table_points) {
         for (const bool two_lines : {false, true}) {
@@ -137,6 +145,27 @@ ValueBox::Setting ValueBox::best_setting() const {
     return {table_points.back() / usual_points, true};
 }
 
+/// Room for a mark is left, so that an alarm does not make the type smaller, and boxes with and without an alarm have
+/// the same.
+double ValueBox::filling_factor() const {
+    constexpr double air = 0.86;  // of the height
+    const double usual = font_factor(style_);
+    const auto fit = [this](double factor) {
+        const QFont font = scaled(this->font(), factor);
+        const double mark = style_ == Style::large ? QFontMetricsF(font).ascent() + 4 : 0;
+        const double wide = (width() - 2 * padding()) / (tabular_width(font, sample_) + mark);
+        return std::min(wide, air * height() / QFontMetricsF(font).height());
+    };
+    double factor = usual * std::max(1.0, fit(usual));
+    // A font does not grow in exact proportion.
+    if (factor > usual) factor = std::max(usual, factor * std::min(1.0, fit(factor) * 0.995));
+    return factor;
+}
+
+bool ValueBox::can_alarm() const {
+    return box_.back != nimbry::Box{}.back;
+}
+
 QFont ValueBox::value_font() const {
     return scaled(font(), setting().factor);
 }
@@ -146,10 +175,11 @@ QStringList ValueBox::drawn_lines() const {
 }
 
 bool ValueBox::has_background() const {
-    return style_ == Style::card || style_ == Style::table || looks().mark != BoxMark::none;
+    return style_ == Style::card || style_ == Style::table || style_ == Style::large || looks().mark != BoxMark::none;
 }
 
 int ValueBox::padding() const {
+    if (style_ == Style::large) return 12;
     return style_ == Style::card || style_ == Style::table ? 6 : 0;
 }
 
@@ -176,11 +206,11 @@ QSize ValueBox::minimumSizeHint() const {
         return {static_cast<int>(std::ceil(least.width())) + 2 * padding(),
                 static_cast<int>(std::ceil(least.height()))};
     }
-    const QFont font = value_font();
+    const QFont font = fills_its_room() ? scaled(this->font(), font_factor(style_)) : value_font();
     const int text = static_cast<int>(std::ceil(tabular_width(font, sample_)));
     // Room for the mark of an alarm is kept where there can be one, so that an alarm does not make the window grow.
-    const bool can_alarm = box_.back != nimbry::Box{}.back;
-    return {text + 2 * padding() + (can_alarm ? mark_size() + 4 : 0), QFontMetrics(font).height() + 2};
+    const int mark = can_alarm() || style_ == Style::large ? QFontMetrics(font).ascent() + 4 : 0;
+    return {text + 2 * padding() + mark, QFontMetrics(font).height() + 2};
 }
 
 QSize ValueBox::sizeHint() const {

@@ -22,10 +22,12 @@ class ValueBox : public QWidget {
 
 public:
     enum class Style {
-        card,   ///< under a caption: 14 pt where the application's font has 9
-        table,  ///< in the table of extremes: up to 10 pt, in one line or, where that is too wide, in two
-        clock,  ///< the time in the header: 20 pt, no background of its own
-        plain,  ///< the header's other texts: 10 pt, no background of its own
+        card,    ///< under a caption: 14 pt where the application's font has 9
+        table,   ///< in the table of extremes: up to 10 pt, in one line or, where that is too wide, in two
+        clock,   ///< the time in the header: 20 pt, no background of its own
+        plain,   ///< the header's other texts: 10 pt, no background of its own
+        large,   ///< on the big display: as large as the sample leaves room for
+        banner,  ///< the same, no background of its own
     };
 
     /// `name` is the box's name in the model ("Text2(0)"): it becomes the objectName ("Text2_0"). `sample` is the
@@ -72,11 +74,14 @@ private:
     };
     [[nodiscard]] const Setting& setting() const;
     [[nodiscard]] Setting best_setting() const;
+    [[nodiscard]] double filling_factor() const;
+    [[nodiscard]] bool fills_its_room() const { return style_ == Style::large || style_ == Style::banner; }
     [[nodiscard]] QFont value_font() const;
     [[nodiscard]] QStringList drawn_lines() const;
     [[nodiscard]] int padding() const;
     [[nodiscard]] bool has_background() const;
     [[nodiscard]] QString drawn_text() const;
+    [[nodiscard]] bool can_alarm() const;
     [[nodiscard]] int mark_size() const;
     [[nodiscard]] int marks_width() const;
     void show_tip(const QPoint& global);

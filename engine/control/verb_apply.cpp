@@ -8,9 +8,9 @@
 #include "engine/alarms/alarms.h"
 #include "engine/control/notice_line.h"
 #include "engine/control/verbs_setup.h"
-#include "engine/core/known_keys.h"
 #include "engine/derived/code_page.h"
 #include "engine/derived/number_text.h"
+#include "engine/displays/big_display.h"
 #include "engine/publish/internet_check.h"
 #include "engine/setup/comms_dialog.h"
 #include "engine/setup/units_dialog.h"
@@ -61,12 +61,7 @@ Refusal apply_internet_dialog(Copy& copy) {
 }
 
 Refusal apply_marquee_dialog(Copy& copy) {
-    std::vector<clsIniFile::Setting> ticks;
-    for (const KnownKey& key : known_keys()) {
-        if (key.section != "Marquee") continue;
-        ticks.push_back({key.section, key.key, flag_text(copy.ini.GetFlag(key.section, key.key, false))});
-    }
-    copy.ini.SaveSettings(ticks);
+    accept_marquee(copy, MarqueeDialog(copy.state.big.FrmMarquee));
     return {};
 }
 

@@ -13,6 +13,7 @@
 #include "engine/core/program_log_pruning.h"
 #include "engine/core/run_time_error.h"
 #include "engine/derived/code_page.h"
+#include "engine/displays/big_display.h"
 #include "engine/displays/main_menu.h"
 #include "engine/graphs/graph_store.h"
 #include "engine/publish/publishing.h"
@@ -52,6 +53,8 @@ void take_into_force(Copy& copy, std::string_view section) {
         getalarms(copy);
     } else if (section == "FTP") {
         getFTP(copy);
+    } else if (section == "Marquee") {
+        getmarquee(copy);
     }
 }
 

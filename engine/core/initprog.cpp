@@ -4,6 +4,7 @@
 #include "engine/core/run_time_error.h"
 #include "engine/core/serial_port.h"
 #include "engine/derived/units.h"
+#include "engine/displays/big_display.h"
 #include "engine/displays/main_menu.h"
 #include "engine/displays/main_panel.h"
 #include "engine/graphs/graph_store.h"
@@ -57,6 +58,7 @@ void initprog(Copy& copy) {
         copy.state.comm.ErrorWord.clear();
         getalarms(copy);
         getFTP(copy);
+        getmarquee(copy);
         first_run(copy);
         copy.state.settings = read_main_settings(copy.ini);
         if (copy.state.settings.fromnet) take_synced_settings(copy);

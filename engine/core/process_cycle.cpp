@@ -112,11 +112,12 @@ void end_first_cycle(Copy& copy) {
 void enable_menu(WeatherState& state) {
     if (state.publish.uloadftpbusy || state.publish.emailbusy) return;
     MainMenu& menu = state.menu;
-    for (Box* entry : {&menu.mnuExit, &menu.mnuSetup, &menu.mnuLogs, &menu.mnuDisplay, &menu.mnuAdditional,
-                       &menu.mnuReports, &menu.mnuHelp, &menu.mnuDisplayLog, &menu.mnuDisplayAlmanac, &menu.mnuProgLog,
-                       &menu.mnuClearProgLog, &menu.mnuAlMonth, &menu.mnuAutoReport, &menu.fmb[0], &menu.fmb[5]}) {
+    for (Box* entry : {&menu.mnuExit, &menu.mnuSetup, &menu.mnuLogs, &menu.mnuDisplay, &menu.mnuReports, &menu.mnuHelp,
+                       &menu.mnuDisplayLog, &menu.mnuDisplayAlmanac, &menu.mnuProgLog, &menu.mnuClearProgLog,
+                       &menu.mnuAlMonth, &menu.mnuAutoReport, &menu.fmb[0], &menu.fmb[5]}) {
         entry->enabled = true;
     }
+    menu.mnuAdditional.enabled = !state.additional.Additional_Open;
 }
 
 /// The fault red ends with the cycle that painted it; only a lone wind group's outlasts its event. Where only

@@ -1,6 +1,7 @@
 #include "engine/core/timer_ticks.h"
 
 #include "engine/alarms/alarms.h"
+#include "engine/displays/big_display.h"
 #include "engine/displays/status_message.h"
 #include "engine/graphs/graph_store.h"
 #include "engine/publish/publishing.h"
@@ -29,6 +30,7 @@ void timer_tick(Copy& copy, TimerId id) {
         case TimerId::timWU: weather_services(copy); break;
         case TimerId::TimLog: weather_log_minute(copy); break;
         case TimerId::TimFTPTOT: ftp_time_out(copy); break;
+        case TimerId::Timer1: turn_marquee(copy.state); break;
     }
 }
 

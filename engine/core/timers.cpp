@@ -23,6 +23,7 @@ constexpr std::array<TimerRow, timer_count> rows{{
     {TimerId::timWU, "timWU", Milliseconds{60000}},
     {TimerId::TimLog, "TimLog", Milliseconds{60000}},
     {TimerId::TimFTPTOT, "TimFTPTOT", Milliseconds{50000}},
+    {TimerId::Timer1, "Timer1", Milliseconds{4000}},
 }};
 
 constexpr std::size_t index(TimerId id) {

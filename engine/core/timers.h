@@ -9,7 +9,7 @@
 
 namespace nimbry {
 
-/// The timers of the main window.
+/// The timers of the main window, and that of the big display.
 enum class TimerId {
     TimComFail,   ///< 60 s: no-data watch
     Timer2,       ///< 1.5 s: ends the flash of the lamp
@@ -21,8 +21,9 @@ enum class TimerId {
     timWU,        ///< 60 s: weather services
     TimLog,       ///< 60 s: weather log
     TimFTPTOT,    ///< 50 s: upload time-out
+    Timer1,       ///< 4 s: turns the line of the big display
 };
-inline constexpr std::size_t timer_count = 10;
+inline constexpr std::size_t timer_count = 11;
 
 /// Which timers run and when each is due next. Owns no clock: time is an argument.
 class Timers {

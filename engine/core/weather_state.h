@@ -6,6 +6,7 @@
 #include "engine/derived/rain_state.h"
 #include "engine/derived/units.h"
 #include "engine/displays/additional_panel.h"
+#include "engine/displays/big_display.h"
 #include "engine/displays/main_menu.h"
 #include "engine/displays/main_panel.h"
 #include "engine/displays/main_window.h"
@@ -41,6 +42,7 @@ struct WeatherState {
     MainPanel panel;               ///< the main window's boxes
     MainMenu menu;                 ///< its menu and buttons
     AdditionalPanel additional;    ///< the boxes of the additional data window
+    BigDisplay big;                ///< the large-type window
     MainWindow window;             ///< the main window as a whole
     SetupWindows setup;            ///< the setup windows that a cycle takes notice of
     StatusMessage status_message;  ///< the small status window

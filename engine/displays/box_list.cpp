@@ -172,19 +172,14 @@ void add_additional(Add add, Panel& group) {
     add("NimbryAdditional.Command1", BoxKind::button, group.Command1);
 }
 
-#undef NIMBRY_BOX
-
-template <class Entry, class State>
-std::vector<Entry> listed(State& state) {
-    std::vector<Entry> list;
-    list.reserve(160);
-    const auto add = [&list](std::string_view name, BoxKind kind, auto& box) { list.push_back({name, kind, &box}); };
-    add_panel_readings(add, state.panel);
-    add_panel_labels_and_pictures(add, state.panel);
-    add_menu(add, state.menu);
-    add_additional(add, state.additional);
-    return list;
+template <class Add, class Big>
+void add_big_display(Add add, Big& group) {
+    NIMBRY_BOX(reading, txtDisTimDat);
+    NIMBRY_BOX(label, Label9);
+    NIMBRY_BOX(label, Label10);
 }
+
+#undef NIMBRY_BOX
 
 std::string_view without_window(std::string_view name) {
     return name.substr(name.find('.') + 1);
@@ -199,6 +194,20 @@ auto found(const List& list, std::string_view name) -> decltype(list.front().box
         if (without_window(entry.name) == name) return entry.box;
     }
     return nullptr;
+}
+
+template <class Entry, class State>
+std::vector<Entry> listed(State& state) {
+    std::vector<Entry> list;
+    list.reserve(160);
+    const auto add = [&list](std::string_view name, BoxKind kind, auto& box) { list.push_back({name, kind, &box}); };
+    add_panel_readings(add, state.panel);
+    add_panel_labels_and_pictures(add, state.panel);
+    add_menu(add, state.menu);
+    add_additional(add, state.additional);
+    add_big_display(add, state.big);
+    for (const BigReading& reading : big_readings()) add(reading.name, BoxKind::reading, *found(list, reading.of));
+    return list;
 }
 
 }  // namespace

@@ -33,7 +33,8 @@ struct NamedConstBox {
 };
 
 /// Every box of every window, in one fixed order: the main window's readings, its labels, pictures, menu and buttons,
-/// then the additional data window's. `TxtPeakRain` and "Text2(5)" are two names of one box.
+/// then the additional data window's and the big display's. `TxtPeakRain` and "Text2(5)" are two names of one box, and
+/// so are the big display's readings and those of the main window.
 [[nodiscard]] std::vector<NamedBox> named_boxes(WeatherState& state);
 [[nodiscard]] std::vector<NamedConstBox> named_boxes(const WeatherState& state);
 

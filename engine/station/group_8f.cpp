@@ -4,6 +4,7 @@
 #include "engine/core/run_time_error.h"
 #include "engine/derived/dates.h"
 #include "engine/derived/number_text.h"
+#include "engine/displays/big_display.h"
 #include "engine/station/group_text.h"
 #include "engine/station/groups.h"
 #include "engine/station/humidity.h"
@@ -26,6 +27,7 @@ void show_clock(WeatherState& state) {
     const Readings& readings = state.readings;
     state.panel.TxtTime.text = readings.rdattime;
     state.panel.TxtDate.text = readings.rdatmonth + "  " + readings.rdatday;
+    show_time_and_date(state);
     state.log_fields.logdate = readings.rdatday;
     state.log_fields.logmonth = readings.rdatmonth;
     state.log_fields.logtime = readings.rdattime.substr(0, 5);

@@ -12,6 +12,8 @@
 #include "engine/core/program_log.h"
 #include "engine/core/program_log_pruning.h"
 #include "engine/core/switches.h"
+#include "engine/displays/additional_window.h"
+#include "engine/displays/big_display.h"
 #include "engine/displays/main_window.h"
 #include "engine/graphs/graph_store.h"
 #include "engine/graphs/graph_view.h"
@@ -34,6 +36,7 @@
 #include "platform/system_desktop.h"
 #include "windows/almanac_chooser.h"
 #include "windows/comms_window.h"
+#include "windows/display_windows.h"
 #include "windows/form1.h"
 #include "windows/setup_dialogs.h"
 #include "windows/small_windows.h"
@@ -99,6 +102,7 @@ private:
         if (first_setup_) first_setup_->refresh();
         if (small_) small_->refresh();
         if (dialogs_) dialogs_->refresh();
+        if (displays_) displays_->refresh();
     }
 
     void show_main_window() {
@@ -109,6 +113,7 @@ private:
         small_->offer_to(notices_);
         small_->on_debug_closed(click("Menu", [this] { click_switch(copy(), *switch_named("mnuFTPdebug")); }));
         dialogs_.emplace(engine_.state(), accepted(), &*form_);
+        displays_.emplace(engine_.state(), display_actions(), &*form_);
         notices_.set_main_window(&*form_);
         form_->show();
     }
@@ -161,11 +166,37 @@ private:
             small_->show_about(copy().ini.GetSetting("Main", "Version", ""));
         };
         actions.menu["mnuResetGraphs"] = click("mnuResetGraphs", [this] { resetgraphs(copy()); });
+        actions.menu["mnuAdditional"] = [this] {
+            start_event(copy(), "mnuAdditional", [this] { mnuAdditional(copy()); });
+            displays_->show_additional();
+        };
+        actions.menu["mnuBIG"] = [this] {
+            start_event(copy(), "mnuBIG", [this] { mnuBIG(copy()); });
+            displays_->show_big();
+        };
         actions.graphs = graph_actions();
         for (const Switch& each : switches()) {
             actions.menu[std::string(each.name)] = click("Menu", [this, &each] { click_switch(copy(), each); });
         }
         return actions;
+    }
+
+    DisplayWindows::Actions display_actions() {
+        return {.additional = {.to_front = display_event("NimbryAdditional", additional_comes_to_front),
+                               .hide = display_event("NimbryAdditional", hide_additional),
+                               .closed = display_event("NimbryAdditional", additional_closed)},
+                .big_closed = display_event("NimbryBIG", big_display_closed),
+                .accept_marquee = [this](const MarqueeDialog& values) {
+                    start_event(copy(), "FrmMarquee", [this, values] { accept_marquee(copy(), values); });
+                }};
+    }
+
+    /// What a person does at one of the displays; it shows what came of it at once.
+    std::function<void()> display_event(const char* tag, void (*what)(Copy&)) {
+        return [this, tag, what] {
+            start_event(copy(), tag, [this, what] { what(copy()); });
+            changed();
+        };
     }
 
     /// What an accepted dialog leads to, as an event of the engine.
@@ -305,6 +336,7 @@ private:
     std::optional<Form1> form_;
     std::optional<SmallWindows> small_;
     std::optional<SetupDialogs> dialogs_;
+    std::optional<DisplayWindows> displays_;
 };
 
 }  // namespace

@@ -25,10 +25,13 @@
 #include "engine/station/train_writer.h"
 #include "programs/nimbry/other_instance.h"
 #include "programs/nimbry/window_program.h"
+#include "windows/additional_window.h"
 #include "windows/alarms_window.h"
+#include "windows/big_window.h"
 #include "windows/comms_window.h"
 #include "windows/form1.h"
 #include "windows/location_window.h"
+#include "windows/marquee_window.h"
 #include "windows/message_dialog.h"
 #include "windows/splash.h"
 #include "windows/units_window.h"
@@ -264,6 +267,48 @@ TEST(Program, DoesWhatIsChosenInTheUnitsAndTheLocationWindow) {
                   [] { visible_window<windows::Form1>()->findChild<QAction*>("mnuExit1")->trigger(); });
     EXPECT_EQ(run_with_window(folder.path().toStdString(), station.name(), false), 0);
     EXPECT_TRUE(onlooker.saw_all());
+}
+
+TEST(Program, OpensItsFurtherDisplaysAndTakesTheMarqueeIntoForce) {
+    const Folder folder;
+    const PseudoTerminal station;
+    Onlooker onlooker;
+    const auto main = [] { return visible_window<windows::Form1>(); };
+    const auto entry = [main](const char* name) { return main()->findChild<QAction*>(QString::fromLatin1(name)); };
+    onlooker.when([main] { return main() != nullptr; }, [entry] { entry("mnuAdditional")->trigger(); });
+    onlooker.when(
+        [entry] {
+            return visible_window<windows::AdditionalWindow>() != nullptr && !entry("mnuAdditional")->isEnabled();
+        },
+        [] { visible_window<windows::AdditionalWindow>()->findChild<QAction*>("mnuHide")->trigger(); });
+    onlooker.when(
+        [entry] {
+            return visible_window<windows::AdditionalWindow>() == nullptr && entry("mnuAdditional")->isEnabled();
+        },
+        [entry] { entry("mnuBIG")->trigger(); });
+    onlooker.when([] { return visible_window<windows::BigWindow>() != nullptr; },
+                  [] {
+                      auto* big = visible_window<windows::BigWindow>();
+                      EXPECT_EQ(big->findChild<windows::ValueBox*>("Label9")->text(), "**  Nimbry  **");
+                      big->findChild<QAbstractButton*>("cmdMarquee")->click();
+                  });
+    onlooker.when([] { return visible_window<windows::MarqueeWindow>() != nullptr; },
+                  [] {
+                      auto* dialog = visible_window<windows::MarqueeWindow>();
+                      dialog->findChild<QAbstractButton*>("chkDew")->click();
+                      dialog->findChild<QAbstractButton*>("Command1")->click();
+                  });
+    onlooker.when(
+        [] {
+            return visible_window<windows::BigWindow>()->findChild<windows::ValueBox*>("Label9")->text() == "Dew Point";
+        },
+        [entry] {
+            visible_window<windows::BigWindow>()->close();
+            entry("mnuExit1")->trigger();
+        });
+    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.name(), false), 0);
+    EXPECT_TRUE(onlooker.saw_all());
+    EXPECT_NE(contents(folder, "Nimbry.ini").find("DisDew=True"), std::string::npos);
 }
 
 TEST(Program, AsksAboutAPortThatIsNotThere) {

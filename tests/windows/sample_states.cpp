@@ -103,6 +103,7 @@ void fill_with_a_plain_day(WeatherState& state) {
     state.readings.adirint = 240;
     state.readings.gdirint = 225;
     state.readings.awcompaf = "SW";
+    show_time_and_date(state);
     fill_with_a_front(state, *civil_time({2026, 10, 5, 23, 59, 33}));
     drawgraph(state);
 }
@@ -180,6 +181,108 @@ void fill_with_trouble(WeatherState& state) {
     state.readings.gdirint = 281;
     state.readings.awcompaf = "W";
     state.menu.fmb[0].fore = colours::red;
+}
+
+void fill_additional_data(WeatherState& state) {
+    const Text texts[]{
+        {"txtWetBulb",
+         "+10.2 \xB0"
+         "C"},
+        {"txtWBDep",
+         "2.4 \xB0"
+         "C"},
+        {"txtCloudBase", "562 meters. (1844 feet)"},
+        {"txtMaxDew",
+         "+8.9 \xB0"
+         "C at 13:10"},
+        {"txtMinDew",
+         "+4.1 \xB0"
+         "C at 05:40"},
+        {"txtMinWC",
+         "+3.2 \xB0"
+         "C at 05:45"},
+        {"txtMaxHI", "- No Valid Data -"},
+        {"txtMaxInTemp",
+         "+21.6 \xB0"
+         "C at 12:31"},
+        {"txtMinInTemp",
+         "+18.4 \xB0"
+         "C at 06:58"},
+        {"txtYMaxDew",
+         "+10.3 \xB0"
+         "C at 16:20"},
+        {"txtYMinDew",
+         "+5.5 \xB0"
+         "C at 23:41"},
+        {"txtYMinWC",
+         "+6.0 \xB0"
+         "C at 23:58"},
+        {"txtYMaxHI", "- No Valid Data -"},
+        {"txtYMaxInTemp",
+         "+22.3 \xB0"
+         "C at 18:12"},
+        {"txtYMinInTemp",
+         "+18.9 \xB0"
+         "C at 07:03"},
+        {"txtDSR", "0"},
+        {"txtAmtLastRain", "3 mm"},
+        {"txtRainDays", "2"},
+        {"txtMnthTotal", "17.5 mm"},
+        {"TxtSunrise", "Sunrise today (05 October 2026) was at 06:09:12"},
+        {"TxtSunset", "and Sunset will be at 17:30:01"},
+        {"TxtSunriseTom", "Sunrise tomorrow (06 October 2026) will be at 06:10:51"},
+        {"TxtSunsetTom", "and Sunset will be at 17:27:47"},
+        {"txtTwiStart", "Civil twilight today (05 October 2026) started at 05:36:30"},
+        {"txtTwiEnd", "Civil twilight today (05 October 2026) will end at 18:02:38"},
+        {"txtSolarNoon", "11:49:41"},
+        {"txtDayLength", "11 hours 20 minutes"},
+        {"txtVisLight", "12 hours 26 minutes"},
+        {"txtStarted", "28 Sep 2026 08:15:44"},
+        {"txtRunning", "7 Days 6 Hours 11 Minutes"},
+    };
+    put(state, texts);
+    state.additional.lblNoSun.visible = false;
+}
+
+void fill_additional_data_with_long_texts(WeatherState& state) {
+    fill_additional_data(state);
+    for (const char* box : {"txtMaxDew", "txtMinDew", "txtMinWC", "txtMaxHI", "txtMaxInTemp", "txtMinInTemp"})
+        find_box(state, box)->text =
+            "-104.8 \xB0"
+            "F at 23:59";
+    for (const char* box : {"txtYMaxDew", "txtYMinDew", "txtYMinWC", "txtYMaxHI"})
+        find_box(state, box)->text = "- No data available yet -";
+    const Text texts[]{
+        {"txtWetBulb",
+         "-104.8 \xB0"
+         "F"},
+        {"txtCloudBase", "12345 meters. (40502 feet)"},
+        {"txtYMaxInTemp", "- No Data Available -"},
+        {"txtYMinInTemp", "- No Valid Data -"},
+        {"txtDSR", "1234"},
+        {"txtAmtLastRain", "1234.56 mm"},
+        {"txtMnthTotal", "1234.56 mm"},
+        {"TxtSunriseTom", "Sunrise tomorrow (28 September 2028) will be at 06:10:51"},
+        {"txtTwiStart", "Civil twilight today (28 September 2028) will start at 05:36:30"},
+        {"txtTwiEnd", "Civil twilight today (28 September 2028) will end at 18:02:38"},
+        {"txtDayLength", "12 hours 54 minutes"},
+        {"txtRunning", "1234 Days 23 Hours 59 Minutes"},
+    };
+    put(state, texts);
+}
+
+void fill_big_display(WeatherState& state) {
+    show_time_and_date(state);
+    state.big.FrmMarquee = {};
+    state.big.FrmMarquee.chkWindGLH = true;
+    turn_marquee(state);
+}
+
+void show_no_sun(WeatherState& state) {
+    for (const char* box : {"TxtSunrise", "TxtSunset", "TxtSunriseTom", "TxtSunsetTom", "txtTwiStart", "txtTwiEnd",
+                            "txtSolarNoon", "txtDayLength", "txtVisLight", "Picture1"})
+        find_box(state, box)->visible = false;
+    state.additional.lblNoSun.visible = true;
 }
 
 }  // namespace nimbry::test

@@ -16,4 +16,12 @@ void fill_with_long_texts(WeatherState& state);
 /// low.
 void fill_with_trouble(WeatherState& state);
 
+/// A day's texts in the additional data window, the sun's among them.
+void fill_additional_data(WeatherState& state);
+void fill_additional_data_with_long_texts(WeatherState& state);
+/// The clock's line and the longest line of the big display.
+void fill_big_display(WeatherState& state);
+/// What stands in the sun's place without a location.
+void show_no_sun(WeatherState& state);
+
 }  // namespace nimbry::test

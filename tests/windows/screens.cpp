@@ -10,12 +10,15 @@
 #include "engine/graphs/graph_view.h"
 #include "tests/windows/sample_states.h"
 #include "windows/about_window.h"
+#include "windows/additional_window.h"
 #include "windows/alarms_window.h"
 #include "windows/balloon_tip.h"
+#include "windows/big_window.h"
 #include "windows/comms_window.h"
 #include "windows/form1.h"
 #include "windows/internet_window.h"
 #include "windows/location_window.h"
+#include "windows/marquee_window.h"
 #include "windows/message_dialog.h"
 #include "windows/sensor_window.h"
 #include "windows/splash.h"
@@ -106,6 +109,52 @@ void take_small_windows(Camera& camera, const QString& theme) {
                   QString(52, u'*') + QStringLiteral("\n05 Oct 2026 14:00:00 (Computer time) Program started\n"
                                                      "05 Oct 2026 14:07:20 A wind sensor error occurred\n"));
     take(log, "log");
+}
+
+/// The windows that show more of the same data: a plain day, the longest texts and trouble, and the large one small and
+/// as large as a screen.
+void take_displays(Camera& camera, const QString& theme) {
+    const auto take = [&](QWidget& window, const char* name) {
+        QApplication::processEvents();
+        camera.take(window, QStringLiteral("%1-%2").arg(QString::fromLatin1(name), theme));
+    };
+    WeatherState state;
+    state.additional.Additional_Open = true;
+    fill_with_a_plain_day(state);
+    fill_additional_data(state);
+    windows::AdditionalWindow additional(state, {});
+    additional.present();
+    take(additional, "additional");
+    fill_with_long_texts(state);
+    fill_additional_data_with_long_texts(state);
+    additional.refresh();
+    take(additional, "additional-long");
+    additional.resize(additional.minimumSizeHint());
+    take(additional, "additional-smallest");
+    show_no_sun(state);
+    additional.refresh();
+    additional.resize(920, 640);
+    take(additional, "additional-no-sun");
+
+    fill_with_a_plain_day(state);
+    turn_marquee(state);
+    windows::BigWindow big(state, {});
+    big.present();
+    take(big, "big");
+    fill_with_trouble(state);
+    fill_big_display(state);
+    big.refresh();
+    big.resize(1280, 720);
+    take(big, "big-trouble");
+    fill_with_long_texts(state);
+    fill_big_display(state);
+    big.refresh();
+    take(big, "big-long");
+    big.resize(big.minimumSizeHint());
+    take(big, "big-smallest");
+    windows::MarqueeWindow marquee(state, [](const MarqueeDialog&) {});
+    marquee.present();
+    take(marquee, "marquee");
 }
 
 /// The setup windows, in usual units and with the longest texts, large and as small as they get.
@@ -281,6 +330,7 @@ int write_screens(const QString& folder) {
         take_graphs(camera, theme);
         take_what_opens(camera, theme);
         take_small_windows(camera, theme);
+        take_displays(camera, theme);
         take_setup_windows(camera, theme);
         take_place_and_units(camera, theme);
         take_communications(camera, theme);

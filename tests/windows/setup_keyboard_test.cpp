@@ -24,6 +24,7 @@
 #include "windows/alarms_window.h"
 #include "windows/comms_window.h"
 #include "windows/location_window.h"
+#include "windows/marquee_window.h"
 #include "windows/setting_bar.h"
 #include "windows/units_window.h"
 
@@ -47,6 +48,10 @@ const WindowCase cases[]{
     {"location",
      [](const WeatherState& state, Asked& asked) -> std::unique_ptr<windows::SetupDialog> {
          return std::make_unique<windows::LocationWindow>(state, [&asked](const LocationDialog&) { ++asked.accepted; });
+     }},
+    {"marquee",
+     [](const WeatherState& state, Asked& asked) -> std::unique_ptr<windows::SetupDialog> {
+         return std::make_unique<windows::MarqueeWindow>(state, [&asked](const MarqueeDialog&) { ++asked.accepted; });
      }},
     {"units",
      [](const WeatherState& state, Asked& asked) -> std::unique_ptr<windows::SetupDialog> {

@@ -20,11 +20,17 @@ struct IntervalCase {
 };
 
 constexpr IntervalCase intervals[] = {
-    {TimerId::TimComFail, "TimComFail", 60000ms},   {TimerId::Timer2, "Timer2", 1500ms},
-    {TimerId::TimAlarm, "TimAlarm", 27000ms},       {TimerId::TimDisplay, "TimDisplay", 3900ms},
-    {TimerId::TimerFTP, "TimerFTP", 10000ms},       {TimerId::TimUI, "TimUI", 60000ms},
-    {TimerId::GrFailTimer, "GrFailTimer", 10000ms}, {TimerId::timWU, "timWU", 60000ms},
-    {TimerId::TimLog, "TimLog", 60000ms},           {TimerId::TimFTPTOT, "TimFTPTOT", 50000ms},
+    {TimerId::TimComFail, "TimComFail", 60000ms},
+    {TimerId::Timer2, "Timer2", 1500ms},
+    {TimerId::TimAlarm, "TimAlarm", 27000ms},
+    {TimerId::TimDisplay, "TimDisplay", 3900ms},
+    {TimerId::TimerFTP, "TimerFTP", 10000ms},
+    {TimerId::TimUI, "TimUI", 60000ms},
+    {TimerId::GrFailTimer, "GrFailTimer", 10000ms},
+    {TimerId::timWU, "timWU", 60000ms},
+    {TimerId::TimLog, "TimLog", 60000ms},
+    {TimerId::TimFTPTOT, "TimFTPTOT", 50000ms},
+    {TimerId::Timer1, "Timer1", 4000ms},
 };
 
 TEST(Timers, EachTimerHasItsNameAndItsInterval) {

@@ -76,7 +76,7 @@ TEST(BoxList, BeginsWithTheReadingsOfTheMainWindowInAFixedOrder) {
     EXPECT_EQ(list[1].name, "TxtDate");
     EXPECT_EQ(list[2].name, "TxtForecast");
     EXPECT_EQ(list[3].name, "Text2(0)");
-    EXPECT_EQ(list.back().name, "NimbryAdditional.Command1");
+    EXPECT_EQ(list.back().name, "txtDisBarTrend");
 }
 
 TEST(BoxList, WritesAnObjectNameWithoutBracketsAndWindow) {

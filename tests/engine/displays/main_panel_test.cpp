@@ -166,7 +166,8 @@ TEST(MainPanelAtLoad, TintsTheReadingsThatHaveAnAlarm) {
         const std::string name(entry.name);
         Colour expected = 0xFFFFFF;
         if (name == "Text2(0)" || name == "Text2(1)" || name == "Text2(2)" || name == "Text2(4)" ||
-            name == "Text2(6)" || name == "Text2(8)") {
+            name == "Text2(6)" || name == "Text2(8)" || name == "txtDisTemp" || name == "txtDisHum" ||
+            name == "txtDisWGS" || name == "txtDisBar") {
             expected = 0x80FF80;
         } else if (name == "Text2(5)" || name == "TxtPeakRain" || name == "TxtRainToday") {
             expected = 0xFF80FF;
