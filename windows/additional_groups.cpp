@@ -95,6 +95,7 @@ CardGroup* additional_extremes_group(const WeatherState& state, BoxBinding& bind
         grid->addWidget(new CaptionLabel(caption), line, 0);
         add(pair.today, pair.today_name, QStringLiteral("Today"), 1);
         add(pair.yesterday, pair.yesterday_name, QStringLiteral("Yesterday"), 2);
+        grid->setRowStretch(line, 1);
     }
     return group;
 }
@@ -150,7 +151,8 @@ CardGroup* sun_group(const AdditionalPanel& panel, BoxBinding& binding) {
               {panel.txtDayLength, "txtDayLength", "12 hours 54 minutes"},
               {panel.txtVisLight, "txtVisLight", "12 hours 54 minutes"}});
     grid->addLayout(times, 6, 0, 1, 2);
-    grid->setRowStretch(7, 1);
+    for (int line = 0; line < 6; ++line) grid->setRowStretch(line, 2);
+    grid->setRowStretch(6, 5);
 
     auto* none = new QLabel;
     none->setObjectName(QStringLiteral("lblNoSun"));

@@ -109,6 +109,7 @@ void AdditionalWindow::build() {
     scroll->setWidget(content);
     setCentralWidget(scroll);
     new AreaKeys(*this, {calculated, extremes, sun, rain, uptime, buttons});
+    setMinimumSize(480, 320);
     resize(content->sizeHint().expandedTo({920, 0}) + QSize(0, menuBar()->sizeHint().height() + 24));
 }
 

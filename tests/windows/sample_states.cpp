@@ -242,6 +242,7 @@ void fill_additional_data(WeatherState& state) {
     };
     put(state, texts);
     state.additional.lblNoSun.visible = false;
+    state.additional.Additional_Open = true;
 }
 
 void fill_additional_data_with_long_texts(WeatherState& state) {

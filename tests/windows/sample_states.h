@@ -16,7 +16,7 @@ void fill_with_long_texts(WeatherState& state);
 /// low.
 void fill_with_trouble(WeatherState& state);
 
-/// A day's texts in the additional data window, the sun's among them.
+/// A day's texts in the additional data window, the sun's among them; it is open.
 void fill_additional_data(WeatherState& state);
 void fill_additional_data_with_long_texts(WeatherState& state);
 /// The clock's line and the longest line of the big display.

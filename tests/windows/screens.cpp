@@ -119,7 +119,6 @@ void take_displays(Camera& camera, const QString& theme) {
         camera.take(window, QStringLiteral("%1-%2").arg(QString::fromLatin1(name), theme));
     };
     WeatherState state;
-    state.additional.Additional_Open = true;
     fill_with_a_plain_day(state);
     fill_additional_data(state);
     windows::AdditionalWindow additional(state, {});
@@ -129,11 +128,11 @@ void take_displays(Camera& camera, const QString& theme) {
     fill_additional_data_with_long_texts(state);
     additional.refresh();
     take(additional, "additional-long");
-    additional.resize(additional.minimumSizeHint());
+    additional.resize(additional.minimumSize());
     take(additional, "additional-smallest");
     show_no_sun(state);
     additional.refresh();
-    additional.resize(920, 640);
+    additional.resize(1040, 620);
     take(additional, "additional-no-sun");
 
     fill_with_a_plain_day(state);

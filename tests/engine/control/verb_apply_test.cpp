@@ -125,6 +125,7 @@ TEST_F(Apply, ALocationThatIsNoneIsRefusedInTheDialogsWordsAndStaysAsItIs) {
 
 TEST_F(Apply, MarqueeWritesItsElevenKeys) {
     set("Marquee", "DisDew", "True");
+    EXPECT_TRUE(world.state().big.FrmMarquee.chkDew) << "in force at once";
     EXPECT_EQ(ask({"apply", "marquee"}), VerbStatus::done);
     EXPECT_EQ(world.setting("Marquee", "DisDew"), "True");
     for (const char* off : {"DisHI", "DisChill", "DisRain", "DisRainTot", "DisInTemp", "DisInHum", "DisRainLH",
