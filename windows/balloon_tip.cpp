@@ -2,19 +2,16 @@
 
 #include <QGridLayout>
 #include <QGuiApplication>
-#include <QPainter>
-#include <QPainterPath>
-#include <QRegion>
 #include <QScreen>
 #include <algorithm>
 
 #include "platform/text_bytes.h"
+#include "windows/card_outline.h"
 #include "windows/svg_pictures.h"
 
 namespace nimbry::windows {
 namespace {
 
-constexpr int radius = 8;
 constexpr int icon_size = 24;
 /// Lines that are no longer than this are not broken.
 constexpr int most_width = 420;
@@ -109,19 +106,16 @@ QPoint BalloonTip::place(const QRect& anchor, const QSize& size, const QRect& sc
     return {x, y};
 }
 
-// Where nothing blends windows, what lies outside the round corners would be black.
 void BalloonTip::resizeEvent(QResizeEvent*) {
     QPainterPath outline;
-    outline.addRoundedRect(rect(), radius, radius);
-    setMask(QRegion(outline.toFillPolygon().toPolygon()));
+    outline.addRoundedRect(rect(), card_radius, card_radius);
+    setMask(inside_of(outline));
 }
 
 void BalloonTip::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(palette().color(QPalette::ToolTipText), 1));
-    painter.setBrush(palette().color(QPalette::ToolTipBase));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+    QPainterPath outline;
+    outline.addRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), card_radius, card_radius);
+    paint_card(*this, outline);
 }
 
 }  // namespace nimbry::windows

@@ -9,12 +9,14 @@
 #include <utility>
 
 #include "engine/displays/box_list.h"
+#include "engine/displays/conversion_popup.h"
 #include "platform/text_bytes.h"
 #include "windows/accessibility.h"
 #include "windows/area_keys.h"
 #include "windows/button_row.h"
 #include "windows/card_group.h"
 #include "windows/conditions_row.h"
+#include "windows/conversion_tip.h"
 #include "windows/extremes_table.h"
 #include "windows/graphs_group.h"
 #include "windows/status_header.h"
@@ -57,6 +59,7 @@ Form1::Form1(const WeatherState& state, Actions actions) : state_(state), action
 
     build();
     add_shortcuts();
+    add_conversions();
     binding_.bind(state_.window.caption, [this](const std::string& text) { setWindowTitle(platform::unicode(text)); });
     binding_.bind_result([this] { return std::pair(state_.window.minimised, state_.window.in_tray); },
                          [this](const std::pair<bool, bool>& place) {
@@ -118,12 +121,26 @@ void Form1::add_shortcuts() {
             [this] { menuBar()->findChild<QAction*>(QStringLiteral("mnuFHelp"))->trigger(); });
 }
 
+void Form1::add_conversions() {
+    conversions_ = new ConversionTip(this);
+    for (const NamedConstBox& each : named_boxes(state_)) {
+        auto* box = findChild<ValueBox*>(QString::fromStdString(object_name(each.name)));
+        if (box == nullptr) continue;
+        const auto read = [this, name = std::string(each.name)] {
+            return state_.menu.mnuCpop.checked ? conversion_popup(state_, name) : std::nullopt;
+        };
+        box->set_popup([this, box, read] { return conversions_->show_at(*box, read); });
+    }
+}
+
 void Form1::state_changed() {
     if (!frame_.isActive()) frame_.start();
 }
 
 int Form1::refresh() {
-    return binding_.refresh();
+    const int shown = binding_.refresh();
+    conversions_->refresh();
+    return shown;
 }
 
 // The model says how the window is to be: the first cycle minimises it where that is asked for.

@@ -14,6 +14,7 @@
 
 namespace nimbry::windows {
 
+class ConversionTip;
 class TrayIcon;
 
 /// The main window, `Form1`. It shows what the state holds and decides nothing: a click calls one of its actions, and
@@ -64,6 +65,7 @@ protected:
 private:
     void build();
     void add_shortcuts();
+    void add_conversions();
     void take_place(bool minimised, bool in_tray);
     void note_place(bool minimised, bool in_tray);
     void go_to_tray_if_asked();
@@ -73,6 +75,7 @@ private:
     BoxBinding binding_;
     QTimer frame_;
     TrayIcon* tray_ = nullptr;
+    ConversionTip* conversions_ = nullptr;
     bool in_tray_ = false;
 };
 

@@ -271,6 +271,7 @@ bool ValueBox::event(QEvent* event) {
 
 // Tips are plain text: one that begins like markup ("<!--empty-->") is shown as it stands.
 void ValueBox::show_tip(const QPoint& global) {
+    if (open_popup_ && open_popup_()) return;
     QString tip = toolTip();
     if (Qt::mightBeRichText(tip)) tip = tip.toHtmlEscaped().replace(u'\n', QStringLiteral("<br>"));
     QToolTip::showText(global, tip, this);

@@ -2,7 +2,9 @@
 
 #include <QString>
 #include <QWidget>
+#include <functional>
 #include <optional>
+#include <utility>
 
 #include "engine/displays/box.h"
 #include "windows/palette_colours.h"
@@ -46,6 +48,10 @@ public:
     void set_label(const QString& label) { setAccessibleName(label); }
 
     void use_colours(ColourTable table);
+
+    /// What hovering and Space open in the tip's place; where it returns false there is nothing of the kind, and the
+    /// tip is shown.
+    void set_popup(std::function<bool()> open) { open_popup_ = std::move(open); }
 
     /// A one-colour picture at the right end ("trend-rising"); empty: none.
     void set_picture(const QString& name);
@@ -91,6 +97,7 @@ private:
     Style style_;
     QString sample_;
     QString picture_;
+    std::function<bool()> open_popup_;
     ColourTable table_ = ColourTable::legible;
     bool shows_focus_ = false;
     mutable std::optional<Setting> setting_;  // nothing: to be found for the size and font in hand

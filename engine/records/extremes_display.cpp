@@ -92,6 +92,8 @@ void write_today(WeatherState& state, Part part) {
 }
 
 void fill_yesterday(WeatherState& state, const char* text) {
+    state.records.yesterday = fresh;
+    state.records.rainyesterday.reset();
     for_each_box(yesterday(state), [&](Box& box) { box.text = text; });
     state.panel.TxtRainYest.text = " -- ";
 }
@@ -140,6 +142,8 @@ void blank_today(WeatherState& state) {
 void ResYesterday(WeatherState& state) {
     const Column column = yesterday(state);
     Writer(state, column).all();
+    state.records.yesterday = state.records.day;
+    state.records.rainyesterday = state.rain.raintoday;
     const double rain = Round(static_cast<double>(state.rain.raintoday) * state.units.rcorr, 2);
     state.panel.TxtRainYest.text = rain == 0 ? " nil" : with_unit(rain, state.units.rain_text);
 }

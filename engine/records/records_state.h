@@ -1,16 +1,20 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "engine/records/day_extremes.h"
 
 namespace nimbry {
 
-/// The records' own state. Yesterday has none: its file is read into `day`, shown, and then overwritten by today's.
+/// The records' own state. Yesterday has no record of its own: its file is read into `day`, shown, and then overwritten
+/// by today's.
 struct RecordsState {
-    DayExtremes day;       ///< the weather day's extremes
-    int DaySinceRain = 0;  ///< whole days without rain
-    float LastRain = 0;    ///< amount of the most recent day with rain; kept on purpose: in the rain unit of that day
+    DayExtremes day;                     ///< the weather day's extremes
+    DayExtremes yesterday;               ///< what yesterday's column shows; reset values where it shows none
+    std::optional<float> rainyesterday;  ///< the same of the day's rain, mm
+    int DaySinceRain = 0;                ///< whole days without rain
+    float LastRain = 0;  ///< amount of the most recent day with rain; kept on purpose: in the rain unit of that day
     bool unitschanged = false;  ///< set by whoever changes a unit: the next cycle shows the records in the new ones
     bool doingreset = true;     ///< a reset of the day is in progress
     bool TFileOK = false;       ///< today's file was fresh when it was read

@@ -59,16 +59,20 @@ void show_heat_index(Copy& copy) {
     state.log_fields.loghind = text.number;
 }
 
+// A record as text, and in `raw` its temperature.
 std::string record_text(const WeatherState& state, const DigitField& field, const FlagField& minus,
-                        const MomentFields& at) {
+                        const MomentFields& at, std::string& raw) {
     const DigitTable<68>& digits = state.comm.Digits9F;
     const std::string sign = flag_set(digits, minus) ? "-" : "+";
-    return shown(sign, field_text(digits, field, 1), state.units).with_unit + moment_text(digits, at, "  ");
+    const std::string number = field_text(digits, field, 1);
+    raw = sign + number;
+    return shown(sign, number, state.units).with_unit + moment_text(digits, at, "  ");
 }
 
 void show_temperature_records(WeatherState& state) {
-    state.panel.TxtOShi.text = record_text(state, outdoor_high, outdoor_high_minus, outdoor_high_at);
-    state.panel.TxtOSLo.text = record_text(state, outdoor_low, outdoor_low_minus, outdoor_low_at);
+    Readings& readings = state.readings;
+    state.panel.TxtOShi.text = record_text(state, outdoor_high, outdoor_high_minus, outdoor_high_at, readings.rawoshi);
+    state.panel.TxtOSLo.text = record_text(state, outdoor_low, outdoor_low_minus, outdoor_low_at, readings.rawoslo);
 }
 
 void show_indoor_temperature(Copy& copy) {

@@ -114,7 +114,8 @@ void show_directions(WeatherState& state) {
 }
 
 void show_wind_record(WeatherState& state, const DigitTable<54>& digits) {
-    const double speed = Round(Val(field_text(digits, record_gust, 1)) * state.units.wcorr, 1);
+    state.readings.rawwindhi = field_text(digits, record_gust, 1);
+    const double speed = Round(Val(state.readings.rawwindhi) * state.units.wcorr, 1);
     state.panel.TxtWindHiG.text = with_unit(speed, state.units.wind_text) + ", " +
                                   field_text(digits, record_direction) + "\xB0" + moment_text(digits, record_at, " ");
 }

@@ -67,6 +67,10 @@ struct Readings {
     std::string gwcompaf, awcompaf;  ///< "N", "NE", ...
     std::string gwcompas, awcompas;  ///< "North", "North East", ...
 
+    // Records since the station was last reset, as it sends them; empty until the first group that has them
+    std::string rawoshi, rawoslo;  ///< outdoor temperature with its sign, degrees C
+    std::string rawwindhi;         ///< gust, m/s
+
     // Derived
     double dewnative = 0, chillnative = 0, hinative = 0;  ///< degrees C, one decimal
     /// The same as texts with sign, "-0.6"; empty before the first, and the heat index below 20 degrees C too. A sign

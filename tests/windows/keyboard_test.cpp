@@ -99,6 +99,7 @@ TEST_F(Keyboard, CtrlCCopiesTheText) {
 }
 
 TEST_F(Keyboard, SpaceShowsTheTipAndEscClosesIt) {
+    state.menu.mnuCpop.checked = false;
     state.panel.Text2[0].balloon =
         "Temperature +12.6 \xB0"
         "C";
@@ -111,6 +112,7 @@ TEST_F(Keyboard, SpaceShowsTheTipAndEscClosesIt) {
 }
 
 TEST_F(Keyboard, ATipThatLooksLikeMarkupIsShownAsItStands) {
+    state.menu.mnuCpop.checked = false;
     state.panel.Text2[0].tip = "<b>bold</b>";
     state.panel.Text2[0].balloon.clear();
     form->refresh();

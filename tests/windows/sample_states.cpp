@@ -95,6 +95,12 @@ void fill_with_a_plain_day(WeatherState& state) {
         {"TxtWindHiG", " 88.6 km/h, 275\xB0 at 03:17 on 15 Mar"},
     };
     put(state, texts);
+    state.readings.rawostemp = "+12.6";
+    state.readings.DewInvariant = "+8.1";
+    state.readings.rawwindas = "3.1";
+    state.readings.rawwindgs = "6.6";
+    state.readings.BaroValue = 1016;
+    state.readings.rawwindhi = "24.6";
     state.panel.lblStatus.text = "Current Conditions";
     state.panel.lblStatus.fore = colours::green;
     state.panel.Lamp.fore = colours::red;
@@ -180,6 +186,7 @@ void fill_with_trouble(WeatherState& state) {
     state.readings.adirint = 262;
     state.readings.gdirint = 281;
     state.readings.awcompaf = "W";
+    state.readings.rawwindgs = "27";
     state.menu.fmb[0].fore = colours::red;
 }
 
