@@ -41,5 +41,22 @@ TEST_F(CanberraSoundsTest, WithoutADeviceEverySoundIsSilent) {
     EXPECT_EQ(played("click.WAV"), "");
 }
 
+TEST_F(CanberraSoundsTest, AFileOfTheFolderComesBeforeTheProgramsOwn) {
+    const test::TemporaryFolder beside, shared;
+    const CanberraSounds sounds(files, {beside.path(), shared.path()});
+    EXPECT_EQ(sounds.path_of("click.WAV"), "") << "there is none";
+    shared.put("click.WAV", "RIFF");
+    EXPECT_EQ(sounds.path_of("click.WAV"), shared.path() + "/click.WAV");
+    beside.put("click.WAV", "RIFF");
+    EXPECT_EQ(sounds.path_of("click.WAV"), beside.path() + "/click.WAV");
+    folder.put("click.WAV", "RIFF");
+    EXPECT_EQ(sounds.path_of("click.WAV"), files.path("click.WAV"));
+    EXPECT_EQ(sounds.path_of("Nimbry.WAV"), "");
+}
+
+TEST(SoundFolders, AreBesideTheProgramAndInTheSharedDataOfItsInstallation) {
+    EXPECT_EQ(sound_folders("/usr/bin"), (std::vector<std::string>{"/usr/bin", "/usr/bin/../share/nimbry"}));
+}
+
 }  // namespace
 }  // namespace nimbry::platform
