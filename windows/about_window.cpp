@@ -7,6 +7,7 @@
 #include <cstdlib>
 
 #include "platform/text_bytes.h"
+#include "windows/link_label.h"
 #include "windows/svg_pictures.h"
 #include "windows/tabular_text.h"
 
@@ -38,11 +39,21 @@ AboutLines about_lines(std::string_view stamp) {
     if (const std::string digits(piece(stamp, 1)); !digits.empty()) {
         const int number = std::atoi(digits.c_str());
         const std::string hundredths = std::to_string(number % 100);
-        lines.version =
-            "Version " + std::to_string(number / 100) + "." + (hundredths.size() < 2 ? "0" : "") + hundredths;
+        lines.number = std::to_string(number / 100) + "." + (hundredths.size() < 2 ? "0" : "") + hundredths;
+        lines.version = "Version " + lines.number;
     }
     if (const std::string_view build = piece(stamp, 2); !build.empty()) lines.build = "Build " + std::string(build);
     return lines;
+}
+
+std::string mail_link(std::string_view address, std::string_view number) {
+    return "mailto:" + std::string(address) + "?SUBJECT=Nimbry: " + std::string(number);
+}
+
+QWidget* AboutWindow::link(const char* name, const QString& text, const std::string& target) {
+    auto* label = new LinkLabel(name, text);
+    connect(label, &LinkLabel::clicked, this, [this, target] { emit asked_for(platform::unicode(target)); });
+    return label;
 }
 
 AboutWindow::AboutWindow(std::string_view stamp, QWidget* parent) : QDialog(parent) {
@@ -71,6 +82,13 @@ AboutWindow::AboutWindow(std::string_view stamp, QWidget* parent) : QDialog(pare
     words->addWidget(line("lblBuild", platform::unicode(lines.build)));
     words->addSpacing(8);
     words->addWidget(what);
+    words->addSpacing(8);
+    words->addWidget(link("lblUrl", QStringLiteral("Nimbry on the web"), std::string(about_links::url)));
+    words->addWidget(link("lblForum", QStringLiteral("The forum of its users"), std::string(about_links::forum)));
+    words->addWidget(
+        link("lblEmail", QStringLiteral("Write to its authors"), mail_link(about_links::address, lines.number)));
+    words->addSpacing(8);
+    words->addWidget(line("lblAuthors", QStringLiteral("Copyright 2026 the Nimbry authors. MIT licence.")));
     words->addStretch();
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(20, 20, 20, 16);

@@ -3,6 +3,7 @@
 #include <QAccessibleWidget>
 
 #include "windows/card_group.h"
+#include "windows/link_label.h"
 #include "windows/setting_bar.h"
 #include "windows/value_box.h"
 
@@ -55,6 +56,8 @@ QAccessibleInterface* make_interface(const QString&, QObject* object) {
     if (auto* box = qobject_cast<ValueBox*>(object)) return new ValueBoxAccessible(box);
     if (auto* bar = qobject_cast<SettingBar*>(object)) return new SettingBarAccessible(bar);
     if (auto* group = qobject_cast<CardGroup*>(object)) return new QAccessibleWidget(group, QAccessible::Grouping);
+    if (auto* link = qobject_cast<LinkLabel*>(object))
+        return new QAccessibleWidget(link, QAccessible::Link, link->text());
     return nullptr;
 }
 

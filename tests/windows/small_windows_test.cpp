@@ -2,18 +2,26 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QApplication>
+#include <QEnterEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
+#include <map>
 #include <memory>
+#include <string>
 
 #include "engine/displays/main_panel.h"
 #include "engine/displays/status_message.h"
+#include "tests/windows/screens.h"
 #include "tests/world/world.h"
 #include "windows/about_window.h"
+#include "windows/accessibility.h"
+#include "windows/link_label.h"
+#include "windows/palette_colours.h"
 #include "windows/sensor_window.h"
 #include "windows/splash.h"
 #include "windows/text_window.h"
@@ -86,6 +94,65 @@ TEST(AboutWindow, ReadsTheVersionStamp) {
     EXPECT_EQ(label(window, "lblBuild"), "Build 251003");
     EXPECT_EQ(label(window, "lblDescription"),
               "Weather monitoring software for the WM-918/WX-200 electronic weather station");
+}
+
+TEST(AboutWindow, BuildsTheMailLinkFromTheVersion) {
+    EXPECT_EQ(mail_link("somebody@example.org", "2.02"), "mailto:somebody@example.org?SUBJECT=Nimbry: 2.02");
+    EXPECT_EQ(about_lines("Nimbry|205|1").number, "2.05");
+    EXPECT_EQ(about_lines("Nimbry").number, "");
+}
+
+TEST(AboutWindow, HasThreeLinksForMouseAndKeyboard) {
+    install_accessibility();
+    AboutWindow window("Nimbry|202|251003");
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QStringList asked;
+    QObject::connect(&window, &AboutWindow::asked_for, [&asked](const QString& target) { asked.append(target); });
+    const std::map<std::string, QString> targets{
+        {"lblUrl", QStringLiteral("https://nimbry.example/")},
+        {"lblForum", QStringLiteral("https://nimbry.example/forum/")},
+        {"lblEmail", QStringLiteral("mailto:nimbry@nimbry.example?SUBJECT=Nimbry: 2.02")}};
+    for (const auto& [name, target] : targets) {
+        SCOPED_TRACE(name);
+        auto* link = window.findChild<LinkLabel*>(QString::fromStdString(name));
+        ASSERT_NE(link, nullptr);
+        asked.clear();
+        QTest::mouseClick(link, Qt::LeftButton);
+        EXPECT_EQ(asked, QStringList{target});
+        link->setFocus(Qt::TabFocusReason);
+        EXPECT_TRUE(link->hasFocus());
+        QTest::keyClick(link, Qt::Key_Space);
+        QTest::keyClick(link, Qt::Key_Return);
+        EXPECT_EQ(asked, (QStringList{target, target, target}));
+        EXPECT_TRUE(window.isVisible()) << "Enter was the link's";
+        EXPECT_EQ(QAccessible::queryAccessibleInterface(link)->role(), QAccessible::Link);
+        EXPECT_EQ(QAccessible::queryAccessibleInterface(link)->text(QAccessible::Name), link->text());
+    }
+}
+
+TEST(AboutWindow, ColoursTheLinkUnderThePointerLegiblyInBothThemes) {
+    const QPalette light = QApplication::palette();
+    for (const QPalette& theme : {light, dark_palette()}) {
+        QApplication::setPalette(theme);
+        AboutWindow window("Nimbry|202|251003");
+        window.show();
+        auto* link = window.findChild<LinkLabel*>("lblForum");
+        const QColor usual = link->palette().color(QPalette::WindowText);
+        EXPECT_FALSE(link->font().underline());
+        QEnterEvent enter(QPointF(1, 1), QPointF(1, 1), QPointF(1, 1));
+        QApplication::sendEvent(link, &enter);
+        const QColor lit = link->palette().color(QPalette::WindowText);
+        EXPECT_NE(lit, usual);
+        EXPECT_TRUE(link->font().underline()) << "not by colour alone";
+        for (const QColor& colour : {usual, lit})
+            EXPECT_GE(contrast(colour, link->palette().color(QPalette::Window)), 4.5) << colour.name().toStdString();
+        QEvent leave(QEvent::Leave);
+        QApplication::sendEvent(link, &leave);
+        EXPECT_EQ(link->palette().color(QPalette::WindowText), usual);
+        EXPECT_FALSE(link->font().underline());
+    }
+    QApplication::setPalette(light);
 }
 
 TEST(StatusMessage, ShowsForThreeSecondsAndNineTenths) {

@@ -85,6 +85,45 @@ TEST_F(Notices, ANewBalloonReplacesTheOneThatShows) {
     EXPECT_EQ(tips, 1);
 }
 
+TEST_F(Notices, ANewBalloonHasItsOwnTime) {
+    notices.balloon({.title = "Stays", .text = "1", .closes_after = Milliseconds{0}});
+    notices.balloon({.title = "Usual", .text = "2"});
+    ASSERT_TRUE(QTest::qWaitFor([] { return tip() != nullptr && label(tip(), "lblTitle") == "Usual"; }));
+    const auto* timer = tip()->findChild<QTimer*>("timAutoClose");
+    EXPECT_TRUE(timer->isActive());
+    EXPECT_EQ(timer->interval(), 5000);
+    EXPECT_FALSE(tip()->findChild<QAbstractButton*>("imgClose")->isVisible());
+    notices.balloon({.title = "Stays again", .text = "3", .closes_after = Milliseconds{0}});
+    ASSERT_TRUE(QTest::qWaitFor([] { return label(tip(), "lblTitle") == "Stays again"; }));
+    EXPECT_FALSE(timer->isActive());
+}
+
+TEST_F(Notices, ABalloonIsAToolTipOfTheMainWindow) {
+    notices.balloon({.title = "One", .text = "1"});
+    ASSERT_TRUE(QTest::qWaitFor([] { return tip() != nullptr; }));
+    EXPECT_EQ(tip()->parentWidget(), &form);
+    EXPECT_EQ(tip()->windowType(), Qt::ToolTip);
+    EXPECT_TRUE(tip()->windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus));
+}
+
+TEST_F(Notices, ABalloonWithoutAKnownIconHidesIt) {
+    notices.balloon({.title = "One", .text = "1", .icon = "I9"});
+    ASSERT_TRUE(QTest::qWaitFor([] { return tip() != nullptr; }));
+    const auto* icon = tip()->findChild<QLabel*>("imgDisplayIcon");
+    EXPECT_TRUE(icon->isVisible());
+    notices.balloon({.title = "Two", .text = "2", .icon = "star"});
+    ASSERT_TRUE(QTest::qWaitFor([] { return label(tip(), "lblTitle") == "Two"; }));
+    EXPECT_FALSE(icon->isVisible());
+}
+
+TEST_F(Notices, AHiddenWindowHasItsBalloonsInTheCornerOfTheScreen) {
+    form.hide();
+    notices.balloon({.title = "Corner", .text = "1"});
+    ASSERT_TRUE(QTest::qWaitFor([] { return tip() != nullptr; }));
+    const QRect screen = tip()->screen()->availableGeometry();
+    EXPECT_EQ(tip()->geometry().bottomRight(), screen.bottomRight() - QPoint(9, 9));
+}
+
 TEST_F(Notices, ABalloonClosesByItself) {
     notices.balloon({.title = "Short", .text = "1", .closes_after = Milliseconds{30}});
     ASSERT_TRUE(QTest::qWaitFor([] { return tip() != nullptr; }));
