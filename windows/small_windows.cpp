@@ -1,7 +1,11 @@
 #include "windows/small_windows.h"
 
+#include <QDesktopServices>
+#include <QUrl>
+
 #include "platform/text_bytes.h"
 #include "windows/about_window.h"
+#include "windows/help_window.h"
 #include "windows/sensor_window.h"
 #include "windows/status_window.h"
 #include "windows/sync_window.h"
@@ -35,10 +39,25 @@ void SmallWindows::offer_to(WindowNotices& notices) {
 }
 
 void SmallWindows::show_about(std::string_view version_stamp) {
-    if (about_ == nullptr) about_ = new AboutWindow(version_stamp, parent_);
+    if (about_ == nullptr) {
+        about_ = new AboutWindow(version_stamp, parent_);
+        QObject::connect(about_, &AboutWindow::asked_for, about_,
+                         [](const QString& target) { QDesktopServices::openUrl(QUrl(target)); });
+    }
     about_->show();
     about_->raise();
     about_->activateWindow();
+}
+
+void SmallWindows::show_help() {
+    if (help_ == nullptr) {
+        help_ = new HelpWindow(parent_);
+        QObject::connect(help_, &HelpWindow::asked_for, help_,
+                         [](const QString& path) { QDesktopServices::openUrl(QUrl::fromLocalFile(path)); });
+    }
+    help_->show();
+    help_->raise();
+    help_->activateWindow();
 }
 
 void SmallWindows::show_file(const std::string& name, std::string_view bytes) {

@@ -15,6 +15,7 @@ class QWidget;
 namespace nimbry::windows {
 
 class AboutWindow;
+class HelpWindow;
 class SensorWindow;
 class StatusWindow;
 class SyncWindow;
@@ -34,6 +35,7 @@ public:
     void offer_to(WindowNotices& notices);
 
     void show_about(std::string_view version_stamp);
+    void show_help();
     /// Shows a text file, 8-bit bytes as they stand in it, in a window of its own, which every later look at the same
     /// file uses again.
     void show_file(const std::string& name, std::string_view bytes);
@@ -56,6 +58,7 @@ private:
     std::function<void()> debug_closed_;
     // Owned by the main window.
     AboutWindow* about_ = nullptr;
+    HelpWindow* help_ = nullptr;
     SensorWindow* sensor_ = nullptr;
     StatusWindow* status_ = nullptr;
     SyncWindow* sync_ = nullptr;

@@ -1,0 +1,141 @@
+#include "windows/help_window.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QSet>
+#include <QTest>
+
+namespace nimbry::test {
+namespace {
+
+using namespace nimbry::windows;
+
+class Help : public testing::Test {
+protected:
+    Help() { window.show(); }
+
+    [[nodiscard]] QListWidget* list() const { return window.findChild<QListWidget*>("lstPages"); }
+    [[nodiscard]] QTextBrowser* page() const { return window.findChild<QTextBrowser*>("txtPage"); }
+    [[nodiscard]] QLineEdit* find() const { return window.findChild<QLineEdit*>("txtFind"); }
+    [[nodiscard]] QStringList listed() const {
+        QStringList titles;
+        for (int row = 0; row < list()->count(); ++row)
+            if (!list()->item(row)->isHidden()) titles.append(list()->item(row)->text());
+        return titles;
+    }
+    [[nodiscard]] QString title() const { return list()->currentItem()->text(); }
+
+    HelpWindow window;
+};
+
+TEST_F(Help, OpensWithItsFirstPage) {
+    EXPECT_EQ(window.objectName(), "NimbryHelp");
+    EXPECT_EQ(window.windowTitle(), "Nimbry Help");
+    EXPECT_EQ(title(), "First steps");
+    EXPECT_TRUE(page()->toPlainText().startsWith("First steps")) << page()->toPlainText().left(40).toStdString();
+}
+
+TEST_F(Help, ShowsEachPageOfItsList) {
+    ASSERT_EQ(list()->count(), static_cast<int>(help_pages().size()));
+    for (int row = 0; row < list()->count(); ++row) {
+        list()->setCurrentRow(row);
+        const QString text = page()->toPlainText();
+        EXPECT_TRUE(text.startsWith(title())) << title().toStdString();
+        EXPECT_GT(text.size(), 500) << title().toStdString();
+    }
+}
+
+TEST_F(Help, LeadsWithEveryLinkToAPageOfItsOwn) {
+    QSet<QString> names;
+    for (const HelpPage& each : help_pages()) names.insert(QString::fromLatin1(each.file));
+    const QRegularExpression link(QStringLiteral("\\]\\(([^)#]+)"));
+    int links = 0;
+    for (const char* file : {"first-steps.md", "main-window.md", "records.md", "publishing.md"}) {
+        for (const HelpPage& each : help_pages()) {
+            if (QString::fromLatin1(each.file) != QString::fromLatin1(file)) continue;
+            for (auto found = link.globalMatch(page_source(each)); found.hasNext(); ++links)
+                EXPECT_TRUE(names.contains(found.next().captured(1))) << file;
+        }
+    }
+    EXPECT_GE(links, 2);
+    emit page()->anchorClicked(QUrl(QStringLiteral("tags.md")));
+    EXPECT_EQ(title(), "The tags of the templates");
+    emit page()->anchorClicked(QUrl(QStringLiteral("formats/ini.md")));
+    EXPECT_EQ(title(), "The tags of the templates") << "a page that is not in the manual leaves it where it is";
+}
+
+TEST_F(Help, LeavesThePagesInTheListThatHaveWhatIsSought) {
+    find()->setText(QStringLiteral("dialout"));
+    EXPECT_EQ(listed(), QStringList{"First steps"});
+    find()->setText(QStringLiteral("weboUTTemp"));
+    EXPECT_TRUE(listed().contains("The tags of the templates")) << "in either case";
+    EXPECT_FALSE(listed().contains("First steps"));
+    EXPECT_TRUE(listed().contains(title())) << "the page that shows has it";
+    EXPECT_EQ(page()->textCursor().selectedText().toLower(), "webouttemp");
+    EXPECT_FALSE(page()->extraSelections().isEmpty());
+    EXPECT_FALSE(window.findChild<QLabel*>("lblNone")->isVisible());
+    find()->clear();
+    EXPECT_EQ(listed().size(), list()->count());
+    EXPECT_TRUE(page()->extraSelections().isEmpty());
+}
+
+TEST_F(Help, SaysWhenNoPageHasIt) {
+    find()->setText(QStringLiteral("zzyzx"));
+    EXPECT_TRUE(listed().isEmpty());
+    EXPECT_TRUE(window.findChild<QLabel*>("lblNone")->isVisible());
+    QTest::keyClick(find(), Qt::Key_Return);
+    EXPECT_TRUE(listed().isEmpty());
+}
+
+TEST_F(Help, EnterGoesFromPlaceToPlaceAndOnToTheNextPage) {
+    find()->setText(QStringLiteral("almanac"));
+    const QString first = title();
+    const int place = page()->textCursor().position();
+    const qsizetype places = page()->extraSelections().size();
+    ASSERT_GE(listed().size(), 2);
+    for (qsizetype n = 1; n < places; ++n) QTest::keyClick(find(), Qt::Key_Return);
+    EXPECT_EQ(title(), first);
+    if (places > 1) EXPECT_GT(page()->textCursor().position(), place);
+    QTest::keyClick(find(), Qt::Key_Return);
+    EXPECT_EQ(title(), listed()[1]);
+    EXPECT_TRUE(page()->textCursor().hasSelection());
+}
+
+TEST_F(Help, IsReadableWithABrowser) {
+    QStringList asked;
+    QObject::connect(&window, &HelpWindow::asked_for, [&](const QString& path) { asked.append(path); });
+    window.show_page(QStringLiteral("publishing.md"));
+    window.findChild<QPushButton*>("cmdBrowser")->click();
+    ASSERT_EQ(asked.size(), 1);
+    EXPECT_TRUE(asked[0].endsWith("/publishing.html"));
+    const QDir folder = QFileInfo(asked[0]).dir();
+    EXPECT_EQ(folder.entryList({"*.html"}).size(), list()->count());
+    const QRegularExpression link(QStringLiteral("href=\"([^\"#:]+\\.html)"));
+    for (const QString& name : folder.entryList({"*.html"})) {
+        QFile file(folder.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const QString html = QString::fromUtf8(file.readAll());
+        EXPECT_TRUE(html.contains("<title>Nimbry: ")) << name.toStdString();
+        int links = 0;
+        for (auto found = link.globalMatch(html); found.hasNext(); ++links)
+            EXPECT_TRUE(folder.exists(found.next().captured(1))) << name.toStdString();
+        EXPECT_GE(links, list()->count()) << "at least one to each page: " << name.toStdString();
+    }
+}
+
+TEST_F(Help, EscapeEndsTheSearchAndThenClosesTheWindow) {
+    find()->setText(QStringLiteral("rain"));
+    QTest::keyClick(find(), Qt::Key_Escape);
+    EXPECT_EQ(find()->text(), "");
+    EXPECT_TRUE(window.isVisible());
+    QTest::keyClick(&window, Qt::Key_Escape);
+    EXPECT_FALSE(window.isVisible());
+}
+
+}  // namespace
+}  // namespace nimbry::test

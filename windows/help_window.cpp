@@ -1,0 +1,221 @@
+#include "windows/help_window.h"
+
+#include <QFile>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QShortcut>
+#include <QSplitter>
+#include <QTextDocument>
+#include <QVBoxLayout>
+#include <array>
+
+static void load_manual() {
+    Q_INIT_RESOURCE(manual);
+}
+
+namespace nimbry::windows {
+namespace {
+
+constexpr std::array pages{
+    HelpPage{"first-steps.md", "First steps"},
+    HelpPage{"main-window.md", "The main window"},
+    HelpPage{"records.md", "What is kept"},
+    HelpPage{"publishing.md", "Publishing the weather"},
+    HelpPage{"templates.md", "Templates"},
+    HelpPage{"tags.md", "The tags of the templates"},
+    HelpPage{"several-machines.md", "Several machines"},
+    HelpPage{"nimbryctl.md", "nimbryctl"},
+};
+
+QString file_of(const HelpPage& page) {
+    return QString::fromLatin1(page.file);
+}
+
+QString html_name(const HelpPage& page) {
+    return file_of(page).replace(QStringLiteral(".md"), QStringLiteral(".html"));
+}
+
+/// A page's text as a reader sees it, without the marks of its format.
+QString plain_text(const HelpPage& page) {
+    QTextDocument document;
+    document.setMarkdown(page_source(page));
+    return document.toPlainText();
+}
+
+}  // namespace
+
+std::span<const HelpPage> help_pages() {
+    return pages;
+}
+
+QString page_source(const HelpPage& page) {
+    load_manual();
+    QFile file(QStringLiteral(":/manual/") + file_of(page));
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+QString page_as_html(const HelpPage& page) {
+    QTextDocument document;
+    document.setMarkdown(page_source(page));
+    QString html = document.toHtml();
+    QStringList links;
+    for (const HelpPage& each : pages) {
+        html.replace(QStringLiteral("href=\"%1").arg(file_of(each)), QStringLiteral("href=\"%1").arg(html_name(each)));
+        links.append(QStringLiteral("<a href=\"%1\">%2</a>").arg(html_name(each), QString::fromLatin1(each.title)));
+    }
+    const QString head = QStringLiteral("<head><title>Nimbry: %1</title>").arg(QString::fromLatin1(page.title));
+    const QString looks = QStringLiteral(
+        "<style>:root { color-scheme: light dark } body { max-width: 46em; margin: 2em auto; padding: 0 1em; "
+        "line-height: 1.5 } td, th { padding: 0.2em 0.6em }</style></head>");
+    html.replace(QStringLiteral("<head>"), head).replace(QStringLiteral("</head>"), looks);
+    const qsizetype body = html.indexOf(u'>', html.indexOf(QStringLiteral("<body"))) + 1;
+    return html.insert(body, QStringLiteral("<p>%1</p><hr>").arg(links.join(QStringLiteral(" \u00B7 "))));
+}
+
+HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
+    setObjectName(QStringLiteral("NimbryHelp"));
+    setWindowTitle(QStringLiteral("Nimbry Help"));
+    pages_.setObjectName(QStringLiteral("lstPages"));
+    pages_.setAccessibleName(QStringLiteral("Pages"));
+    page_.setObjectName(QStringLiteral("txtPage"));
+    page_.setAccessibleName(QStringLiteral("Page"));
+    page_.setOpenLinks(false);
+    page_.setFrameShape(QFrame::NoFrame);
+    page_.document()->setDocumentMargin(20);
+    for (const HelpPage& page : pages) pages_.addItem(QString::fromLatin1(page.title));
+
+    auto* parts = new QSplitter;
+    parts->setChildrenCollapsible(false);
+    parts->addWidget(&pages_);
+    parts->addWidget(&page_);
+    parts->setStretchFactor(1, 1);
+    parts->setSizes({220, 680});
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(8, 8, 8, 8);
+    column->setSpacing(8);
+    column->addWidget(search_row());
+    column->addWidget(parts, 1);
+    resize(900, 620);
+
+    connect(&pages_, &QListWidget::currentRowChanged, this, &HelpWindow::show_row);
+    connect(&page_, &QTextBrowser::anchorClicked, this, [this](const QUrl& link) { show_page(link.toString()); });
+    connect(&find_, &QLineEdit::textChanged, this, &HelpWindow::search);
+    connect(&find_, &QLineEdit::returnPressed, this, &HelpWindow::find_next);
+    connect(new QShortcut(QKeySequence::FindNext, this), &QShortcut::activated, this, &HelpWindow::find_next);
+    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, [this] {
+        find_.setFocus();
+        find_.selectAll();
+    });
+    pages_.setCurrentRow(0);
+}
+
+QWidget* HelpWindow::search_row() {
+    find_.setObjectName(QStringLiteral("txtFind"));
+    find_.setPlaceholderText(QStringLiteral("Find in all pages"));
+    find_.setAccessibleName(find_.placeholderText());
+    find_.setClearButtonEnabled(true);
+    none_.setObjectName(QStringLiteral("lblNone"));
+    none_.setText(QStringLiteral("No page has that."));
+    none_.hide();
+    auto* browser = new QPushButton(QStringLiteral("&Read in the browser"));
+    browser->setObjectName(QStringLiteral("cmdBrowser"));
+    connect(browser, &QPushButton::clicked, this, [this] {
+        if (const QString path = file_for_browser(); !path.isEmpty()) emit asked_for(path);
+    });
+    auto* bar = new QWidget;
+    auto* row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(&find_, 1);
+    row->addWidget(&none_);
+    row->addWidget(browser);
+    return bar;
+}
+
+void HelpWindow::show_page(const QString& file) {
+    const QString name = file.section(u'#', 0, 0);
+    for (int row = 0; row < pages_.count(); ++row)
+        if (file_of(pages[static_cast<std::size_t>(row)]) == name) pages_.setCurrentRow(row);
+}
+
+void HelpWindow::show_row(int row) {
+    if (row < 0) return;
+    page_.document()->setMarkdown(page_source(pages[static_cast<std::size_t>(row)]));
+    page_.moveCursor(QTextCursor::Start);
+    mark_places();
+}
+
+void HelpWindow::search() {
+    const QString text = find_.text();
+    int first = -1;
+    for (int row = 0; row < pages_.count(); ++row) {
+        const bool has = plain_text(pages[static_cast<std::size_t>(row)]).contains(text, Qt::CaseInsensitive);
+        pages_.item(row)->setHidden(!has);
+        if (has && first < 0) first = row;
+    }
+    none_.setVisible(first < 0);
+    const bool leaves = pages_.currentItem() == nullptr || pages_.currentItem()->isHidden();
+    if (leaves && first >= 0) pages_.setCurrentRow(first);
+    page_.moveCursor(QTextCursor::Start);
+    mark_places();
+    if (!text.isEmpty()) page_.find(text);
+}
+
+void HelpWindow::find_next() {
+    const QString text = find_.text();
+    if (text.isEmpty() || page_.find(text)) return;
+    if (const int row = next_row(); row >= 0) {
+        pages_.setCurrentRow(row);
+        page_.moveCursor(QTextCursor::Start);
+        page_.find(text);
+    }
+}
+
+/// The next page that the search has left in the list, from the last on the first again; -1 for none.
+int HelpWindow::next_row() const {
+    for (int step = 1; step <= pages_.count(); ++step) {
+        const int row = (pages_.currentRow() + step) % pages_.count();
+        if (!pages_.item(row)->isHidden()) return row;
+    }
+    return -1;
+}
+
+void HelpWindow::mark_places() {
+    QList<QTextEdit::ExtraSelection> places;
+    if (!find_.text().isEmpty()) {
+        QColor back = palette().color(QPalette::Highlight);
+        back.setAlphaF(0.35F);
+        for (QTextCursor at(page_.document()); !(at = page_.document()->find(find_.text(), at)).isNull();) {
+            QTextEdit::ExtraSelection place;
+            place.cursor = at;
+            place.format.setBackground(back);
+            places.append(place);
+        }
+    }
+    page_.setExtraSelections(places);
+}
+
+QString HelpWindow::file_for_browser() {
+    if (!files_) {
+        files_.emplace();
+        for (const HelpPage& page : pages) {
+            QFile file(files_->filePath(html_name(page)));
+            if (!file.open(QIODevice::WriteOnly)) continue;
+            file.write(page_as_html(page).toUtf8());
+        }
+    }
+    const QString path = files_->filePath(html_name(pages[static_cast<std::size_t>(pages_.currentRow())]));
+    return QFile::exists(path) ? path : QString();
+}
+
+void HelpWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Escape) {
+        QWidget::keyPressEvent(event);
+    } else if (!find_.text().isEmpty()) {
+        find_.clear();
+    } else {
+        close();
+    }
+}
+
+}  // namespace nimbry::windows
