@@ -142,9 +142,9 @@ void SetupDialog::show_values() {
     for (const auto& show : shows_) show();
 }
 
-QBoxLayout* SetupDialog::button_row(const QString& accept_caption) {
+QBoxLayout* SetupDialog::button_row(const QString& accept_caption, const char* accept_name) {
     auto* accepts = new QPushButton(accept_caption);
-    accepts->setObjectName(QStringLiteral("Command1"));
+    accepts->setObjectName(QString::fromLatin1(accept_name));
     accepts->setDefault(true);
     connect(accepts, &QPushButton::clicked, this, [this] {
         if (commit()) accept();

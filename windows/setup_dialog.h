@@ -12,8 +12,8 @@ class QBoxLayout;
 namespace nimbry::windows {
 
 /// What the setup windows have in common. Each edits a copy of its dialog's values and holds up nothing: it is
-/// modeless, and the program goes by the committed values until somebody accepts. `Command1`, the default button,
-/// accepts and closes; "Cancel", Escape and the close mark drop the copy.
+/// modeless, and the program goes by the committed values until somebody accepts. The default button, mostly
+/// `Command1`, accepts and closes; "Cancel", Escape and the close mark drop the copy.
 class SetupDialog : public QDialog {
     Q_OBJECT
 
@@ -38,8 +38,8 @@ protected:
     /// Shows the window itself as the model has it: its caption, and whether it is locked.
     void show_window(const SetupWindow& window);
 
-    /// The row of buttons, `Command1` with this caption and "Cancel".
-    [[nodiscard]] QBoxLayout* button_row(const QString& accept_caption);
+    /// The row of buttons: the one that accepts, with this caption, and "Cancel".
+    [[nodiscard]] QBoxLayout* button_row(const QString& accept_caption, const char* accept_name = "Command1");
 
     /// Takes a fresh copy of the committed values and shows it.
     virtual void load() = 0;

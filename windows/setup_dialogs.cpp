@@ -3,7 +3,9 @@
 #include <utility>
 
 #include "windows/alarms_window.h"
+#include "windows/comment_window.h"
 #include "windows/location_window.h"
+#include "windows/rain_days_window.h"
 
 namespace nimbry::windows {
 
@@ -33,6 +35,20 @@ void SetupDialogs::show_comms() {
 void SetupDialogs::show_internet() {
     if (internet_ == nullptr) internet_ = new InternetWindow(state_, actions_.internet, parent_);
     internet_->present();
+}
+
+void SetupDialogs::show_comment(Comment which) {
+    CommentWindow*& window = which == Comment::first ? comment_ : comment2_;
+    if (window == nullptr) {
+        const auto accepted = [this, which](const CommentDialog& values) { actions_.accept_comment(which, values); };
+        window = new CommentWindow(state_, which, accepted, parent_);
+    }
+    window->present();
+}
+
+void SetupDialogs::show_rain_days() {
+    if (rain_days_ == nullptr) rain_days_ = new RainDaysWindow(state_, actions_.accept_rain_days, parent_);
+    rain_days_->present();
 }
 
 void SetupDialogs::refresh() {

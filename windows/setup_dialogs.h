@@ -3,6 +3,8 @@
 #include <functional>
 
 #include "engine/core/weather_state.h"
+#include "engine/setup/comment_dialog.h"
+#include "engine/setup/rain_days_dialog.h"
 #include "engine/sun/location_dialog.h"
 #include "windows/comms_window.h"
 #include "windows/internet_window.h"
@@ -13,7 +15,9 @@ class QWidget;
 namespace nimbry::windows {
 
 class AlarmsWindow;
+class CommentWindow;
 class LocationWindow;
+class RainDaysWindow;
 
 /// The setup windows, one of each, made when it is first shown.
 class SetupDialogs {
@@ -25,6 +29,8 @@ public:
         UnitsWindow::Actions units{};
         CommsWindow::Actions comms{};
         InternetWindow::Actions internet{};
+        std::function<void(Comment, const CommentDialog&)> accept_comment{};
+        std::function<void(const RainDaysDialog&)> accept_rain_days{};
     };
 
     /// `state` must outlive this object; `parent` is the main window, which owns the windows.
@@ -35,6 +41,8 @@ public:
     void show_units();
     void show_comms();
     void show_internet();
+    void show_comment(Comment which);
+    void show_rain_days();
 
     /// The state may have changed.
     void refresh();
@@ -48,6 +56,9 @@ private:
     UnitsWindow* units_ = nullptr;
     CommsWindow* comms_ = nullptr;
     InternetWindow* internet_ = nullptr;
+    CommentWindow* comment_ = nullptr;
+    CommentWindow* comment2_ = nullptr;
+    RainDaysWindow* rain_days_ = nullptr;
 };
 
 }  // namespace nimbry::windows

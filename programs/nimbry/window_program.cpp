@@ -56,7 +56,7 @@ public:
         : pauses_(clock_),
           files_(folder),
           notices_(pauses_),
-          sounds_(files_),
+          sounds_(files_, sound_folders(QCoreApplication::applicationDirPath().toStdString())),
           engine_(Ports{clock_, pauses_, files_, line_, datasock_, streams_, notices_, sounds_, desktop_, transfers_}),
           loop_(engine_, pauses_, clock_, {line_, datasock_, streams_}) {
         // The session ends once this returns, so nothing is put off to the event loop that need not wait.
@@ -94,6 +94,15 @@ private:
     template <class Work>
     std::function<void()> click(const char* tag, Work work) {
         return [this, tag, work] { start_event(copy(), tag, work); };
+    }
+
+    /// A click on an entry that only opens a window.
+    template <class Show>
+    std::function<void()> opens(Show show) {
+        return [this, show] {
+            sounds_.play(std::string(click_sound));
+            show();
+        };
     }
 
     void changed() {
@@ -161,6 +170,10 @@ private:
             sounds_.play(std::string(click_sound));
             dialogs_->show_location();
         };
+        actions.menu["mnuEditComment"] = opens([this] { dialogs_->show_comment(Comment::first); });
+        actions.menu["mnuEditComment2"] = opens([this] { dialogs_->show_comment(Comment::second); });
+        actions.menu["mnuEditDSR"] = opens([this] { dialogs_->show_rain_days(); });
+        actions.menu["mnuFHelp"] = opens([this] { small_->show_help(); });
         actions.menu["mnuAbout"] = [this] {
             sounds_.play(std::string(click_sound));
             small_->show_about(copy().ini.GetSetting("Main", "Version", ""));
@@ -212,7 +225,15 @@ private:
                     },
                 .units = units_actions(),
                 .comms = comms_actions(),
-                .internet = internet_actions()};
+                .internet = internet_actions(),
+                .accept_comment =
+                    [this, do_event](Comment which, const CommentDialog& values) {
+                        do_event("NimbryComment", [this, which, values] { accept_comment(copy(), which, values); });
+                    },
+                .accept_rain_days =
+                    [this, do_event](const RainDaysDialog& values) {
+                        do_event("NimbryEditDSR", [this, values] { accept_rain_days(copy(), values); });
+                    }};
     }
 
     CommsWindow::Actions comms_actions() {

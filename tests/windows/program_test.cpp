@@ -28,11 +28,14 @@
 #include "windows/additional_window.h"
 #include "windows/alarms_window.h"
 #include "windows/big_window.h"
+#include "windows/comment_window.h"
 #include "windows/comms_window.h"
 #include "windows/form1.h"
+#include "windows/help_window.h"
 #include "windows/location_window.h"
 #include "windows/marquee_window.h"
 #include "windows/message_dialog.h"
+#include "windows/rain_days_window.h"
 #include "windows/splash.h"
 #include "windows/units_window.h"
 #include "windows/value_box.h"
@@ -133,6 +136,55 @@ TEST(Program, ShowsTheSplashThenTheWindowThenTheStation) {
     EXPECT_TRUE(onlooker.saw_all());
     EXPECT_GE(sent, 2);
     EXPECT_NE(contents(folder, "nbyprog.log").find("Program stopped, normal exit"), std::string::npos);
+}
+
+TEST(Program, TakesACommentAndTheDaysSinceRainFromTheirEditors) {
+    const Folder folder;
+    const PseudoTerminal station;
+    const Bytes train = write_train(StationReadings{});
+    const auto trigger = [](const char* entry) {
+        visible_window<windows::Form1>()->findChild<QAction*>(QString::fromLatin1(entry))->trigger();
+    };
+    QTimer play;
+    Onlooker onlooker;
+    onlooker.when([] { return visible_window<windows::Form1>() != nullptr; },
+                  [&] {
+                      EXPECT_FALSE(visible_window<windows::Form1>()->findChild<QAction*>("mnuEditDSR")->isEnabled())
+                          << "before the first train";
+                      QTest::keyClick(visible_window<windows::Form1>(), Qt::Key_F1);
+                  });
+    onlooker.when([] { return visible_window<windows::HelpWindow>() != nullptr; },
+                  [&] {
+                      visible_window<windows::HelpWindow>()->close();
+                      play.start(250);
+                  });
+    onlooker.when([] { return visible_window<windows::Form1>()->findChild<QAction*>("mnuEditComment2")->isEnabled(); },
+                  [&] { trigger("mnuEditComment2"); });
+    onlooker.when([] { return visible_window<windows::CommentWindow>() != nullptr; },
+                  [&] {
+                      auto* editor = visible_window<windows::CommentWindow>();
+                      QTest::keyClicks(editor->findChild<QLineEdit*>("txtComment"), QStringLiteral("fog <i>again</i>"));
+                      editor->findChild<QAbstractButton*>("Command2")->click();
+                      trigger("mnuEditDSR");
+                  });
+    onlooker.when([] { return visible_window<windows::RainDaysWindow>() != nullptr; },
+                  [&] {
+                      auto* editor = visible_window<windows::RainDaysWindow>();
+                      editor->findChild<QLineEdit*>("txtEDSR")->selectAll();
+                      QTest::keyClicks(editor->findChild<QLineEdit*>("txtEDSR"), QStringLiteral("17"));
+                      editor->findChild<QAbstractButton*>("cmdDone")->click();
+                      trigger("mnuEditDSR");
+                  });
+    onlooker.when([] { return visible_window<windows::RainDaysWindow>() != nullptr; },
+                  [&] {
+                      EXPECT_EQ(visible_window<windows::RainDaysWindow>()->findChild<QLineEdit*>("txtEDSR")->text(),
+                                "17");
+                      trigger("mnuExit1");
+                  });
+    QObject::connect(&play, &QTimer::timeout, &onlooker, [&] { station.send(train); });
+    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.name(), false), 0);
+    EXPECT_TRUE(onlooker.saw_all());
+    EXPECT_NE(contents(folder, "Nimbry.ini").find("WebComment2=fog <i>again</i>\r\n"), std::string::npos);
 }
 
 TEST(Program, ShowsANewcomerTheSetupWindowAndGoesOnWithWhatIsAccepted) {

@@ -3,9 +3,11 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
 #include <QTabWidget>
+#include <QTest>
 
 #include "engine/graphs/graph_view.h"
 #include "tests/windows/sample_states.h"
@@ -14,17 +16,22 @@
 #include "windows/alarms_window.h"
 #include "windows/balloon_tip.h"
 #include "windows/big_window.h"
+#include "windows/comment_window.h"
 #include "windows/comms_window.h"
+#include "windows/conversion_tip.h"
 #include "windows/form1.h"
+#include "windows/help_window.h"
 #include "windows/internet_window.h"
 #include "windows/location_window.h"
 #include "windows/marquee_window.h"
 #include "windows/message_dialog.h"
+#include "windows/rain_days_window.h"
 #include "windows/sensor_window.h"
 #include "windows/splash.h"
 #include "windows/status_window.h"
 #include "windows/text_window.h"
 #include "windows/units_window.h"
+#include "windows/value_box.h"
 
 namespace nimbry::test {
 namespace {
@@ -97,6 +104,23 @@ void take_small_windows(Camera& camera, const QString& theme) {
     take(sensor, "sensor");
     windows::AboutWindow about("Nimbry|202|251003");
     take(about, "about");
+    WeatherState state;
+    state.settings.WebComment = "The rain gauge was cleaned on Sunday. <b>Frost</b> is expected from Tuesday on.";
+    state.records.DaySinceRain = 3;
+    state.records.LastRain = 11.5F;
+    windows::CommentWindow comment(state, Comment::first, {});
+    comment.present();
+    take(comment, "comment");
+    windows::CommentWindow comment2(state, Comment::second, {});
+    comment2.present();
+    take(comment2, "comment2");
+    windows::RainDaysWindow rain_days(state, {});
+    rain_days.present();
+    take(rain_days, "rain-days");
+    windows::HelpWindow help;
+    take(help, "help");
+    help.findChild<QLineEdit*>(QStringLiteral("txtFind"))->setText(QStringLiteral("almanac"));
+    take(help, "help-search");
     windows::StatusWindow status;
     status.show_text(QStringLiteral("Receiving grafdata.dat"));
     take(status, "status");
@@ -292,6 +316,16 @@ void take_what_opens(Camera& camera, const QString& theme) {
     QApplication::processEvents();
     take_with(tip, QStringLiteral("notice-") + theme);
     tip.hide();
+    // One below its box, and one above.
+    auto* conversion = window.findChild<windows::ConversionTip*>();
+    for (const char* name : {"Text2_6", "TxtWindHiG"}) {
+        auto* box = window.findChild<windows::ValueBox*>(QString::fromLatin1(name));
+        box->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(box, Qt::Key_Space);
+        QApplication::processEvents();
+        take_with(*conversion, QStringLiteral("conversion-%1-%2").arg(QString::fromLatin1(name), theme));
+        conversion->hide();
+    }
     for (QAction* entry : window.menuBar()->actions()) {
         if (entry->menu() == nullptr) continue;
         entry->menu()->popup(window.menuBar()->mapToGlobal(window.menuBar()->actionGeometry(entry).bottomLeft()));
