@@ -88,7 +88,7 @@ AboutWindow::AboutWindow(std::string_view stamp, QWidget* parent) : QDialog(pare
     words->addWidget(
         link("lblEmail", QStringLiteral("Write to its authors"), mail_link(about_links::address, lines.number)));
     words->addSpacing(8);
-    words->addWidget(line("lblAuthors", QStringLiteral("Copyright 2026 the Nimbry authors. MIT licence.")));
+    words->addWidget(line("lblAuthors", QStringLiteral("Copyright 2026 the Nimbry authors\nMIT licence")));
     words->addStretch();
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(20, 20, 20, 16);
@@ -96,6 +96,7 @@ AboutWindow::AboutWindow(std::string_view stamp, QWidget* parent) : QDialog(pare
     grid->addWidget(image, 0, 0, Qt::AlignTop);
     grid->addLayout(words, 0, 1);
     grid->addWidget(close, 1, 1, Qt::AlignRight);
+    close->setFocus();
 }
 
 }  // namespace nimbry::windows

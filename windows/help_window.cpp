@@ -7,8 +7,11 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QTextDocument>
+#include <QTextTable>
 #include <QVBoxLayout>
 #include <array>
+
+#include "windows/palette_colours.h"
 
 static void load_manual() {
     Q_INIT_RESOURCE(manual);
@@ -41,6 +44,23 @@ QString plain_text(const HelpPage& page) {
     QTextDocument document;
     document.setMarkdown(page_source(page));
     return document.toPlainText();
+}
+
+/// Tables with room in their cells and one quiet line between them.
+void set_tables(QTextDocument& document, const QColor& line) {
+    for (QTextFrame* frame : document.rootFrame()->childFrames()) {
+        auto* table = qobject_cast<QTextTable*>(frame);
+        if (table == nullptr) continue;
+        QTextTableFormat format = table->format();
+        format.setBorderCollapse(true);
+        format.setBorder(1);
+        format.setBorderBrush(line);
+        format.setCellSpacing(0);
+        format.setCellPadding(5);
+        format.setTopMargin(8);
+        format.setBottomMargin(12);
+        table->setFormat(format);
+    }
 }
 
 }  // namespace
@@ -77,6 +97,8 @@ HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
     setObjectName(QStringLiteral("NimbryHelp"));
     setWindowTitle(QStringLiteral("Nimbry Help"));
     pages_.setObjectName(QStringLiteral("lstPages"));
+    pages_.setFrameShape(QFrame::NoFrame);
+    pages_.setSpacing(3);
     pages_.setAccessibleName(QStringLiteral("Pages"));
     page_.setObjectName(QStringLiteral("txtPage"));
     page_.setAccessibleName(QStringLiteral("Page"));
@@ -141,6 +163,7 @@ void HelpWindow::show_page(const QString& file) {
 void HelpWindow::show_row(int row) {
     if (row < 0) return;
     page_.document()->setMarkdown(page_source(pages[static_cast<std::size_t>(row)]));
+    set_tables(*page_.document(), panel_line(palette()));
     page_.moveCursor(QTextCursor::Start);
     mark_places();
 }
