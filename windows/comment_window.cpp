@@ -69,6 +69,7 @@ CommentWindow::CommentWindow(const WeatherState& state, Comment which,
 void CommentWindow::load() {
     values_ = comment_dialog(state_.settings, which_);
     show_values();
+    line_.setCursorPosition(0);  // of a long text the beginning is shown
     edited();
 }
 

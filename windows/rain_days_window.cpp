@@ -19,6 +19,7 @@ RainDaysWindow::RainDaysWindow(const WeatherState& state, std::function<void(con
     const auto add = [&](QLineEdit& box, const char* name, const char* caption) {
         box.setObjectName(QString::fromLatin1(name));
         box.setAlignment(Qt::AlignRight);
+        box.setMinimumWidth(box.fontMetrics().horizontalAdvance(QStringLiteral("0000000000")));
         auto* label = new QLabel(QString::fromLatin1(caption));
         label->setBuddy(&box);
         const int row = grid->rowCount();

@@ -147,12 +147,16 @@ TEST(Program, TakesACommentAndTheDaysSinceRainFromTheirEditors) {
     };
     QTimer play;
     Onlooker onlooker;
-    onlooker.when([] { return visible_window<windows::Form1>() != nullptr; },
-                  [&] {
-                      EXPECT_FALSE(visible_window<windows::Form1>()->findChild<QAction*>("mnuEditDSR")->isEnabled())
-                          << "before the first train";
-                      QTest::keyClick(visible_window<windows::Form1>(), Qt::Key_F1);
-                  });
+    // A shortcut is heard by the active window only.
+    const auto is_active = [] {
+        const auto* form = visible_window<windows::Form1>();
+        return form != nullptr && form->isActiveWindow();
+    };
+    onlooker.when(is_active, [&] {
+        EXPECT_FALSE(visible_window<windows::Form1>()->findChild<QAction*>("mnuEditDSR")->isEnabled())
+            << "before the first train";
+        QTest::keyClick(visible_window<windows::Form1>(), Qt::Key_F1);
+    });
     onlooker.when([] { return visible_window<windows::HelpWindow>() != nullptr; },
                   [&] {
                       visible_window<windows::HelpWindow>()->close();
