@@ -21,10 +21,10 @@
 namespace nimbry::windows {
 namespace {
 
-/// Sizes of a table's type, in points where the application's font has 9, and the smaller second line.
+/// Sizes of a table's type, in points where the application's font has 9, and the smaller line that tells the time.
 constexpr std::array table_points{10.0, 9.5, 9.0, 8.5, 8.0, 7.5};
 constexpr double usual_points = 9;
-constexpr double second_line = 0.88;
+constexpr double time_line = 0.88;
 
 /// A text in one line, or in two: before " at ", else before the blank nearest to its middle, if it is long.
 QStringList lines_of(const QString& text, bool two_lines) {
@@ -39,15 +39,15 @@ QStringList lines_of(const QString& text, bool two_lines) {
     return {text.left(cut), text.mid(cut + 1)};
 }
 
-QFont line_font(const QFont& font, qsizetype line) {
-    return line == 0 ? font : scaled(font, second_line);
+QFont line_font(const QFont& font, const QString& line) {
+    return line.startsWith(QStringLiteral("at ")) ? scaled(font, time_line) : font;
 }
 
 QSizeF size_of(const QFont& font, const QStringList& lines) {
     QSizeF size;
-    for (qsizetype n = 0; n < lines.size(); ++n) {
-        const QFont own = line_font(font, n);
-        size = {std::max(size.width(), tabular_width(own, lines[n])), size.height() + QFontMetricsF(own).height()};
+    for (const QString& line : lines) {
+        const QFont own = line_font(font, line);
+        size = {std::max(size.width(), tabular_width(own, line)), size.height() + QFontMetricsF(own).height()};
     }
     return size;
 }
@@ -253,10 +253,10 @@ void ValueBox::paintEvent(QPaintEvent*) {
     painter.setPen(on_panel ? palette().color(QPalette::WindowText) : colours.text);
     const QStringList lines = drawn_lines();
     double top = (height() - size_of(font, lines).height()) / 2;
-    for (qsizetype n = 0; n < lines.size(); ++n) {
-        painter.setFont(line_font(font, n));
+    for (const QString& line : lines) {
+        painter.setFont(line_font(font, line));
         const QFontMetricsF metrics(painter.font());
-        draw_tabular(painter, {static_cast<double>(padding()), top + metrics.ascent()}, lines[n]);
+        draw_tabular(painter, {static_cast<double>(padding()), top + metrics.ascent()}, line);
         top += metrics.height();
     }
 }

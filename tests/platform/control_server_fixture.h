@@ -61,7 +61,7 @@ private:
 class ControlServerTest : public testing::Test {
 protected:
     ControlServerTest() { serve(folder.path()); }
-    ~ControlServerTest() override { pauses.finish(); }
+    void TearDown() override { pauses.finish(); }
 
     void serve(const std::string& path, std::chrono::milliseconds patience = std::chrono::seconds{10}) {
         server.emplace(

@@ -206,7 +206,7 @@ TEST_F(QtDatagramsTest, IsToldAgainAfterItsDatagramWasTakenBeforeItsTurn) {
         pipes.emplace_back(ends[1]);
         others.push_back(std::make_unique<QSocketNotifier>(ends[0], QSocketNotifier::Read));
         QObject::connect(others.back().get(), &QSocketNotifier::activated, &datagrams, [&, end = ends[0]] {
-            char byte;
+            char byte = 0;
             EXPECT_EQ(::read(end, &byte, 1), 1);
             while (datagrams.receive()) ++taken;
         });

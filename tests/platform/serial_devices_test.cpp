@@ -13,7 +13,7 @@ namespace {
 class SerialDevices : public testing::Test {
 protected:
     QString device(const char* name) {
-        const QString path = folder.filePath(QString::fromLatin1(name));
+        QString path = folder.filePath(QString::fromLatin1(name));
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         return path;

@@ -162,7 +162,7 @@ TEST_F(NimbryctlTest, AFolderWithALongNameHasItsCopyAnswering) {
 TEST_F(NimbryctlTest, AGraphLiesWhereNimbryctlWasCalled) {
     start(true);
     const TemporaryFolder elsewhere;
-    const std::string place = elsewhere.path();
+    const std::string& place = elsewhere.path();
     const std::vector<std::string> words{"--dir", folder.path(), "graph",  "wind",
                                          "--svg", "wind.svg",    "--size", "400x200"};
     const Said said = ask(words, {.environment = {}, .in_child = [&place] {

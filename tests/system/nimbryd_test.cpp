@@ -303,7 +303,7 @@ TEST_F(NimbrydTest, AnyConfigurationFileIsLivedWith) {
     const Case cases[] = {
         {"nothing", ""},
         {"no section", "fcom1=True\r\n"},
-        {"bytes without sense", std::string("\0\xFF[\r\r\n=[Main\n]=\n\0", 18)},
+        {"bytes without sense", std::string("\0\xFF[\r\r\n=[Main\n]=\n\0", 17)},
         {"ten million bytes in one line", long_line},
     };
     for (const Case& c : cases) {

@@ -129,6 +129,7 @@ protected:
     /// Sends a train, and waits until everybody has taken it.
     [[nodiscard]] bool everybody_takes_train(const std::vector<const Member*>& members, double outdoor) {
         std::vector<int> before;
+        before.reserve(members.size());
         for (const Member* member : members) before.push_back(member->copy->frames("trains"));
         send_train(outdoor);
         return eventually([&] {
