@@ -63,7 +63,11 @@ void add_grid(GraphDrawing& drawing, const GraphAxis& axis) {
 /// Gathers the points of one series and gives them out in runs without a gap.
 class SeriesPlot {
 public:
-    SeriesPlot(GraphDrawing& drawing, GraphPen pen) : drawing_(drawing), dots_{pen, {}} {}
+    /// For a series of `count` points, mostly without a gap.
+    SeriesPlot(GraphDrawing& drawing, GraphPen pen, int count) : drawing_(drawing), dots_{pen, {}} {
+        auto& points = drawing.kind == GraphKind::direction ? dots_.points : run_;
+        points.reserve(static_cast<std::size_t>(count));
+    }
 
     void add(TwipPoint at) {
         if (drawing_.kind == GraphKind::direction) {
@@ -94,7 +98,7 @@ void add_series(GraphDrawing& drawing, const GraphState& graphs, const GraphSeri
     const TwipBox& plot = drawing.main ? main_plot : small_plot;
     const GraphAxis axis = drawn_axis(graphs, shown.s);
     const int count = graphs.rows.windsamples();
-    SeriesPlot plotted(drawing, pen_of(shown.look));
+    SeriesPlot plotted(drawing, pen_of(shown.look), count);
     for (int r = 1; r <= count; ++r) {
         const float value = graphs.rows.gdata(shown.s, r);
         if (within_limits(graphs, shown.s, value)) {
