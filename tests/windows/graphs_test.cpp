@@ -292,7 +292,7 @@ TEST_F(Graphs, ADashGoesOnThroughAWholeSeries) {
     }
     EXPECT_LE(longest, 10 * ratio) << "no two dashes and no two gaps run together";
     EXPECT_NEAR(changes, 2 * (to - from) / (11.25 * ratio), 6);
-    EXPECT_NEAR(painted, (to - from) * 2 / 3, (to - from) / 8);
+    EXPECT_NEAR(painted, (to - from) * 2.0 / 3, (to - from) / 8.0);
 }
 
 TEST_F(Graphs, AreDrawnForTheScreensOwnPixels) {
