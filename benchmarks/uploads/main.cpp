@@ -59,11 +59,13 @@ public:
             FTPupload(copy_);
             over = true;
         });
-        QTimer::singleShot(patience, &heart_, [&] {
-            if (!over) cancel_ftp(copy_);
-        });
+        QTimer end_of_patience;
+        end_of_patience.setSingleShot(true);
+        QObject::connect(&end_of_patience, &QTimer::timeout, [&] { cancel_ftp(copy_); });
+        end_of_patience.start(patience);
         while (!over) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         heart_.stop();
+        end_of_patience.stop();
         std::printf("%-24s longest gap %6.2f ms   lasted %7.0f ms   %s\n", name, longest_.count(),
                     Gap(clock_.monotonic() - begun).count(), world_.state.publish.last_ftp.result.c_str());
     }

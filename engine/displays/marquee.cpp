@@ -59,6 +59,7 @@ std::string marquee_label(const MarqueeItem& item, const WeatherState& state) {
 
 std::vector<DialogControl> dialog_controls(MarqueeDialog& dialog) {
     std::vector<DialogControl> controls;
+    controls.reserve(std::size(items));
     for (const MarqueeItem& item : items) controls.push_back({item.check_box, &(dialog.*item.ticked)});
     return controls;
 }
@@ -71,6 +72,7 @@ MarqueeDialog read_marquee(const clsIniFile& ini) {
 
 bool write_marquee(clsIniFile& ini, const MarqueeDialog& dialog) {
     std::vector<clsIniFile::Setting> settings;
+    settings.reserve(std::size(items));
     for (const MarqueeItem& item : items)
         settings.push_back({std::string(section), std::string(item.key), flag_text(dialog.*item.ticked)});
     return ini.SaveSettings(settings);
