@@ -33,7 +33,7 @@ void CanberraSounds::play(const std::string& file) {
 std::string CanberraSounds::path_of(const std::string& file) const {
     if (files_.exists(file)) return files_.path(file);
     for (const std::string& folder : folders_) {
-        const std::string path = folder + "/" + file;
+        std::string path = folder + "/" + file;
         std::error_code none;
         if (std::filesystem::is_regular_file(path, none)) return path;
     }
