@@ -10,7 +10,7 @@ namespace nimbry::platform {
 namespace {
 
 /// A peer that sends without end fills no more than this; the rest stays with it.
-constexpr qint64 most_held = 256 * 1024;
+constexpr qint64 most_held = qint64{256} * 1024;
 
 QHostAddress address_of(const std::string& dotted) {
     return dotted.empty() ? QHostAddress(QHostAddress::AnyIPv4) : QHostAddress(QString::fromStdString(dotted));

@@ -11,7 +11,7 @@ namespace nimbry::windows {
 
 /// The alarm dialog (`frmAlarms`): a row for each threshold, with its check box, its scroll bar ("hsb" and the key) and
 /// its value in the unit of display ("lbl" and the key).
-class AlarmsWindow : public SetupDialog {
+class AlarmsWindow final : public SetupDialog {
     Q_OBJECT
 
 public:

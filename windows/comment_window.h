@@ -12,7 +12,7 @@ namespace nimbry::windows {
 
 /// A comment editor (`NimbryComment`, `NimbryComment2`): one line of text with a count of its characters. `Command1`
 /// empties it, `Command2` accepts.
-class CommentWindow : public SetupDialog {
+class CommentWindow final : public SetupDialog {
     Q_OBJECT
 
 public:

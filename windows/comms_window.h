@@ -16,7 +16,7 @@ class SettingBar;
 
 /// The communications dialog (`Form2`): the serial port and its device, the roles on the network, the data log. It is
 /// also the window that a newcomer sees first.
-class CommsWindow : public SetupDialog {
+class CommsWindow final : public SetupDialog {
     Q_OBJECT
 
 public:

@@ -17,7 +17,7 @@ namespace nimbry::windows {
 /// The internet dialog (`NimbryFTPSetup`): what is published, where to, and as whom. What cannot be accepted is told,
 /// and its tab and field are brought up. The forced buttons accept first; the window is out of the way while what they
 /// asked for runs.
-class InternetWindow : public SetupDialog {
+class InternetWindow final : public SetupDialog {
     Q_OBJECT
 
 public:

@@ -16,7 +16,7 @@ class WorldMap;
 /// The location dialog (`NimbryLatlong`): latitude and longitude, in decimal degrees or in degrees, minutes and
 /// seconds, beside a map of the world that follows what is typed. What cannot be taken is told under the boxes
 /// (`lblRefusal`), with the cursor in the box, and the window stays.
-class LocationWindow : public SetupDialog {
+class LocationWindow final : public SetupDialog {
     Q_OBJECT
 
 public:

@@ -8,7 +8,7 @@
 namespace nimbry::windows {
 
 /// The dialog `FrmMarquee`: a check box for each reading that the big display's line can go through, in its order.
-class MarqueeWindow : public SetupDialog {
+class MarqueeWindow final : public SetupDialog {
     Q_OBJECT
 
 public:

@@ -12,7 +12,7 @@ namespace nimbry::windows {
 
 /// The days-since-rain editor (`NimbryEditDSR`). `cmdDone` accepts and always closes; what is no number of days is left
 /// aside.
-class RainDaysWindow : public SetupDialog {
+class RainDaysWindow final : public SetupDialog {
     Q_OBJECT
 
 public:

@@ -12,7 +12,7 @@ namespace nimbry::windows {
 
 /// The units dialog (`frmSetupUnits`). The options of the changeover act when they are clicked and always show what is
 /// in force; everything else waits for "Done".
-class UnitsWindow : public SetupDialog {
+class UnitsWindow final : public SetupDialog {
     Q_OBJECT
 
 public:

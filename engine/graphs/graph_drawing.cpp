@@ -41,7 +41,9 @@ void add_time_ticks(GraphDrawing& drawing, const GraphRows& rows) {
     const double width = main_plot.right - main_plot.left;
     const double hours = std::max(rows.windsamples() / minutes_per_hour, 1.0);
     const double step = Round(width / hours, 0);
-    for (double x = main_plot.left; x <= main_plot.right; x += step) {
+    const int last = static_cast<int>(width / step);
+    for (int k = 0; k <= last; ++k) {
+        const double x = main_plot.left + k * step;
         drawing.lines.push_back(
             {GraphPen::tick, {point(x, main_plot.bottom), point(x, main_plot.bottom + tick_length)}});
         drawing.labels.push_back({GraphLabel::Side::below, point(x, main_plot.bottom + tick_length),
