@@ -33,7 +33,7 @@ constexpr int gap = 8;
 const QString longest_reading = QStringLiteral("-104.8 km/h");
 
 QString spoken_name(const BigReading& reading) {
-    const QString caption = caption_text(std::string(reading.of).c_str());
+    QString caption = caption_text(std::string(reading.of).c_str());
     if (reading.name == "txtDisWGD") return caption + QStringLiteral(", gust");
     if (reading.name == "txtWAD") return caption + QStringLiteral(", average");
     return caption;
