@@ -75,8 +75,8 @@ InternetWindow::InternetWindow(const WeatherState& state, Actions actions, QWidg
       state_(state),
       actions_(std::move(actions)),
       seen_(state.publish.NimbryFTPSetup),
-      draft_(seen_) {
-    tabs_ = new QTabWidget;
+      draft_(seen_),
+      tabs_(new QTabWidget) {
     tabs_->setObjectName(QStringLiteral("tabs"));
     for (const auto& [tab, caption] :
          {std::pair(ftp_tab(), "&FTP"), std::pair(mail_tab(), "&Email"), std::pair(services_tab(), "&Weather services"),

@@ -71,7 +71,7 @@ private:
     InternetDialog seen_;  ///< the committed values as they were last looked at
     DialogDraft<InternetDialog> draft_;
     std::vector<std::function<void()>> shows_;  ///< of what SetupDialog does not bind
-    QTabWidget* tabs_ = nullptr;
+    QTabWidget* tabs_;
     QListWidget* times_ = nullptr;
     QSpinBox* mail_hour_ = nullptr;
     QSpinBox* mail_minute_ = nullptr;
