@@ -78,6 +78,7 @@ constexpr Entry entries[]{
 MainMenuBar::MainMenuBar(const WeatherState& state, const MenuActions& actions, BoxBinding& binding, QWidget* parent)
     : QMenuBar(parent) {
     QMenu* menu = nullptr;
+    const auto add = [&](QAction* action) { menu != nullptr ? menu->addAction(action) : addAction(action); };
     for (const Entry& entry : entries) {
         switch (entry.kind) {
             case Kind::menu: {
@@ -92,9 +93,14 @@ MainMenuBar::MainMenuBar(const WeatherState& state, const MenuActions& actions, 
                 break;
             }
             case Kind::direct: addAction(bound_action(state, entry.name, false, actions, binding)); break;
-            case Kind::entry: menu->addAction(bound_action(state, entry.name, false, actions, binding)); break;
-            case Kind::toggle: menu->addAction(bound_action(state, entry.name, true, actions, binding)); break;
-            case Kind::line: menu->addSeparator(); break;
+            case Kind::entry: add(bound_action(state, entry.name, false, actions, binding)); break;
+            case Kind::toggle: add(bound_action(state, entry.name, true, actions, binding)); break;
+            case Kind::line: {
+                auto* line = new QAction(this);
+                line->setSeparator(true);
+                add(line);
+                break;
+            }
         }
     }
 }
