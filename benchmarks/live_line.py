@@ -116,9 +116,9 @@ def show(what, figure, budget):
     print(f"{what:<28}{figure:>14}   budget {budget}")
 
 
-def main():
-    program = sys.argv[1] if len(sys.argv) > 1 else str(ROOT / "build/release/programs/nimbryd/nimbryd")
-    seconds = float(sys.argv[2]) if len(sys.argv) > 2 else 60.0
+def measure(program, seconds):
+    """The figures as rows: what, figure, budget."""
+    rows = []
     train = make_train()
     line, other_end = pty.openpty()
     tty.setraw(other_end)
@@ -133,21 +133,33 @@ def main():
         nimbryd = subprocess.Popen([program, "--dir", folder, "--device", device], stderr=subprocess.DEVNULL)
         try:
             listening = start_to_listening(nimbryd.pid, device, begun)
-            show("start to listening", f"{(listening - 0.5) * 1000:.1f} ms", "100 ms beyond the 500 ms")
+            rows.append(("start to listening", f"{(listening - 0.5) * 1000:.1f} ms", "100 ms beyond the 500 ms"))
             delays = sorted(forwarding_delays(line, client, train, 20))
-            show("last byte to forwarding", f"{(delays[len(delays) // 2] - 0.03) * 1000:.2f} ms", "3 ms beyond the 30 ms (median)")
-            show("", f"{(delays[-1] - 0.03) * 1000:.2f} ms", "(slowest of 20)")
+            median = delays[len(delays) // 2]
+            rows.append(("last byte to forwarding", f"{(median - 0.03) * 1000:.2f} ms", "3 ms beyond the 30 ms (median)"))
+            rows.append(("", f"{(delays[-1] - 0.03) * 1000:.2f} ms", "(slowest of 20)"))
             used, since = processor_seconds(nimbryd.pid), time.monotonic()
             play(line, train, seconds)
             share = (processor_seconds(nimbryd.pid) - used) / (time.monotonic() - since)
-            show("processor time", f"{share * 100:.3f} %", "0.3 % of a core")
-            show("resident memory", f"{resident_mib(nimbryd.pid):.1f} MiB", "24 MiB")
+            rows.append(("processor time", f"{share * 100:.3f} %", "0.3 % of a core"))
+            rows.append(("resident memory", f"{resident_mib(nimbryd.pid):.1f} MiB", "24 MiB"))
             nimbryd.send_signal(signal.SIGINT)
             nimbryd.wait(10)
         finally:
             if nimbryd.poll() is None:
                 nimbryd.kill()
                 nimbryd.wait()
+            client.close()
+            os.close(line)
+            os.close(other_end)
+    return rows
+
+
+def main():
+    program = sys.argv[1] if len(sys.argv) > 1 else str(ROOT / "build/release/programs/nimbryd/nimbryd")
+    seconds = float(sys.argv[2]) if len(sys.argv) > 2 else 60.0
+    for row in measure(program, seconds):
+        show(*row)
 
 
 if __name__ == "__main__":

@@ -20,8 +20,8 @@ constexpr int kWaitingConnections = 16;
 /// The address of the socket in a folder. A socket's address holds 107 bytes, so the folder is named by its descriptor.
 class Address {
 public:
-    Address(const std::string& folder, bool in_folder) {
-        folder_ = Descriptor(::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    Address(const std::string& folder, bool in_folder)
+        : folder_(::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)) {
         struct stat facts {};
         if (!folder_ || ::fstat(folder_.number(), &facts) != 0) {
             error_ = errno;

@@ -12,6 +12,10 @@ packages_check=(
     python3 python3-ephem locales faketime libfaketime git iproute2
     openssl vsftpd python3-pyftpdlib python3-aiosmtpd
 )
+# What only one of the long parts of check needs.
+packages_cppcheck=(cppcheck)
+packages_coverage=(gcovr)
+packages_mingw=(g++-mingw-w64-x86-64-posix wine64 googletest)
 
 # install_missing NAME...: installs the packages of these names that are not there yet; says which. Does nothing, and asks the network for
 # nothing, where all of them are installed. Fails where they cannot be had.

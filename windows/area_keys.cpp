@@ -78,7 +78,7 @@ void AreaKeys::go_to_area(int step) {
     }
 }
 
-bool AreaKeys::go_in_direction(Area& area, const QWidget& from, int key) {
+bool AreaKeys::go_in_direction(const Area& area, const QWidget& from, int key) {
     QWidget* nearest = nullptr;
     double least = std::numeric_limits<double>::infinity();
     for (QWidget* stop : area.stops) {

@@ -27,7 +27,7 @@ private:
 
     [[nodiscard]] Area* area_of(const QObject* stop);
     void go_to_area(int step);
-    bool go_in_direction(Area& area, const QWidget& from, int key);
+    bool go_in_direction(const Area& area, const QWidget& from, int key);
     static void make_current(Area& area, QWidget* stop);
 
     std::vector<Area> areas_;

@@ -38,7 +38,7 @@ public:
     /// Shows what has changed. Returns how many pieces that were.
     int refresh() {
         int shown = 0;
-        for (auto& binding : bindings_) shown += binding() ? 1 : 0;
+        for (const auto& binding : bindings_) shown += binding() ? 1 : 0;
         return shown;
     }
 

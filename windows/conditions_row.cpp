@@ -88,9 +88,10 @@ CardGroup* barometer_group(const MainPanel& panel, BoxBinding& binding) {
 
 }  // namespace
 
-ConditionsRow::ConditionsRow(const WeatherState& state, BoxBinding& binding, QWidget* parent) : QWidget(parent) {
-    groups_ = {outdoor_group(state.panel, binding), new WindGroup(state, binding), rain_group(state.panel, binding),
-               barometer_group(state.panel, binding)};
+ConditionsRow::ConditionsRow(const WeatherState& state, BoxBinding& binding, QWidget* parent)
+    : QWidget(parent),
+      groups_{outdoor_group(state.panel, binding), new WindGroup(state, binding), rain_group(state.panel, binding),
+              barometer_group(state.panel, binding)} {
     constexpr std::array shares{3, 4, 3, 2};
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);

@@ -8,7 +8,7 @@ namespace nimbry {
 
 namespace {
 
-using namespace std::chrono_literals;
+constexpr std::chrono::minutes silent_patience{1};
 
 /// Names a wait for as long as it lives.
 class NamedWait {
@@ -36,7 +36,7 @@ void wait_for(Copy& copy, const std::string& what, const std::function<bool()>& 
 void wait_until_free(Copy& copy, const std::string& name) {
     const auto is_free = [&] { return !copy.ports.files.in_use(name); };
     const NamedWait named(copy.state.run, name);
-    if (copy.ports.pauses.wait_until(is_free, 60s)) return;
+    if (copy.ports.pauses.wait_until(is_free, silent_patience)) return;
     copy.log.event(" Waiting for " + name + ", which another program has in use");
     copy.ports.pauses.wait_until(is_free);
 }

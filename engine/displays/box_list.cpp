@@ -231,7 +231,8 @@ const Box* find_box(const WeatherState& state, std::string_view name) {
 std::string object_name(std::string_view box_name) {
     std::string name(without_window(box_name));
     if (const std::size_t bracket = name.find('('); bracket != std::string::npos) {
-        name = name.substr(0, bracket) + "_" + name.substr(bracket + 1, name.size() - bracket - 2);
+        name[bracket] = '_';
+        name.pop_back();
     }
     return name;
 }

@@ -132,16 +132,11 @@ bool line_is_there(Copy& copy) {
 
 /// Sends a mail over a line that is there, and waits for the server's answer.
 void send(Copy& copy, const MadeMail& made) {
-    LastRun& last = copy.state.publish.last_mail;
     const std::unique_ptr<MailDelivery> delivery = copy.ports.transfers.send(addressed(copy, made));
     copy.ports.pauses.wait_until([&] { return !delivery->under_way(); });
-    if (const std::string fault = delivery->fault(); fault.empty()) {
-        note_run(copy, last, run_went_well);
-        tell_success(copy);
-    } else {
-        note_run(copy, last, fault);
-        tell_failure(copy, fault);
-    }
+    const std::string fault = delivery->fault();
+    note_run(copy, copy.state.publish.last_mail, fault.empty() ? run_went_well : fault);
+    fault.empty() ? tell_success(copy) : tell_failure(copy, fault);
 }
 
 /// From the test of the line to the server's answer. The caller holds `emailbusy`.

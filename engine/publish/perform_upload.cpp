@@ -206,11 +206,11 @@ void enable_panel_buttons(MainMenu& menu, bool enabled) {
 }
 
 void PerformUpload(Copy& copy) {
-    UploadState& upload = copy.state.publish.upload;
     add_to_debug_window(copy.state, "Waiting for next FTP upload ....\r\n");
     try {
         if (Upload(copy).run()) tell_success(copy);
     } catch (const RunTimeError& error) {
+        UploadState& upload = copy.state.publish.upload;
         upload.FtpGeneralError = true;
         upload.fault = "Error " + numtext(static_cast<int>(error.number)) + " in PerformUpload";
         copy.log.event_or_nothing(" " + upload.fault);

@@ -11,12 +11,16 @@ constexpr std::string_view hexadecimal = "0123456789ABCDEF";
 
 // A train is 282 digits, and a busy relay decodes thousands of trains in a moment: both digits of a byte come from one
 // look-up.
-constexpr auto digit_pairs = [] {
-    std::array<std::array<char, 2>, 256> pairs{};
+using DigitPairs = std::array<std::array<char, 2>, 256>;
+
+constexpr DigitPairs all_digit_pairs() {
+    DigitPairs pairs{};
     for (std::size_t byte = 0; byte < pairs.size(); ++byte)
         pairs[byte] = {hexadecimal[byte / 16], hexadecimal[byte % 16]};
     return pairs;
-}();
+}
+
+constexpr DigitPairs digit_pairs = all_digit_pairs();
 
 }  // namespace
 

@@ -181,7 +181,7 @@ void group_cf(Copy& copy) {
 
 void group_wg(Copy& copy) {
     tagged("WG group", [&] {
-        RunState& run = copy.state.run;
+        const RunState& run = copy.state.run;
         if (run.fullystarted && run.LoneAllowed) {
             begin_lone_wind(copy.state.sensors);
             decode_wind(copy, WindSource::lone);

@@ -95,8 +95,8 @@ bool silenced_by_frost(const WeatherState& state, Sensor sensor) {
 
 void report(Copy& copy, const SensorRow& row) {
     WeatherState& state = copy.state;
-    SensorFault& fault = state.sensors.*row.fault;
     if (!silenced_by_frost(state, row.sensor)) {
+        SensorFault& fault = state.sensors.*row.fault;
         if (!fault.once) copy.log.event(row.log_line);
         fault.once = true;
         if (!state.settings.ErrorPop) copy.ports.notices.show_window("NimbrySensor");

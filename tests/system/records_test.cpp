@@ -36,12 +36,12 @@ std::vector<std::string> rows_of(const std::string& almanac) {
 class RecordsTest : public testing::Test {
 protected:
     // Sends a train of the station's clock and waits until the copy has counted it.
-    [[nodiscard]] bool takes_train(const RunningCopy& copy, StationReadings::Moment clock) const {
+    [[nodiscard]] bool takes_train(const RunningCopy& copy, const StationReadings::Moment& clock) const {
         const int before = copy.frames("trains");
         send_train(clock);
         return eventually([&] { return copy.frames("trains") > before; });
     }
-    void send_train(StationReadings::Moment clock) const {
+    void send_train(const StationReadings::Moment& clock) const {
         StationReadings readings;
         readings.clock = clock;
         station.send(write_train(readings));

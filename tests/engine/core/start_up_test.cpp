@@ -27,7 +27,6 @@ TEST(StartUp, TheLogOpensWithFiftyTwoAsterisksAndTheComputersTime) {
 
 TEST(StartUp, AFirstRunWritesStampCommentsAndPortBeforeAnyWindowShows) {
     World world;
-    std::string before_window;
     world.begin_start(with_window);  // stands in the first-run window now
     ASSERT_THAT(world.notices.windows, ElementsAre("Form2"));
     EXPECT_EQ(world.setting("Main", "Version"), "Nimbry|202|251003");
