@@ -18,8 +18,8 @@ using testing::IsEmpty;
 const Engine::StartOptions with_window{.has_window = true, .device = ""};
 
 /// When the port was tried, in milliseconds from `begin`.
-std::vector<long> attempts_since(const ScriptedLine& line, Instant begin) {
-    std::vector<long> times;
+std::vector<Milliseconds::rep> attempts_since(const ScriptedLine& line, Instant begin) {
+    std::vector<Milliseconds::rep> times;
     for (const ScriptedLine::Attempt& attempt : line.attempts()) {
         if (attempt.at < begin) continue;
         times.push_back(std::chrono::duration_cast<Milliseconds>(attempt.at - begin).count());
