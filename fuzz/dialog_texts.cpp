@@ -91,6 +91,11 @@ void check_comms(fuzz::Input& input) {
     test::BareCopy world;
     CommsDialog dialog = comms_dialog(world.state.settings);
     type_into(dialog, input);
+    const int port = input.next() % 4;
+    dialog.Option1 = port == 0;
+    dialog.Option2 = port == 1;
+    dialog.Option3 = port == 2;
+    dialog.Option4 = port == 3;
     for (std::string& address : dialog.IPList) {
         dialog.txtIP = address;
         CommsDialog list;

@@ -30,7 +30,8 @@ public:
     void add(const MemoryFiles& files) {
         for (const MemoryFiles::Call& call : files.calls()) {
             Tally& tally = by_name_[call.operation == "copy" ? call.other : call.name];
-            if (call.operation == "sync") ++tally.syncs;
+            // A replaced file is brought to the disk before it gets its name.
+            if (call.operation == "sync" || call.operation == "replace") ++tally.syncs;
             if (call.operation == "append" || call.operation == "rewrite" || call.operation == "replace" ||
                 call.operation == "copy") {
                 ++tally.writes;

@@ -8,6 +8,9 @@
 namespace nimbry {
 namespace {
 
+// In any unit: what a damaged field spells beyond it is no rain.
+constexpr double most_rain = 1e9;
+
 bool is_row(std::string_view line) {
     return !line.empty() && line.front() >= '0' && line.front() <= '9';
 }
@@ -71,7 +74,7 @@ AlmanacRain almanac_rain(std::string_view text) {
         if (!is_row(line)) continue;
         const std::optional<AlmanacRow> row = read_row(line);
         const double day = row ? Val((*row)[AlmanacColumn::rain]) : 0;
-        if (!(day > 0)) continue;
+        if (!(day > 0) || day > most_rain) continue;
         ++rain.days;
         rain.total += day;
     }

@@ -90,7 +90,8 @@ struct AlmanacRain {
     int days = 0;      ///< rows with a total above 0
     double total = 0;  ///< their sum, not rounded
 };
-/// Adds up the rain of an almanac. For a display, so a damaged row only counts for nothing.
+/// Adds up the rain of an almanac. For a display, so a damaged row only counts for nothing, and so does
+/// an amount beyond a thousand million.
 [[nodiscard]] AlmanacRain almanac_rain(std::string_view text);
 
 }  // namespace nimbry

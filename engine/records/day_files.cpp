@@ -1,6 +1,9 @@
 #include "engine/records/day_files.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
+#include <optional>
 
 #include "engine/core/run_time_error.h"
 #include "engine/derived/dates.h"
@@ -30,6 +33,9 @@ private:
     std::string text_;
 };
 
+// No reading comes near; what a damaged line spells beyond it could not be shown in every unit.
+constexpr float furthest = 1e9F;
+
 class LineReader {
 public:
     explicit LineReader(std::string_view text) : rest_(text) {}
@@ -42,22 +48,27 @@ public:
         return line;
     }
     float number() {
-        const std::string line = text();
-        if (!IsNumeric(line)) throw RunTimeError{ErrorNumber::type_mismatch};
-        return static_cast<float>(Val(repcomma(line)));
+        const std::optional<float> value = single();
+        if (!value || std::abs(*value) > furthest) throw RunTimeError{ErrorNumber::type_mismatch};
+        return *value;
     }
     // A line that gives 0 instead of an error; within what an int can hold.
-    int whole_or_zero() { return static_cast<int>(std::clamp(number_or_zero(), -1e9F, 1e9F)); }
-    float number_or_zero() {
-        const std::string line = text();
-        return IsNumeric(line) ? static_cast<float>(Val(repcomma(line))) : 0.0F;
-    }
+    int whole_or_zero() { return static_cast<int>(std::clamp(number_or_zero(), -furthest, furthest)); }
+    float number_or_zero() { return single().value_or(0.0F); }
     void record(float& value, std::string& time) {
         value = number();
         time = text();
     }
 
 private:
+    // Nothing for a line without a number, or with one that no single holds.
+    std::optional<float> single() {
+        const std::string line = text();
+        if (!IsNumeric(line)) return std::nullopt;
+        const double value = Val(repcomma(line));
+        if (std::abs(value) > double{std::numeric_limits<float>::max()}) return std::nullopt;
+        return static_cast<float>(value);
+    }
     static std::string_view without_return(std::string_view line) {
         if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
         return line;

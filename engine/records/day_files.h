@@ -23,8 +23,8 @@ inline constexpr std::string_view yesterday_file = "nimbrYDay.log";
 [[nodiscard]] CivilTime day_file_stamp(std::string_view text);
 
 /// Reads a whole file, its stamp line too; what follows its last line is ignored. A decimal comma is taken as a point.
-/// Throws RunTimeError: past_end for a missing line, type_mismatch for a line that should hold a number and does not.
-/// Line 20 and line 33 of today's file are taken as 0 instead.
+/// Throws RunTimeError: past_end for a missing line, type_mismatch for a line that should hold a number and does
+/// not, or one beyond a thousand million. Line 20 and line 33 of today's file are taken as 0 instead.
 [[nodiscard]] TodayRecord read_today(std::string_view text);
 [[nodiscard]] YesterdayRecord read_yesterday(std::string_view text);
 

@@ -130,6 +130,21 @@ TEST(DayFiles, AHugeDayCountStaysWithinAnInteger) {
     EXPECT_EQ(read_today(with_line(today, 20, "1e30")).DaySinceRain, 1000000000);
 }
 
+TEST(DayFiles, ANumberThatNoReadingCanBeIsATypeMismatch) {
+    EXPECT_EQ(read_today(with_line(today, 2, "-1000000000")).extremes.maxtemp, -1e9F);
+    for (const char* number : {"1000000100", "-1e10", "3e38", "1e39", "-1e308"}) {
+        SCOPED_TRACE(number);
+        EXPECT_EQ(error_in(with_line(today, 2, number), true), ErrorNumber::type_mismatch);
+        EXPECT_EQ(error_in(with_line(yesterday, 20, number), false), ErrorNumber::type_mismatch);
+    }
+}
+
+TEST(DayFiles, AnAmountOfRainThatNoSingleHoldsIsNone) {
+    EXPECT_EQ(read_today(with_line(today, 33, "3e38")).LastRain, 3e38F);
+    EXPECT_EQ(read_today(with_line(today, 33, "1e39")).LastRain, 0.0F);
+    EXPECT_EQ(read_today(with_line(today, 20, "1e39")).DaySinceRain, 0);
+}
+
 TEST(DayFiles, AStampThatIsNoDateIsATypeMismatch) {
     EXPECT_THROW((void)day_file_stamp(with_line(today, 1, "31 Feb 2026 10:00:00")), RunTimeError);
     EXPECT_THROW((void)day_file_stamp(""), RunTimeError);

@@ -27,6 +27,20 @@ TEST(AlmanacRain, ADamagedRowCountsForNothing) {
     EXPECT_EQ(almanac_rain("").days, 0);
 }
 
+TEST(AlmanacRain, AnAmountThatNoDayCanHaveCountsForNothing) {
+    const AlmanacRain rain = almanac_rain(row_of("1e308") + row_of("1e308") + row_of("1000000001") + row_of("2"));
+    EXPECT_EQ(rain.days, 1);
+    EXPECT_DOUBLE_EQ(rain.total, 2);
+}
+
+TEST(MonthlyRain, OfADamagedAlmanacLetsTheCopyGoOn) {
+    WeatherDays days(at(10, 5, 14, 0));
+    days.world.files.put("nbextreme.log", "head\r\n" + row_of("1e308") + row_of("1e308"));
+    days.start();
+    EXPECT_FALSE(days.world.engine.gone());
+    EXPECT_EQ(days.world.state().additional.txtMnthTotal.text, "0 mm");
+}
+
 TEST(MonthlyRain, IsShownFromTheStartOn) {
     WeatherDays none(at(10, 5, 14, 0), "fRainin=True\r\n");
     none.start();
