@@ -44,12 +44,21 @@ int refuse(int status, const std::string& line) {
 }
 
 std::string help() {
+    constexpr std::size_t margin = 28;
     std::string text =
         "usage: nimbryctl [--dir DIR] VERB ...\n\n"
-        "Asks the copy of Nimbry that runs in DIR (else in $NIMBRY_HOME, else in the usual folder).\n\n";
+        "Asks the copy of Nimbry that works in a folder.\n\n"
+        "  --dir DIR                  the folder. Without it: NIMBRY_HOME, else the program's own folder if that "
+        "holds\n"
+        "                             Nimbry.ini, else nimbry in the user's data folder\n"
+        "  --version                  prints the version\n"
+        "  --help                     prints this text\n"
+        "\nVerbs:\n";
     for (const nimbry::VerbUsage& verb : nimbry::verb_list()) {
-        std::string head = "  " + std::string(verb.name) + ' ' + std::string(verb.arguments);
-        if (head.size() < 28) head.resize(28, ' ');
+        std::string head = "  " + std::string(verb.name);
+        if (!verb.arguments.empty()) head += ' ' + std::string(verb.arguments);
+        if (head.size() > margin) head += '\n' + std::string(margin, ' ');
+        if (head.size() < margin) head.resize(margin, ' ');
         text += head + ' ' + std::string(verb.summary) + '\n';
     }
     return text + "\nExit status: 0 done, 1 refused or failed, 2 bad usage, 4 no running copy in DIR.\n";
