@@ -1,13 +1,17 @@
 #include "windows/help_window.h"
 
+#include <QDir>
 #include <QFile>
 #include <QHBoxLayout>
+#include <QImage>
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QShortcut>
 #include <QSplitter>
+#include <QTextBlock>
 #include <QTextDocument>
 #include <QTextTable>
+#include <QUrl>
 #include <QVBoxLayout>
 #include <array>
 
@@ -22,17 +26,28 @@ namespace {
 
 constexpr std::array pages{
     HelpPage{"first-steps.md", "First steps"},
+    HelpPage{"install.md", "Installing Nimbry"},
+    HelpPage{"connecting.md", "Connecting the station"},
+    HelpPage{"nothing-arrives.md", "When nothing arrives"},
     HelpPage{"main-window.md", "The main window"},
+    HelpPage{"dialogs.md", "The dialogs"},
     HelpPage{"records.md", "What is kept"},
     HelpPage{"publishing.md", "Publishing the weather"},
     HelpPage{"templates.md", "Templates"},
     HelpPage{"tags.md", "The tags of the templates"},
     HelpPage{"several-machines.md", "Several machines"},
+    HelpPage{"service.md", "Running without a window"},
     HelpPage{"nimbryctl.md", "nimbryctl"},
+    HelpPage{"messages.md", "What messages mean"},
 };
 
 QString file_of(const HelpPage& page) {
     return QString::fromLatin1(page.file);
+}
+
+/// Where a page's names of pictures begin.
+QString picture_folder() {
+    return QStringLiteral(":/manual/");
 }
 
 QString html_name(const HelpPage& page) {
@@ -63,6 +78,26 @@ void set_tables(QTextDocument& document, const QColor& line) {
     }
 }
 
+/// A picture of a whole window is wider than the page: it is shown smaller, in its own shape.
+void fit_pictures(QTextDocument& document) {
+    constexpr int widest = 620;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        for (auto at = block.begin(); !at.atEnd(); ++at) {
+            QTextImageFormat format = at.fragment().charFormat().toImageFormat();
+            if (!format.isValid()) continue;
+            const QSize size = QImage(picture_folder() + format.name()).size();
+            if (size.width() <= widest) continue;
+            format.setWidth(widest);
+            format.setHeight(widest * size.height() / size.width());
+            QTextCursor cursor(&document);
+            cursor.setPosition(at.fragment().position());
+            cursor.setPosition(at.fragment().position() + at.fragment().length(), QTextCursor::KeepAnchor);
+            cursor.setCharFormat(format);
+            break;  // one picture a paragraph; the change has made the fragments anew
+        }
+    }
+}
+
 }  // namespace
 
 std::span<const HelpPage> help_pages() {
@@ -87,7 +122,7 @@ QString page_as_html(const HelpPage& page) {
     const QString head = QStringLiteral("<head><title>Nimbry: %1</title>").arg(QString::fromLatin1(page.title));
     const QString looks = QStringLiteral(
         "<style>:root { color-scheme: light dark } body { max-width: 46em; margin: 2em auto; padding: 0 1em; "
-        "line-height: 1.5 } td, th { padding: 0.2em 0.6em }</style></head>");
+        "line-height: 1.5 } img { max-width: 100%; height: auto } td, th { padding: 0.2em 0.6em }</style></head>");
     html.replace(QStringLiteral("<head>"), head).replace(QStringLiteral("</head>"), looks);
     const qsizetype body = html.indexOf(u'>', html.indexOf(QStringLiteral("<body"))) + 1;
     return html.insert(body, QStringLiteral("<p>%1</p><hr>").arg(links.join(QStringLiteral(" \u00B7 "))));
@@ -162,7 +197,9 @@ void HelpWindow::show_page(const QString& file) {
 
 void HelpWindow::show_row(int row) {
     if (row < 0) return;
+    page_.document()->setBaseUrl(QUrl(QStringLiteral("qrc") + picture_folder()));
     page_.document()->setMarkdown(page_source(pages[static_cast<std::size_t>(row)]));
+    fit_pictures(*page_.document());
     set_tables(*page_.document(), panel_line(palette()));
     page_.moveCursor(QTextCursor::Start);
     mark_places();
@@ -226,6 +263,10 @@ QString HelpWindow::file_for_browser() {
             if (!file.open(QIODevice::WriteOnly)) continue;
             file.write(page_as_html(page).toUtf8());
         }
+        const QDir pictures(picture_folder() + QStringLiteral("pictures"));
+        QDir(files_->path()).mkpath(QStringLiteral("pictures"));
+        for (const QString& name : pictures.entryList())
+            QFile::copy(pictures.filePath(name), files_->filePath(QStringLiteral("pictures/") + name));
     }
     const QString path = files_->filePath(html_name(pages[static_cast<std::size_t>(pages_.currentRow())]));
     return QFile::exists(path) ? path : QString();

@@ -8,6 +8,7 @@ import pathlib
 import re
 import subprocess
 import sys
+import tempfile
 import unittest
 
 PACKAGING, PROGRAMS = (pathlib.Path(path) for path in sys.argv[1:3])
@@ -141,6 +142,14 @@ class Desktop(unittest.TestCase):
 
 
 class Service(unittest.TestCase):
+    def test_unit_is_sound(self):
+        with tempfile.TemporaryDirectory() as folder:
+            unit = pathlib.Path(folder) / "nimbryd.service"
+            # The program is not installed here; what is looked at is the rest.
+            unit.write_text((PACKAGING / unit.name).read_text().replace("/usr/bin/nimbryd", "/bin/true"))
+            said = run("systemd-analyze", "verify", "--man=no", unit)
+            self.assertEqual((said.returncode, [line for line in said.stderr.splitlines() if unit.name in line]), (0, []))
+
     def test_has_little_to_lose(self):
         said = run("systemd-analyze", "security", "--offline=true", "--threshold=20", PACKAGING / "nimbryd.service")
         self.assertEqual(said.returncode, 0, said.stdout[-400:] + said.stderr)

@@ -9,6 +9,7 @@
 #include <QRegularExpression>
 #include <QSet>
 #include <QTest>
+#include <QTextBlock>
 
 namespace nimbry::test {
 namespace {
@@ -53,9 +54,11 @@ TEST_F(Help, ShowsEachPageOfItsList) {
 TEST_F(Help, LeadsWithEveryLinkToAPageOfItsOwn) {
     QSet<QString> names;
     for (const HelpPage& each : help_pages()) names.insert(QString::fromLatin1(each.file));
+    for (const QString& picture : QDir(":/manual/pictures").entryList()) names.insert("pictures/" + picture);
     const QRegularExpression link(QStringLiteral("\\]\\(([^)#]+)"));
     int links = 0;
-    for (const char* file : {"first-steps.md", "main-window.md", "records.md", "publishing.md"}) {
+    for (const char* file : {"first-steps.md", "install.md", "connecting.md", "nothing-arrives.md", "main-window.md",
+                             "records.md", "service.md", "dialogs.md", "publishing.md", "messages.md"}) {
         for (const HelpPage& each : help_pages()) {
             if (QString::fromLatin1(each.file) != QString::fromLatin1(file)) continue;
             for (auto found = link.globalMatch(page_source(each)); found.hasNext(); ++links)
@@ -69,9 +72,28 @@ TEST_F(Help, LeadsWithEveryLinkToAPageOfItsOwn) {
     EXPECT_EQ(title(), "The tags of the templates") << "a page that is not in the manual leaves it where it is";
 }
 
+TEST_F(Help, ShowsThePicturesOfItsPagesNoWiderThanThePage) {
+    window.show_page("dialogs.md");
+    int pictures = 0;
+    for (QTextBlock block = page()->document()->begin(); block.isValid(); block = block.next()) {
+        for (auto at = block.begin(); !at.atEnd(); ++at) {
+            const QTextImageFormat format = at.fragment().charFormat().toImageFormat();
+            if (!format.isValid()) continue;
+            ++pictures;
+            const QImage loaded(":/manual/" + format.name());
+            EXPECT_FALSE(loaded.isNull()) << format.name().toStdString();
+            EXPECT_FALSE(page()->document()->resource(QTextDocument::ImageResource, QUrl(format.name())).isNull())
+                << format.name().toStdString();
+            const bool is_wide = loaded.width() > 620;
+            EXPECT_EQ(format.width(), is_wide ? 620 : 0) << format.name().toStdString();
+        }
+    }
+    EXPECT_GE(pictures, 15);
+}
+
 TEST_F(Help, LeavesThePagesInTheListThatHaveWhatIsSought) {
     find()->setText(QStringLiteral("dialout"));
-    EXPECT_EQ(listed(), QStringList{"First steps"});
+    EXPECT_EQ(listed(), (QStringList{"Installing Nimbry", "Connecting the station", "What messages mean"}));
     find()->setText(QStringLiteral("weboUTTemp"));
     EXPECT_TRUE(listed().contains("The tags of the templates")) << "in either case";
     EXPECT_FALSE(listed().contains("First steps"));
@@ -127,6 +149,9 @@ TEST_F(Help, IsReadableWithABrowser) {
         for (auto found = link.globalMatch(html); found.hasNext(); ++links)
             EXPECT_TRUE(folder.exists(found.next().captured(1))) << name.toStdString();
         EXPECT_GE(links, list()->count()) << "at least one to each page: " << name.toStdString();
+        const QRegularExpression picture(QStringLiteral("src=\"([^\"]+)"));
+        for (auto found = picture.globalMatch(html); found.hasNext();)
+            EXPECT_TRUE(folder.exists(found.next().captured(1))) << name.toStdString();
     }
 }
 
