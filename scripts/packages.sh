@@ -17,6 +17,7 @@ packages_check=(
 packages_cppcheck=(cppcheck)
 packages_coverage=(gcovr)
 packages_mingw=(g++-mingw-w64-x86-64-posix wine64 googletest)
+packages_screens=(xvfb xauth pngquant)
 
 # install_missing NAME...: installs the packages of these names that are not there yet; says which. Does nothing, and asks the network for
 # nothing, where all of them are installed. Fails where they cannot be had.

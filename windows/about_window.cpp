@@ -28,7 +28,6 @@ QLabel* line(const char* name, const QString& text) {
     auto* label = new QLabel(text);
     label->setObjectName(QString::fromLatin1(name));
     label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
     return label;
 }
 
@@ -70,7 +69,8 @@ AboutWindow::AboutWindow(std::string_view stamp, QWidget* parent) : QDialog(pare
     product->setFont(large);
     QLabel* what = line("lblDescription",
                         QStringLiteral("Weather monitoring software for the WM-918/WX-200 electronic weather station"));
-    what->setMinimumWidth(280);
+    what->setWordWrap(true);
+    what->setMinimumWidth(48 * fontMetrics().averageCharWidth());
     auto* close = new QPushButton(QStringLiteral("OK"));
     close->setObjectName(QStringLiteral("cmdOK"));
     close->setDefault(true);
@@ -97,6 +97,8 @@ AboutWindow::AboutWindow(std::string_view stamp, QWidget* parent) : QDialog(pare
     grid->addLayout(words, 0, 1);
     grid->addWidget(close, 1, 1, Qt::AlignRight);
     close->setFocus();
+    const int wide = sizeHint().width();
+    resize(wide, grid->totalHeightForWidth(wide));
 }
 
 }  // namespace nimbry::windows

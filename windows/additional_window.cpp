@@ -17,6 +17,7 @@
 #include "windows/additional_groups.h"
 #include "windows/area_keys.h"
 #include "windows/card_group.h"
+#include "windows/screen_room.h"
 #include "windows/svg_pictures.h"
 
 namespace nimbry::windows {
@@ -110,7 +111,8 @@ void AdditionalWindow::build() {
     setCentralWidget(scroll);
     new AreaKeys(*this, {calculated, extremes, sun, rain, uptime, buttons});
     setMinimumSize(480, 320);
-    resize(content->sizeHint().expandedTo({920, 0}) + QSize(0, menuBar()->sizeHint().height() + 24));
+    resize(size_on_screen(content->sizeHint().expandedTo({920, 0}) + QSize(0, menuBar()->sizeHint().height() + 24),
+                          *this));
 }
 
 void AdditionalWindow::present() {

@@ -5,14 +5,13 @@
 #include <QFontMetrics>
 #include <QGridLayout>
 #include <QLabel>
-#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QVBoxLayout>
-#include <algorithm>
 #include <utility>
 
 #include "platform/text_bytes.h"
+#include "windows/screen_room.h"
 #include "windows/setting_bar.h"
 
 namespace nimbry::windows {
@@ -64,8 +63,7 @@ AlarmsWindow::AlarmsWindow(const WeatherState& state, std::function<void(const A
     // Other units and another changeover have somewhat longer texts.
     const QSize rows = content->sizeHint() + QSize(4 * fontMetrics().averageCharWidth(), 0);
     scroll->setMinimumWidth(rows.width() + scroll->verticalScrollBar()->sizeHint().width());
-    resize(scroll->minimumWidth() + 60,
-           std::min(rows.height() + buttons->sizeHint().height() + 24, screen()->availableGeometry().height() - 60));
+    resize(size_on_screen({scroll->minimumWidth() + 60, rows.height() + buttons->sizeHint().height() + 24}, *this));
 }
 
 void AlarmsWindow::add_rows(QGridLayout& grid) {

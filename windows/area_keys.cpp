@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QScrollArea>
 #include <QShortcut>
 #include <algorithm>
 #include <cmath>
@@ -22,6 +23,13 @@ double cost(QPoint way, int key) {
     if (key == Qt::Key_Left || key == Qt::Key_Up) along = -along;
     if (along <= 2) return std::numeric_limits<double>::infinity();
     return along + 2.0 * std::abs(aside);
+}
+
+/// Gives a widget the focus and brings it into sight: by itself a scroll area follows Tab only.
+void go_to(QWidget& stop, Qt::FocusReason reason) {
+    stop.setFocus(reason);
+    for (QWidget* around = stop.parentWidget(); around != nullptr; around = around->parentWidget())
+        if (auto* scroll = qobject_cast<QScrollArea*>(around)) scroll->ensureWidgetVisible(&stop);
 }
 
 }  // namespace
@@ -73,7 +81,7 @@ void AreaKeys::go_to_area(int step) {
             if (usable == area.stops.end()) continue;
             make_current(area, *usable);
         }
-        area.current->setFocus(Qt::TabFocusReason);
+        go_to(*area.current, Qt::TabFocusReason);
         return;
     }
 }
@@ -90,7 +98,7 @@ bool AreaKeys::go_in_direction(const Area& area, const QWidget& from, int key) {
         }
     }
     if (nearest == nullptr) return false;
-    nearest->setFocus(Qt::OtherFocusReason);
+    go_to(*nearest, Qt::OtherFocusReason);
     return true;
 }
 

@@ -7,7 +7,8 @@
 namespace nimbry::windows {
 
 /// The keyboard among the areas of a window: F6 and Shift+F6 go to the next and previous area, each area is one Tab
-/// stop, and the arrow keys move between the boxes or buttons of an area, to the nearest one in their direction.
+/// stop, and the arrow keys move between the boxes or buttons of an area, to the nearest one in their direction. In a
+/// window that scrolls, what is reached comes into sight.
 class AreaKeys : public QObject {
     Q_OBJECT
 

@@ -20,6 +20,7 @@
 #include "windows/caption_label.h"
 #include "windows/card_group.h"
 #include "windows/reading_card.h"
+#include "windows/screen_room.h"
 #include "windows/svg_pictures.h"
 #include "windows/tabular_text.h"
 
@@ -83,7 +84,7 @@ BigWindow::BigWindow(const WeatherState& state, Actions actions, QWidget* parent
     column->addWidget(buttons);
     add_actions();
     new AreaKeys(*this, {head, readings, line, buttons});
-    resize(usual_size);
+    resize(size_on_screen(usual_size, *this));
     binding_.refresh();
 }
 

@@ -54,8 +54,7 @@ ButtonRow::ButtonRow(const MainMenu& menu, const MainMenuBar& bar, BoxBinding& b
     for (std::size_t n = 0; n < kinds.size(); ++n) {
         auto* button = new QPushButton(this);
         button->setObjectName(QStringLiteral("fmb_%1").arg(n));
-        button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-        button->setMinimumWidth(100);
+        button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
         button->setIconSize(QSize(18, 18));
         row->addWidget(button, 1);
 

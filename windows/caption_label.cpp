@@ -7,6 +7,7 @@
 #include "engine/displays/box_list.h"
 #include "platform/text_bytes.h"
 #include "windows/palette_colours.h"
+#include "windows/tip_keys.h"
 
 namespace nimbry::windows {
 
@@ -23,7 +24,12 @@ CaptionLabel::CaptionLabel(const char* name, const QString& sample, QWidget* par
 void CaptionLabel::show_box(const nimbry::Box& box) {
     setText(platform::unicode(box.text));
     setToolTip(platform::unicode(box.tip));
+    setAccessibleDescription(toolTip());
     setVisible(box.visible);
+}
+
+void CaptionLabel::explain_to_keyboard() {
+    new TipKeys(*this);
 }
 
 void CaptionLabel::use_two_lines() {
@@ -59,6 +65,7 @@ void CaptionLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setPen(muted_text(palette()));
     painter.drawText(rect(), static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter), lines().join(u'\n'));
+    if (hasFocus()) draw_focus_ring(painter, *this);
 }
 
 }  // namespace nimbry::windows

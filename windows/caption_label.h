@@ -20,6 +20,9 @@ public:
 
     void show_box(const nimbry::Box& box);
 
+    /// Brings the keyboard to the label's tip: it can take the focus.
+    void explain_to_keyboard();
+
     /// Lets a text that is too wide go on in a second line, cut at the blank nearest to its middle.
     void use_two_lines();
 

@@ -20,7 +20,7 @@ class CardColumn {
 public:
     CardColumn(CardGroup& group, BoxBinding& binding) : binding_(binding), layout_(new QVBoxLayout(&group)) {
         layout_->setContentsMargins(group.inner_margins());
-        layout_->setSpacing(2);
+        layout_->setSpacing(0);
     }
 
     /// A card under its fixed caption.
@@ -30,6 +30,10 @@ public:
 
     /// A card under a caption of one's own.
     ValueBox* add(CaptionLabel* caption, const Box& source, const char* name, const QString& sample) {
+        // A caption stands nearer to its own box than to the one above, where there is room for it.
+        constexpr int air = 6;
+        if (layout_->count() > 0)
+            layout_->addSpacerItem(new QSpacerItem(0, air, QSizePolicy::Minimum, QSizePolicy::Maximum));
         ValueBox* box = bound_box(binding_, source, name, ValueBox::Style::card, sample);
         layout_->addWidget(new ReadingCard(caption, {box}), 1);
         return box;
@@ -54,8 +58,9 @@ CardGroup* outdoor_group(const MainPanel& panel, BoxBinding& binding) {
 /// A rain box whose caption is a label of the model: the label's text names it for a screen reader too.
 void add_rain_day(CardColumn& column, BoxBinding& binding, const Box& label, const char* label_name, const Box& source,
                   const char* name, const QString& which) {
-    ValueBox* box = column.add(bound_label(binding, label, label_name, longest_day_head), source, name,
-                               QStringLiteral("1234.56 mm"));
+    CaptionLabel* caption = bound_label(binding, label, label_name, longest_day_head);
+    caption->explain_to_keyboard();
+    ValueBox* box = column.add(caption, source, name, QStringLiteral("1234.56 mm"));
     binding.bind_result([&label] { return label.text; },
                         [box, which](const std::string& text) {
                             box->set_label(which + QStringLiteral(", ") + QString::fromStdString(text));

@@ -19,6 +19,7 @@
 #include "windows/conversion_tip.h"
 #include "windows/extremes_table.h"
 #include "windows/graphs_group.h"
+#include "windows/screen_room.h"
 #include "windows/status_header.h"
 #include "windows/status_pill.h"
 #include "windows/svg_pictures.h"
@@ -68,7 +69,7 @@ Form1::Form1(const WeatherState& state, Actions actions) : state_(state), action
     frame_.setSingleShot(true);
     frame_.setInterval(frame_ms);
     connect(&frame_, &QTimer::timeout, this, &Form1::refresh);
-    resize(ideal_size);
+    resize(size_on_screen(ideal_size, *this));
     refresh();
 }
 

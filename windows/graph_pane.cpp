@@ -12,6 +12,7 @@
 #include "platform/text_bytes.h"
 #include "windows/palette_colours.h"
 #include "windows/tabular_text.h"
+#include "windows/tip_keys.h"
 
 namespace nimbry::windows {
 namespace {
@@ -134,7 +135,7 @@ GraphPane::GraphPane(int pane, const GraphState& graphs, const GraphActions& act
 }
 
 QSize GraphPane::minimumSizeHint() const {
-    return is_main() ? QSize(440, 140) : QSize(84, 44);
+    return is_main() ? QSize(440, 180) : QSize(84, 44);
 }
 
 QSize GraphPane::sizeHint() const {
@@ -217,12 +218,7 @@ void GraphPane::paintEvent(QPaintEvent*) {
     if (picture_.isNull() || !qFuzzyCompare(picture_.devicePixelRatio(), ratio)) draw_picture(ratio);
     painter.drawPixmap(0, 0, picture_);
     if (is_main() && graphs_.marker) draw_marker(painter);
-    if (hasFocus() || (!is_main() && underMouse())) {
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 4, 4);
-    }
+    if (hasFocus() || (!is_main() && underMouse())) draw_focus_ring(painter, *this);
 }
 
 void GraphPane::resizeEvent(QResizeEvent* event) {

@@ -13,9 +13,12 @@
 #include <QTextTable>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 #include "windows/palette_colours.h"
+#include "windows/screen_room.h"
 
 static void load_manual() {
     Q_INIT_RESOURCE(manual);
@@ -153,7 +156,7 @@ HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
     column->setSpacing(8);
     column->addWidget(search_row());
     column->addWidget(parts, 1);
-    resize(900, 620);
+    resize(size_on_screen({900, 620}, *this));
 
     connect(&pages_, &QListWidget::currentRowChanged, this, &HelpWindow::show_row);
     connect(&page_, &QTextBrowser::anchorClicked, this, [this](const QUrl& link) { show_page(link.toString()); });
@@ -207,9 +210,10 @@ void HelpWindow::show_row(int row) {
 
 void HelpWindow::search() {
     const QString text = find_.text();
+    if (texts_.empty()) std::transform(pages.begin(), pages.end(), std::back_inserter(texts_), plain_text);
     int first = -1;
     for (int row = 0; row < pages_.count(); ++row) {
-        const bool has = plain_text(pages[static_cast<std::size_t>(row)]).contains(text, Qt::CaseInsensitive);
+        const bool has = texts_[static_cast<std::size_t>(row)].contains(text, Qt::CaseInsensitive);
         pages_.item(row)->setHidden(!has);
         if (has && first < 0) first = row;
     }

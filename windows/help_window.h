@@ -9,6 +9,7 @@
 #include <QWidget>
 #include <optional>
 #include <span>
+#include <vector>
 
 namespace nimbry::windows {
 
@@ -62,6 +63,7 @@ private:
     QLabel none_;
     QListWidget pages_;
     QTextBrowser page_;
+    std::vector<QString> texts_;  ///< what each page says, read when something is sought for the first time
     std::optional<QTemporaryDir> files_;
 };
 

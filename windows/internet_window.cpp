@@ -8,7 +8,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalBlocker>
@@ -23,11 +22,11 @@
 #include "engine/derived/number_text.h"
 #include "engine/publish/internet_check.h"
 #include "platform/text_bytes.h"
+#include "windows/screen_room.h"
 
 namespace nimbry::windows {
 namespace {
 
-constexpr QSize frame_of_a_window(20, 60);  // what the desktop may put around it
 constexpr int most_hours = 23, most_minutes = 59, most_interval = 1440, most_uploads = 999;
 
 QString words(const char* text) {
@@ -95,7 +94,7 @@ InternetWindow::InternetWindow(const WeatherState& state, Actions actions, QWidg
     bind(controls);
     connect(findChild<QCheckBox*>(QStringLiteral("chkAPRS")), &QCheckBox::clicked, this, &InternetWindow::aprs_clicked);
     load();
-    resize(sizeHint().boundedTo(screen()->availableSize() - frame_of_a_window));
+    resize(size_on_screen(sizeHint(), *this));
 }
 
 QWidget* InternetWindow::ftp_tab() {

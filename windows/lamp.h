@@ -7,7 +7,7 @@
 
 namespace nimbry::windows {
 
-/// The activity lamp (`Picture2(2)`): a filled red disc while data comes in, else an empty ring.
+/// The activity lamp (`Picture2(2)`): a filled red disc, 16 pixels wide, while data comes in, else an empty ring.
 class Lamp : public QWidget {
     Q_OBJECT
 

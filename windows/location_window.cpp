@@ -47,12 +47,15 @@ LocationWindow::LocationWindow(const WeatherState& state, std::function<void(con
     input->addLayout(boxes);
     input->addWidget(refusal_);
     input->addStretch();
-    input->addLayout(button_row(QStringLiteral("OK")));
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(16, 16, 16, 12);
+    auto* row = new QHBoxLayout;
     row->setSpacing(20);
     row->addLayout(input);
     row->addWidget(map_, 1);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(16, 16, 16, 12);
+    column->setSpacing(12);
+    column->addLayout(row, 1);
+    column->addLayout(button_row(QStringLiteral("OK")));
 
     // The way of input is no value of its own: it changes what the boxes hold.
     std::vector<DialogControl> controls = dialog_controls(values_);

@@ -16,6 +16,8 @@ MessageDialog::MessageDialog(const MessageBox& message, QWidget* parent) : QMess
         setIconPixmap(picture(name, 40, devicePixelRatioF()));
     }
     add_buttons(message.choices);
+    // A desktop has a picture for some of them only.
+    for (QAbstractButton* button : buttons()) button->setIcon({});
     connect(this, &QDialog::finished, this, [this] {
         switch (standardButton(clickedButton())) {
             case QMessageBox::Yes: answer_ = Answer::yes; break;

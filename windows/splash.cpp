@@ -4,14 +4,21 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
+#include <QPainterPath>
 #include <QScreen>
 #include <QVBoxLayout>
 
+#include "windows/card_outline.h"
 #include "windows/palette_colours.h"
 #include "windows/svg_pictures.h"
 #include "windows/tabular_text.h"
 
 namespace nimbry::windows {
+namespace {
+
+constexpr double radius = 12;
+
+}  // namespace
 
 Splash::Splash() : QWidget(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint) {
     setObjectName(QStringLiteral("frmStart"));
@@ -43,6 +50,9 @@ Splash::Splash() : QWidget(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint) 
     row->addLayout(words, 1);
 
     resize(QSize(420, 240).expandedTo(sizeHint()));
+    QPainterPath outline;
+    outline.addRoundedRect(rect(), radius, radius);
+    setMask(inside_of(outline));
     move(QGuiApplication::primaryScreen()->availableGeometry().center() - rect().center());
 }
 
@@ -51,7 +61,7 @@ void Splash::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(panel_line(palette()), 1));
     painter.setBrush(panel_back(palette()));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 12, 12);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
 }
 
 }  // namespace nimbry::windows

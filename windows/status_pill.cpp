@@ -8,6 +8,7 @@
 #include "engine/displays/box_list.h"
 #include "platform/text_bytes.h"
 #include "windows/tabular_text.h"
+#include "windows/tip_keys.h"
 #include "windows/value_box.h"
 
 namespace nimbry::windows {
@@ -24,6 +25,7 @@ StatusPill::StatusPill(const char* name, Style style, const QString& longest_tex
     QSizePolicy policy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     policy.setRetainSizeWhenHidden(true);
     setSizePolicy(policy);
+    new TipKeys(*this);
 }
 
 void StatusPill::show_box(const nimbry::Box& box) {
@@ -71,6 +73,7 @@ void StatusPill::paintEvent(QPaintEvent*) {
     painter.setFont(pill_font());
     painter.setPen(text_colour());
     painter.drawText(rect(), Qt::AlignCenter, text());
+    if (hasFocus()) draw_focus_ring(painter, *this);
 }
 
 }  // namespace nimbry::windows

@@ -4,6 +4,7 @@
 
 #include "engine/network/sync_window.h"
 #include "platform/text_bytes.h"
+#include "windows/screen_room.h"
 
 namespace nimbry::windows {
 
@@ -18,7 +19,7 @@ SyncWindow::SyncWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(8, 8, 8, 8);
     column->addWidget(&text_);
-    resize(fontMetrics().averageCharWidth() * 64, fontMetrics().lineSpacing() * 22);
+    resize(size_on_screen({fontMetrics().averageCharWidth() * 64, fontMetrics().lineSpacing() * 22}, *this));
 }
 
 void SyncWindow::show_text(const QString& text) {

@@ -5,6 +5,8 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include "windows/screen_room.h"
+
 namespace nimbry::windows {
 
 TextWindow::TextWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
@@ -25,7 +27,7 @@ TextWindow::TextWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
     column->setSpacing(0);
     column->addWidget(&text_);
     column->addWidget(&search_);
-    resize(760, 520);
+    resize(size_on_screen({760, 520}, *this));
 
     connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, [this] {
         search_.show();

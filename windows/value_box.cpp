@@ -7,7 +7,6 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QTextDocument>
 #include <QToolTip>
 #include <algorithm>
 #include <array>
@@ -17,6 +16,7 @@
 #include "platform/text_bytes.h"
 #include "windows/svg_pictures.h"
 #include "windows/tabular_text.h"
+#include "windows/tip_keys.h"
 
 namespace nimbry::windows {
 namespace {
@@ -229,11 +229,7 @@ void ValueBox::paintEvent(QPaintEvent*) {
         painter.setBrush(colours.back);
         painter.drawRoundedRect(QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2), 4, 4);
     }
-    if (hasFocus() && shows_focus_) {
-        painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 4, 4);
-    }
+    if (hasFocus() && shows_focus_) draw_focus_ring(painter, *this);
 
     int right = width() - padding();
     const auto draw_picture = [&](const QString& name, const QColor& colour) {
@@ -269,12 +265,8 @@ bool ValueBox::event(QEvent* event) {
     return QWidget::event(event);
 }
 
-// Tips are plain text: one that begins like markup ("<!--empty-->") is shown as it stands.
 void ValueBox::show_tip(const QPoint& global) {
-    if (open_popup_ && open_popup_()) return;
-    QString tip = toolTip();
-    if (Qt::mightBeRichText(tip)) tip = tip.toHtmlEscaped().replace(u'\n', QStringLiteral("<br>"));
-    QToolTip::showText(global, tip, this);
+    if (!open_popup_ || !open_popup_()) show_plain_tip(global, toolTip(), *this);
 }
 
 void ValueBox::keyPressEvent(QKeyEvent* event) {

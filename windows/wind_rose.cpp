@@ -25,6 +25,14 @@ void draw_centred(QPainter& painter, QPointF centre, const QString& text) {
                      text);
 }
 
+/// How far inside the rim the letters stand, and where they end.
+double letters_inset(const QFont& font) {
+    return std::max(17.0, 1.15 * QFontMetricsF(font).height());
+}
+double letters_end(const QFont& font) {
+    return std::max(27.0, 1.8 * QFontMetricsF(font).height());
+}
+
 void draw_dial(QPainter& painter, const QPalette& palette, const QFont& font, double radius) {
     const QColor line = muted_text(palette);
     painter.setBrush(is_dark(palette) ? QColor(0x2F, 0x35, 0x3A) : QColor(0xF3, 0xF5, 0xF7));
@@ -42,15 +50,16 @@ void draw_dial(QPainter& painter, const QPalette& palette, const QFont& font, do
         letters.setBold(cardinal);
         painter.setFont(letters);
         painter.setPen(cardinal ? palette.color(QPalette::WindowText) : line);
-        draw_centred(painter, at(45.0 * static_cast<double>(n), radius - 17), QString::fromLatin1(words[n]));
+        draw_centred(painter, at(45.0 * static_cast<double>(n), radius - letters_inset(font)),
+                     QString::fromLatin1(words[n]));
     }
 }
 
-void draw_needle(QPainter& painter, double degrees, double radius, const QColor& colour) {
+void draw_needle(QPainter& painter, double degrees, double point, double tail, const QColor& colour) {
     QPainterPath needle;
-    needle.moveTo(at(degrees, radius - 27));
+    needle.moveTo(at(degrees, point));
     needle.lineTo(at(degrees + 90, 7.5));
-    needle.lineTo(at(degrees + 180, radius * 0.34));
+    needle.lineTo(at(degrees + 180, tail));
     needle.lineTo(at(degrees - 90, 7.5));
     needle.closeSubpath();
     painter.setPen(Qt::NoPen);
@@ -77,6 +86,11 @@ WindRose::WindRose(QWidget* parent) : QWidget(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
+QSize WindRose::minimumSizeHint() const {
+    const int side = std::max(168, 10 * QFontMetrics(font()).height());
+    return {side, side};
+}
+
 void WindRose::show_wind(const Wind& wind) {
     wind_ = wind;
     QString words = wind.word;
@@ -91,7 +105,7 @@ void WindRose::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(width() / 2.0, height() / 2.0);
-    const double radius = std::min({width(), height(), 260}) / 2.0 - 5;
+    const double radius = std::min({width(), height(), std::max(260, minimumSizeHint().width())}) / 2.0 - 5;
     const bool dark = is_dark(palette());
 
     draw_dial(painter, palette(), font(), radius);
@@ -100,7 +114,8 @@ void WindRose::paintEvent(QPaintEvent*) {
                        panel_back(palette()));
     }
     if (wind_.shows_average) {
-        draw_needle(painter, wind_.average_degrees, radius, dark ? QColor(0x6C, 0xB6, 0xFF) : QColor(0x1A, 0x63, 0xAE));
+        draw_needle(painter, wind_.average_degrees, radius - letters_end(font()), radius * 0.34,
+                    dark ? QColor(0x6C, 0xB6, 0xFF) : QColor(0x1A, 0x63, 0xAE));
     }
     if (wind_.word.isEmpty()) return;
 

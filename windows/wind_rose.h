@@ -26,8 +26,9 @@ public:
     void show_wind(const Wind& wind);
     [[nodiscard]] const Wind& shown() const { return wind_; }
 
-    [[nodiscard]] QSize sizeHint() const override { return {200, 200}; }
-    [[nodiscard]] QSize minimumSizeHint() const override { return {168, 168}; }
+    [[nodiscard]] QSize sizeHint() const override { return minimumSizeHint().expandedTo({200, 200}); }
+    /// 168 x 168, and more where the letters are large.
+    [[nodiscard]] QSize minimumSizeHint() const override;
     [[nodiscard]] bool hasHeightForWidth() const override { return false; }
 
 protected:

@@ -11,6 +11,7 @@
 #include "platform/stderr_notices.h"
 #include "programs/nimbry/other_instance.h"
 #include "programs/nimbry/window_program.h"
+#include "windows/field_style.h"
 
 namespace {
 
@@ -52,6 +53,7 @@ int main(int argc, char** argv) {
     }
     qInstallMessageHandler(pass_on_serious_messages);
     QApplication application(argc, argv);
+    QApplication::setStyle(new nimbry::windows::FieldStyle);
     QApplication::setApplicationName(QStringLiteral("nimbry"));
     QApplication::setDesktopFileName(QStringLiteral("nimbry"));
     // Hidden in the tray it has no window, and only the engine decides when the program ends.

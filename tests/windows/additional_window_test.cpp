@@ -177,6 +177,17 @@ TEST_F(AdditionalDataWindow, F6GoesThroughItsGroups) {
               (std::vector<std::string>{"txtMaxDew", "TxtSunrise", "txtDSR", "txtStarted", "Command1", "txtWetBulb"}));
 }
 
+TEST_F(AdditionalDataWindow, BringsWhatF6ReachesIntoSight) {
+    window->resize(480, 320);
+    QApplication::processEvents();
+    find<QWidget>("txtWetBulb")->setFocus(Qt::TabFocusReason);
+    for (int n = 0; n < 6; ++n) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6);
+        EXPECT_FALSE(QApplication::focusWidget()->visibleRegion().isEmpty())
+            << QApplication::focusWidget()->objectName().toStdString();
+    }
+}
+
 struct RoomCase {
     const char* law;
     double font_scale;

@@ -3,11 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 
+#include "tests/windows/font_scale.h"
+#include "tests/windows/room_for_words.h"
 #include "tests/windows/sample_states.h"
 #include "windows/caption_label.h"
+#include "windows/screen_room.h"
 #include "windows/value_box.h"
 
 namespace nimbry::test {
@@ -35,21 +39,6 @@ const RoomCase room_cases[]{
     {"letters of double size", fill_with_long_texts, {980, 660}, 2},
 };
 
-class FontScale {
-public:
-    explicit FontScale(double factor) : usual_(QApplication::font()) {
-        QFont larger = usual_;
-        larger.setPointSizeF(usual_.pointSizeF() * factor);
-        QApplication::setFont(larger);
-    }
-    ~FontScale() { QApplication::setFont(usual_); }
-    FontScale(const FontScale&) = delete;
-    FontScale& operator=(const FontScale&) = delete;
-
-private:
-    QFont usual_;
-};
-
 TEST(Form1Room, CutsNoTextAtAnySize) {
     for (const RoomCase& c : room_cases) {
         SCOPED_TRACE(c.law);
@@ -73,7 +62,43 @@ TEST(Form1Room, CutsNoTextAtAnySize) {
             EXPECT_LE(caption->fontMetrics().height() * static_cast<int>(lines.size()), caption->height())
                 << caption->text().toStdString();
         }
+        expect_room_for_words(form);
     }
+}
+
+TEST(Form1Room, GivesEachButtonTheSameWidth) {
+    WeatherState state;
+    fill_with_a_plain_day(state);
+    Form1 form(state, {});
+    form.show();
+    form.resize(980, 660);
+    QApplication::processEvents();
+    const int first = form.findChild<QWidget*>("fmb_0")->width();
+    for (int n = 1; n < 7; ++n)
+        EXPECT_NEAR(form.findChild<QWidget*>(QStringLiteral("fmb_%1").arg(n))->width(), first, 1) << n;
+}
+
+TEST(Form1Room, OpensNoLargerThanTheScreen) {
+    WeatherState state;
+    fill_with_a_plain_day(state);
+    Form1 form(state, {});
+    EXPECT_EQ(form.size(), windows::size_on_screen({1180, 800}, form.screen()->availableSize()));
+    EXPECT_LT(form.height(), form.screen()->availableSize().height());
+    EXPECT_LT(form.width(), form.screen()->availableSize().width());
+}
+
+struct ScreenCase {
+    const char* law;
+    QSize screen, opened;
+};
+
+TEST(SizeOnScreen, LeavesRoomForTheFrameOfTheDesktop) {
+    const ScreenCase cases[]{{"there is room for all of it", {1920, 1050}, {1180, 800}},
+                             {"a low screen", {1366, 738}, {1180, 678}},
+                             {"a screen of 1920 x 1080 at 200 %", {960, 540}, {940, 480}},
+                             {"exactly enough", {1200, 860}, {1180, 800}},
+                             {"one pixel less", {1199, 859}, {1179, 799}}};
+    for (const ScreenCase& c : cases) EXPECT_EQ(windows::size_on_screen({1180, 800}, c.screen), c.opened) << c.law;
 }
 
 TEST(Form1Room, NeedsNoScrollingAtItsSmallestSize) {

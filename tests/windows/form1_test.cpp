@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,8 @@
 #include "tests/windows/sample_states.h"
 #include "tests/world/stream_player.h"
 #include "tests/world/world.h"
+#include "windows/caption_label.h"
+#include "windows/card_group.h"
 #include "windows/gust_bar.h"
 #include "windows/lamp.h"
 #include "windows/picture_box.h"
@@ -245,6 +248,67 @@ TEST(Form1, NamesEachExtremeWithItsColumn) {
     EXPECT_EQ(widget<ValueBox>(form, "TxtWindHiG")->accessibleName(),
               "Since the last station reset, Maximum Wind Speed");
     EXPECT_EQ(widget<ValueBox>(form, "Text2(2)")->accessibleName(), "Outdoor Humidity");
+}
+
+struct CaptionCase {
+    const char* caption;
+    int times;
+};
+
+TEST(Form1, HasItsGroupsAndItsCaptions) {
+    const CaptionCase captions[]{{"Forecast", 1},
+                                 {"Outdoor Temp.", 1},
+                                 {"Outdoor Humidity", 1},
+                                 {"Dew Point", 1},
+                                 {"Wind Chill", 1},
+                                 {"Heat Index", 1},
+                                 {"Wind Speed Gust", 1},
+                                 {"Wind Speed Avg.", 1},
+                                 {"Wind Direction", 1},
+                                 {"Maximum wind gust in the last hour", 1},
+                                 {"Peak Rain Rate", 1},
+                                 {"Rainfall in the last hour", 1},
+                                 {"Total Rainfall", 1},
+                                 {"Barometer", 2},  // the reading's, and its graph's
+                                 {"Barometer Trend", 1},
+                                 {"Indoor Temp.", 1},
+                                 {"Indoor Humidity", 1},
+                                 {"Since the last station reset", 1},
+                                 {"Maximum Temperature", 1},
+                                 {"Minimum Temperature", 1},
+                                 {"Maximum Humidity", 1},
+                                 {"Minimum Humidity", 1},
+                                 {"Maximum Wind Speed", 1},
+                                 {"Max. Peak Rain Rate", 1},
+                                 {"Barometer Maximum", 1},
+                                 {"Barometer Minimum", 1},
+                                 {"Since 9:00 am", 2},  // the rain's, and the column's
+                                 {"24 Hours prior to 9:00 am", 2},
+                                 {"Humidity", 1},
+                                 {"Wind", 1},
+                                 {"Rainfall", 1},
+                                 {"Direction", 1}};
+    WeatherState state;
+    fill_with_a_plain_day(state);
+    Form1 form(state, {});
+    form.show();
+    QApplication::processEvents();
+    int listed = 0, shown = 0;
+    for (const CaptionCase& c : captions) {
+        int found = 0;
+        for (const auto* label : form.findChildren<windows::CaptionLabel*>())
+            found += label->isVisible() && label->text() == QString::fromLatin1(c.caption) ? 1 : 0;
+        EXPECT_EQ(found, c.times) << c.caption;
+        listed += c.times;
+    }
+    for (const auto* label : form.findChildren<windows::CaptionLabel*>()) shown += label->isVisible() ? 1 : 0;
+    EXPECT_EQ(shown, listed + 1) << "the scale of the gust bar is the only other";
+
+    std::multiset<std::string> groups;
+    for (const auto* group : form.findChildren<windows::CardGroup*>())
+        groups.insert(group->accessibleName().toStdString());
+    EXPECT_EQ(groups, (std::multiset<std::string>{"Outdoor", "Wind", "Rainfall", "Barometer and indoor",
+                                                  "Extreme Conditions", "Graphs"}));
 }
 
 TEST(Form1, PaintsSeveralChangesInOneFrame) {

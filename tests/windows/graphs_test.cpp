@@ -44,6 +44,7 @@ protected:
         actions.graphs.leave = [this] { note("leave", [&] { leave_graph(state); }); };
         actions.graphs.redraw = [this] { note("redraw", [&] { drawgraph(state); }); };
         form = std::make_unique<Form1>(state, actions);
+        form->resize(1180, 800);
         form->show();
         form->activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(form.get()));
@@ -114,9 +115,9 @@ TEST_F(Graphs, HaveRoomAtTheSmallestSize) {
     form->resize(980, 660);
     QApplication::processEvents();
     EXPECT_GE(pane(0)->width(), 440);
-    EXPECT_GE(pane(0)->height(), 140);
+    EXPECT_GE(pane(0)->height(), 180);
     for (int n = 1; n < 6; ++n) {
-        EXPECT_GE(pane(n)->width(), 80) << n;
+        EXPECT_GE(pane(n)->width(), 84) << n;
         EXPECT_GE(pane(n)->height(), 44) << n;
     }
 }

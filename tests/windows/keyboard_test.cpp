@@ -122,6 +122,55 @@ TEST_F(Keyboard, ATipThatLooksLikeMarkupIsShownAsItStands) {
     QToolTip::hideText();
 }
 
+struct ExplainedCase {
+    const char* widget;
+    const char* tip;
+};
+
+TEST_F(Keyboard, ReachesWhatIsExplainedBesideTheBoxes) {
+    const ExplainedCase cases[]{{"Picture2_2", "Indicates data is being received"},
+                                {"lblRainT", "Rainfall so far today since 9:00 am"},
+                                {"lblRainY", "Rainfall for the 24 hours prior to 9:00 am"}};
+    for (const ExplainedCase& c : cases) {
+        SCOPED_TRACE(c.widget);
+        focus(c.widget);
+        ASSERT_EQ(focused(), c.widget);
+        press(Qt::Key_Space);
+        EXPECT_EQ(QToolTip::text(), c.tip);
+        press(Qt::Key_Escape);
+        EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+    }
+    focus("TxtTime");
+    press(Qt::Key_Right);
+    EXPECT_EQ(focused(), "Picture2_2");
+    press(Qt::Key_Right);
+    EXPECT_EQ(focused(), "lblStatus");
+    press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), "Current Conditions");
+    focus("TxtRainLH");
+    press(Qt::Key_Down);
+    EXPECT_EQ(focused(), "lblRainT");
+    press(Qt::Key_Down);
+    EXPECT_EQ(focused(), "TxtRainToday");
+}
+
+TEST_F(Keyboard, BringsWhatItReachesIntoSight) {
+    form->resize(600, 400);
+    QApplication::processEvents();
+    focus("TxtTime");
+    for (int n = 0; n < 8; ++n) {
+        press(Qt::Key_F6);
+        EXPECT_FALSE(QApplication::focusWidget()->visibleRegion().isEmpty()) << focused();
+    }
+    focus("TxtTempMax");
+    QApplication::processEvents();
+    for (int n = 0; n < 7; ++n) press(Qt::Key_Down);
+    EXPECT_EQ(focused(), "TxtBarMin");
+    EXPECT_EQ(QApplication::focusWidget()->visibleRegion().boundingRect(), QApplication::focusWidget()->rect());
+    press(Qt::Key_F6, Qt::ShiftModifier);
+    EXPECT_FALSE(QApplication::focusWidget()->visibleRegion().isEmpty()) << "backwards: " << focused();
+}
+
 TEST_F(Keyboard, F10GoesToTheMenuBar) {
     focus("Text2_0");
     press(Qt::Key_F10);

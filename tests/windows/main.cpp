@@ -7,6 +7,7 @@
 #include <cstdio>
 
 #include "tests/windows/screens.h"
+#include "windows/field_style.h"
 
 namespace {
 
@@ -19,7 +20,7 @@ void drop_platform_talk(QtMsgType, const QMessageLogContext&, const QString& mes
 
 }  // namespace
 
-// Runs the window tests, or with `--screens DIR` writes pictures of the windows into a folder.
+// Runs the window tests; with `--screens DIR` or `--manual-pictures DIR` writes pictures of the windows into a folder.
 int main(int argc, char** argv) {
     // Without a screen of its own the tests paint off screen, also where ctest only asks for their names.
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -27,12 +28,15 @@ int main(int argc, char** argv) {
     qInstallMessageHandler(drop_platform_talk);
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setStyle(new nimbry::windows::FieldStyle);
     const QStringList arguments = QApplication::arguments();
-    if (const qsizetype place = arguments.indexOf(QStringLiteral("--screens"));
-        place > 0 && place + 1 < arguments.size()) {
-        std::printf("%d pictures in %s\n", nimbry::test::write_screens(arguments[place + 1]),
-                    qPrintable(arguments[place + 1]));
-        return 0;
+    if (arguments.size() == 3) {
+        const QString& folder = arguments[2];
+        int written = 0;
+        if (arguments[1] == QStringLiteral("--screens")) written = nimbry::test::write_screens(folder);
+        if (arguments[1] == QStringLiteral("--manual-pictures")) written = nimbry::test::write_manual_pictures(folder);
+        std::printf("%d pictures in %s\n", written, qPrintable(folder));
+        return written > 0 ? 0 : 1;
     }
     return RUN_ALL_TESTS();
 }

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QMenu>
 #include <QPushButton>
+#include <QTest>
 #include <string>
 #include <vector>
 
@@ -114,6 +115,35 @@ TEST(MenuBar, ActsOncePerClick) {
     const Form1 form(state, actions);
     form.findChild<QAction*>("mnuExit1")->trigger();
     EXPECT_EQ(exits, 1);
+}
+
+struct LetterCase {
+    Qt::Key letter;
+    const char* opens;
+};
+
+TEST(MenuBar, OpensEachMenuWithItsLetter) {
+    const LetterCase cases[]{{Qt::Key_X, "mnuExit"},    {Qt::Key_S, "mnuSetup"},   {Qt::Key_L, "mnuLogs"},
+                             {Qt::Key_D, "mnuDisplay"}, {Qt::Key_R, "mnuReports"}, {Qt::Key_H, "mnuHelp"}};
+    WeatherState state;
+    reset_main_panel(state);
+    open_menus(state);
+    int opened = 0;
+    Form1::Actions actions;
+    actions.menu["mnuAdditional"] = [&opened] { ++opened; };
+    Form1 form(state, actions);
+    form.show();
+    form.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+    for (const LetterCase& c : cases) {
+        SCOPED_TRACE(c.opens);
+        QMenu* menu = form.findChild<QAction*>(QString::fromLatin1(c.opens))->menu();
+        QTest::keyClick(&form, c.letter, Qt::AltModifier);
+        EXPECT_TRUE(menu->isVisible());
+        menu->close();
+    }
+    QTest::keyClick(&form, Qt::Key_A, Qt::AltModifier);
+    EXPECT_EQ(opened, 1);
 }
 
 struct ButtonCase {

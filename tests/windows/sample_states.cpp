@@ -190,6 +190,16 @@ void fill_with_trouble(WeatherState& state) {
     state.menu.fmb[0].fore = colours::red;
 }
 
+void open_menus(WeatherState& state) {
+    state.run.fullystarted = true;
+    set_menu_for_role(state.menu, false, true);
+    MainMenu& menu = state.menu;
+    for (Box* entry :
+         {&menu.mnuDisplayLog, &menu.mnuDisplayAlmanac, &menu.mnuProgLog, &menu.mnuClearProgLog, &menu.mnuAlMonth,
+          &menu.mnuAutoReport, &menu.mnuLogs, &menu.mnuReports, &menu.fmb[0], &menu.fmb[5]})
+        entry->enabled = true;
+}
+
 void fill_additional_data(WeatherState& state) {
     const Text texts[]{
         {"txtWetBulb",

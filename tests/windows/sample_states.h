@@ -16,6 +16,9 @@ void fill_with_long_texts(WeatherState& state);
 /// low.
 void fill_with_trouble(WeatherState& state);
 
+/// What a first train opens: every menu entry and button can be used.
+void open_menus(WeatherState& state);
+
 /// A day's texts in the additional data window, the sun's among them; it is open.
 void fill_additional_data(WeatherState& state);
 void fill_additional_data_with_long_texts(WeatherState& state);

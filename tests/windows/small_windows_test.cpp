@@ -69,6 +69,8 @@ TEST(Splash, NamesTheProduct) {
     EXPECT_EQ(label(splash, "lblProduct"), "Nimbry 2.02");
     EXPECT_EQ(label(splash, "lblLoading"), "Program loading .....");
     EXPECT_EQ(splash.size(), QSize(420, 240));
+    EXPECT_FALSE(splash.mask().contains(QPoint(0, 0))) << "its corners are round where nothing blends windows, too";
+    EXPECT_TRUE(splash.mask().contains(splash.rect().center()));
 }
 
 struct StampCase {

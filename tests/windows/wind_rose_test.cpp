@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QFontMetrics>
+
+#include "tests/windows/font_scale.h"
 #include "tests/windows/sample_states.h"
 #include "windows/wind_group.h"
 
@@ -20,6 +23,14 @@ TEST(WindRose, PointsTheNeedleAtTheAverageAndTheMarkAtTheGust) {
     EXPECT_EQ(wind.average_degrees, 240);
     EXPECT_EQ(wind.gust_degrees, 225);
     EXPECT_EQ(wind.word, "SW");
+}
+
+TEST(WindRose, GrowsWithTheLetters) {
+    EXPECT_EQ(WindRose().minimumSizeHint(), QSize(168, 168));
+    const FontScale letters(2);
+    const WindRose rose;
+    EXPECT_EQ(rose.minimumSizeHint().width(), 10 * QFontMetrics(rose.font()).height());
+    EXPECT_GT(rose.minimumSizeHint().width(), 168);
 }
 
 TEST(WindRose, HidesTheNeedleInACalm) {

@@ -1,0 +1,60 @@
+#include "windows/field_style.h"
+
+#include <QPainter>
+#include <QStyleOption>
+
+#include "windows/palette_colours.h"
+
+namespace nimbry::windows {
+namespace {
+
+/// `corner` is the radius of the corners, in pixels; what is as round as it is wide is a circle.
+void draw_outline(QPainter& painter, const QStyleOption& option, double corner) {
+    const bool usable = (option.state & QStyle::State_Enabled) != 0;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(usable ? QColor(0x87, 0x90, 0x99) : QColor(0x55, 0x5C, 0x63), 1));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), corner, corner);
+    painter.restore();
+}
+
+}  // namespace
+
+bool FieldStyle::is_needed(const QStyleOption& option) const {
+    return is_dark(option.palette) && baseStyle()->name() == QStringLiteral("fusion");
+}
+
+// Where the keyboard is, Fusion draws a bright outline of its own.
+void FieldStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                               const QWidget* widget) const {
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    if (!is_needed(*option)) return;
+    const bool focus = (option->state & State_HasFocus) != 0;
+    const bool shown_focus = focus && (option->state & State_KeyboardFocusChange) != 0;
+    switch (element) {
+        case PE_IndicatorCheckBox:
+            if (!shown_focus) draw_outline(*painter, *option, 1.5);
+            break;
+        case PE_IndicatorRadioButton:
+            if (!shown_focus) draw_outline(*painter, *option, option->rect.width() / 2.0);
+            break;
+        case PE_PanelLineEdit:
+            // One without a frame lies in a field that has its own.
+            if (const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+                frame != nullptr && frame->lineWidth > 0 && !focus)
+                draw_outline(*painter, *option, 2);
+            break;
+        case PE_FrameMenu: draw_outline(*painter, *option, 0); break;
+        default: break;
+    }
+}
+
+void FieldStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                                    const QWidget* widget) const {
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+    const bool is_field = control == CC_ComboBox || control == CC_SpinBox;
+    if (is_field && is_needed(*option) && (option->state & State_HasFocus) == 0) draw_outline(*painter, *option, 2);
+}
+
+}  // namespace nimbry::windows
