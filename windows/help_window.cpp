@@ -83,7 +83,7 @@ void set_tables(QTextDocument& document, const QColor& line) {
 
 /// A picture of a whole window is wider than the page: it is shown smaller, in its own shape.
 void fit_pictures(QTextDocument& document) {
-    constexpr int widest = 620;
+    constexpr int widest = 604;
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
         for (auto at = block.begin(); !at.atEnd(); ++at) {
             QTextImageFormat format = at.fragment().charFormat().toImageFormat();
@@ -142,7 +142,6 @@ HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
     page_.setAccessibleName(QStringLiteral("Page"));
     page_.setOpenLinks(false);
     page_.setFrameShape(QFrame::NoFrame);
-    page_.document()->setDocumentMargin(20);
     for (const HelpPage& page : pages) pages_.addItem(QString::fromLatin1(page.title));
 
     auto* parts = new QSplitter;
@@ -200,10 +199,15 @@ void HelpWindow::show_page(const QString& file) {
 
 void HelpWindow::show_row(int row) {
     if (row < 0) return;
-    page_.document()->setBaseUrl(QUrl(QStringLiteral("qrc") + picture_folder()));
-    page_.document()->setMarkdown(page_source(pages[static_cast<std::size_t>(row)]));
-    fit_pictures(*page_.document());
-    set_tables(*page_.document(), panel_line(palette()));
+    // Filled before it is shown: a document on the screen would be laid out again with every word that comes.
+    auto* document = new QTextDocument(&page_);
+    document->setDefaultFont(page_.font());
+    document->setDocumentMargin(20);
+    document->setBaseUrl(QUrl(QStringLiteral("qrc") + picture_folder()));
+    document->setMarkdown(page_source(pages[static_cast<std::size_t>(row)]));
+    fit_pictures(*document);
+    set_tables(*document, panel_line(palette()));
+    page_.setDocument(document);
     page_.moveCursor(QTextCursor::Start);
     mark_places();
 }

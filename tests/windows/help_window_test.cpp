@@ -82,8 +82,8 @@ TEST_F(Help, ShowsThePicturesOfItsPagesNoWiderThanThePage) {
             EXPECT_FALSE(loaded.isNull()) << format.name().toStdString();
             EXPECT_FALSE(page()->document()->resource(QTextDocument::ImageResource, QUrl(format.name())).isNull())
                 << format.name().toStdString();
-            const bool is_wide = loaded.width() > 620;
-            EXPECT_EQ(format.width(), is_wide ? 620 : 0) << format.name().toStdString();
+            const bool is_wide = loaded.width() > 604;
+            EXPECT_EQ(format.width(), is_wide ? 604 : 0) << format.name().toStdString();
         }
     }
     EXPECT_GE(pictures, 15);
