@@ -16,7 +16,9 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <vector>
 
+#include "windows/link_label.h"
 #include "windows/palette_colours.h"
 #include "windows/screen_room.h"
 
@@ -81,23 +83,36 @@ void set_tables(QTextDocument& document, const QColor& line) {
     }
 }
 
-/// A picture of a whole window is wider than the page: it is shown smaller, in its own shape.
-void fit_pictures(QTextDocument& document) {
+/// Links in a colour of the theme, and pictures no wider than the page, in their own shape.
+void set_pieces(QTextDocument& document, const QColor& link) {
     constexpr int widest = 604;
-    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
-        for (auto at = block.begin(); !at.atEnd(); ++at) {
-            QTextImageFormat format = at.fragment().charFormat().toImageFormat();
-            if (!format.isValid()) continue;
-            const QSize size = QImage(picture_folder() + format.name()).size();
-            if (size.width() <= widest) continue;
-            format.setWidth(widest);
-            format.setHeight(widest * size.height() / size.width());
-            QTextCursor cursor(&document);
-            cursor.setPosition(at.fragment().position());
-            cursor.setPosition(at.fragment().position() + at.fragment().length(), QTextCursor::KeepAnchor);
-            cursor.setCharFormat(format);
-            break;  // one picture a paragraph; the change has made the fragments anew
+    struct Change {
+        int from, to;
+        QTextCharFormat format;
+    };
+    std::vector<Change> changes;
+    // Made afterwards: giving one piece another format makes the others anew.
+    const auto look_at = [&](const QTextFragment& piece) {
+        const int end = piece.position() + piece.length();
+        QTextCharFormat format = piece.charFormat();
+        if (QTextImageFormat picture = format.toImageFormat(); picture.isValid()) {
+            const QSize size = QImage(picture_folder() + picture.name()).size();
+            if (size.width() <= widest) return;
+            picture.setWidth(widest);
+            picture.setHeight(widest * size.height() / size.width());
+            changes.push_back({piece.position(), end, picture});
+        } else if (format.isAnchor()) {
+            format.setForeground(link);
+            changes.push_back({piece.position(), end, format});
         }
+    };
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
+        for (auto at = block.begin(); !at.atEnd(); ++at) look_at(at.fragment());
+    QTextCursor cursor(&document);
+    for (const Change& change : changes) {
+        cursor.setPosition(change.from);
+        cursor.setPosition(change.to, QTextCursor::KeepAnchor);
+        cursor.setCharFormat(change.format);
     }
 }
 
@@ -205,7 +220,7 @@ void HelpWindow::show_row(int row) {
     document->setDocumentMargin(20);
     document->setBaseUrl(QUrl(QStringLiteral("qrc") + picture_folder()));
     document->setMarkdown(page_source(pages[static_cast<std::size_t>(row)]));
-    fit_pictures(*document);
+    set_pieces(*document, link_colour(is_dark(palette()), false));
     set_tables(*document, panel_line(palette()));
     page_.setDocument(document);
     page_.moveCursor(QTextCursor::Start);

@@ -6,15 +6,11 @@
 #include "windows/palette_colours.h"
 
 namespace nimbry::windows {
-namespace {
 
-/// Both stand out from either theme's window; lit is the stronger one.
 QColor link_colour(bool dark, bool lit) {
     if (dark) return lit ? QColor(0xCF, 0xE6, 0xFF) : QColor(0x8C, 0xC4, 0xFF);
     return lit ? QColor(0x9A, 0x34, 0x12) : QColor(0x0B, 0x57, 0xB5);
 }
-
-}  // namespace
 
 LinkLabel::LinkLabel(const char* name, const QString& text, QWidget* parent) : QLabel(text, parent) {
     setObjectName(QString::fromLatin1(name));

@@ -1,8 +1,12 @@
 #pragma once
 
+#include <QColor>
 #include <QLabel>
 
 namespace nimbry::windows {
+
+/// The colour of a link. Both stand out from either theme's window; lit is the stronger one.
+[[nodiscard]] QColor link_colour(bool dark, bool lit);
 
 /// A label that is a link: clicked() comes from the mouse, and from Enter or Space while it has the focus. Its colour
 /// changes and a line comes under it while the pointer or the focus is on it.

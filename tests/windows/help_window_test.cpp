@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -11,6 +12,10 @@
 #include <QSet>
 #include <QTest>
 #include <QTextBlock>
+
+#include "tests/windows/screens.h"
+#include "windows/link_label.h"
+#include "windows/palette_colours.h"
 
 namespace nimbry::test {
 namespace {
@@ -87,6 +92,25 @@ TEST_F(Help, ShowsThePicturesOfItsPagesNoWiderThanThePage) {
         }
     }
     EXPECT_GE(pictures, 15);
+}
+
+TEST_F(Help, ShowsLinksInAColourOfTheTheme) {
+    for (const QPalette& palette : {QApplication::palette(), dark_palette()}) {
+        window.setPalette(palette);
+        window.show_page("connecting.md");
+        window.show_page("first-steps.md");
+        int links = 0;
+        for (QTextBlock block = page()->document()->begin(); block.isValid(); block = block.next()) {
+            for (auto at = block.begin(); !at.atEnd(); ++at) {
+                const QTextCharFormat format = at.fragment().charFormat();
+                if (!format.isAnchor()) continue;
+                ++links;
+                EXPECT_EQ(format.foreground().color(), link_colour(is_dark(palette), false))
+                    << format.anchorHref().toStdString();
+            }
+        }
+        EXPECT_GE(links, 5);
+    }
 }
 
 TEST_F(Help, LeavesThePagesInTheListThatHaveWhatIsSought) {
