@@ -1,6 +1,5 @@
 #include "engine/sun/location.h"
 
-#include <cmath>
 #include <string>
 
 #include "engine/derived/number_text.h"
@@ -13,7 +12,7 @@ constexpr double none_entered = 999;
 std::optional<double> coordinate(std::string_view text) {
     if (!IsNumeric(text)) return {};
     const double degrees = Val(repcomma(std::string(text)));
-    if (std::abs(degrees) >= none_entered) return {};
+    if (degrees == none_entered) return {};
     return degrees;
 }
 

@@ -11,8 +11,8 @@ struct Location {
     double longitude = 0;
 };
 
-/// The location of the two texts of the configuration; nothing when either is 999 (none entered), beyond that on
-/// either side, or no number. A decimal comma is as good as a point.
+/// The location of the two texts of the configuration; nothing when either is 999 (none entered) or no number. A
+/// decimal comma is as good as a point.
 [[nodiscard]] std::optional<Location> entered_location(std::string_view latitude, std::string_view longitude);
 
 }  // namespace nimbry

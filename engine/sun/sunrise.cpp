@@ -11,6 +11,7 @@ constexpr double two_pi = 6.283185307;  // as given: do not improve
 constexpr double zenith_degrees = 90.833;
 constexpr double twilight_zenith_degrees = 96.0;
 constexpr double polar_limit_degrees = 89.8;
+constexpr double furthest_degrees = 1e6;
 
 double radians(double degrees) {
     return degrees * (4 * std::atan(1.0)) / 180;
@@ -87,7 +88,7 @@ double hourangle_degrees(double latitude, double sun_declination, bool isrise, b
 }
 
 void clsSunrise::CalculateSun() {
-    if (!(Latitude >= -90 && Latitude <= 90)) return;
+    if (!(Latitude >= -90 && Latitude <= 90) || !(std::fabs(Longitude) <= furthest_degrees)) return;
     const double latitude = radians(std::clamp(Latitude, -polar_limit_degrees, polar_limit_degrees));
     const int day = day_of_year(DateDay);
 

@@ -24,7 +24,8 @@ public:
     std::chrono::local_days DateDay{};  ///< the day to work out
 
     /// Works out all results for the properties as they are. A latitude from -90 to below -89.8 counts as -89.8, one
-    /// above 89.8 up to 90 as 89.8; one beyond +-90 works out nothing, and the results stay as they were.
+    /// above 89.8 up to 90 as 89.8; one beyond +-90 works out nothing, and the results stay as they were; so does a
+    /// longitude of more than a million, which is no angle any more.
     void CalculateSun();
 
     /// Local times by TimeZone and DaySavings, to the second; they may lie on the day before or after DateDay. Nothing

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "engine/core/main_settings.h"
 #include "tests/engine/control/verbs_fixture.h"
 
 namespace nimbry::test {
@@ -19,7 +20,7 @@ protected:
 
 TEST_F(Apply, CommsOpensThePortAndTheSocketsThatWereSet) {
     set("Main", "SerialPort1", "/dev/ttyUSB0");
-    EXPECT_EQ(world.line.device(), "/dev/ttyS0") << "a key by itself opens nothing";
+    EXPECT_EQ(world.line.device(), default_device(1)) << "a key by itself opens nothing";
     set("Main", "bcastnet", "True");
     set("Main", "iplist(1)", "127.0.0.1");
     set("Main", "numofentries", "1");

@@ -15,7 +15,7 @@ TEST(KnownKeys, HaveTheirDefaults) {
     struct Case {
         const char* section;
         const char* key;
-        const char* fallback;
+        std::string fallback;
     };
     for (const Case& c : {Case{"Main", "HasRun", "False"},    Case{"Main", "LogMin", "15"},
                           Case{"Main", "numofentries", "0"},  Case{"Main", "Version", ""},
@@ -34,7 +34,7 @@ TEST(KnownKeys, HaveTheirDefaults) {
                           Case{"FTP", "MailPort", "25"},      Case{"FTP", "MailSecurity", "none"},
                           Case{"FTP", "FTPSecurity", "none"}, Case{"FTP", "MailReport", "False"},
                           Case{"FTP", "WUhost", ""},          Case{"Main", "GraphFiles", "False"},
-                          Case{"Main", "LocalIP", ""},        Case{"Main", "SerialPort4", "/dev/ttyS3"}}) {
+                          Case{"Main", "LocalIP", ""},        Case{"Main", "SerialPort4", default_device(4)}}) {
         SCOPED_TRACE(std::string(c.section) + "/" + c.key);
         const auto known = known_key(c.section, c.key);
         ASSERT_TRUE(known);

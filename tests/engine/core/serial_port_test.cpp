@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "engine/core/initprog.h"
+#include "engine/core/main_settings.h"
 #include "tests/world/started_world.h"
 
 namespace nimbry::test {
@@ -89,17 +90,17 @@ TEST(SerialPort, AnOpenedPortStartsTheNoDataWatchAfresh) {
 struct DeviceCase {
     const char* what;
     const char* lines;
-    const char* device;
+    std::string device;
 };
 
 TEST(SerialPort, TheHighestNumberedPortThatIsTrueIsOpened) {
     const DeviceCase cases[] = {
-        {"defaults", "", "/dev/ttyS0"},
-        {"port 2, while port 1 still has its default", "fcom2=True\r\n", "/dev/ttyS1"},
-        {"two of them", "fcom2=True\r\nfcom4=True\r\n", "/dev/ttyS3"},
-        {"none", "fcom1=False\r\n", "/dev/ttyS0"},
+        {"defaults", "", default_device(1)},
+        {"port 2, while port 1 still has its default", "fcom2=True\r\n", default_device(2)},
+        {"two of them", "fcom2=True\r\nfcom4=True\r\n", default_device(4)},
+        {"none", "fcom1=False\r\n", default_device(1)},
         {"a device of its own", "SerialPort1=/dev/serial/by-id/usb-1\r\n", "/dev/serial/by-id/usb-1"},
-        {"a device of a port not chosen", "fcom3=True\r\nSerialPort1=/dev/ttyUSB0\r\n", "/dev/ttyS2"},
+        {"a device of a port not chosen", "fcom3=True\r\nSerialPort1=/dev/ttyUSB0\r\n", default_device(3)},
     };
     for (const DeviceCase& row : cases) {
         SCOPED_TRACE(row.what);
@@ -142,7 +143,7 @@ TEST(SerialPortWithAWindow, AFailedOpenAsksAndRetryRepeatsIt) {
 TEST(SerialPortWithAWindow, CancelEndsTheProgramAtOnceWithoutStopLine) {
     World world;
     world.files.put("Nimbry.ini", main_section());
-    world.line.refuse("/dev/ttyS0", PortOpenResult::failed);
+    world.line.refuse(default_device(1), PortOpenResult::failed);
     world.notices.will_answer(Answer::cancel, 5s);
     world.begin_start(with_window);
     world.run_for(4999ms);
@@ -161,7 +162,7 @@ TEST(SerialPortWithAWindow, CancelEndsTheProgramAtOnceWithoutStopLine) {
 TEST(SerialPortWithoutAWindow, AFailedOpenIsLoggedOnceAndTriedAgainForEver) {
     World world;
     world.files.put("Nimbry.ini", main_section());
-    world.line.refuse("/dev/ttyS0", PortOpenResult::not_found);
+    world.line.refuse(default_device(1), PortOpenResult::not_found);
     const Instant begin = world.clock.monotonic();
     world.begin_start();
     world.run_for(110s);
@@ -173,9 +174,9 @@ TEST(SerialPortWithoutAWindow, AFailedOpenIsLoggedOnceAndTriedAgainForEver) {
     EXPECT_FALSE(world.copy().timers.running(TimerId::TimComFail));
     EXPECT_EQ(world.state().additional.txtStarted.text, "05 Oct 2026 14:00:00") << "the load went on";
     EXPECT_EQ(world.state().comm.PortTrouble,
-              "COM Port Error, Please check that the selected port exists (/dev/ttyS0)");
+              "COM Port Error, Please check that the selected port exists (" + default_device(1) + ")");
 
-    world.line.plug_in("/dev/ttyS0");
+    world.line.plug_in(default_device(1));
     world.run_for(29s);
     EXPECT_TRUE(world.state().comm.SerComReady);
     EXPECT_TRUE(world.copy().timers.running(TimerId::TimComFail));
@@ -190,7 +191,8 @@ TEST(SerialPortWithoutAWindow, ASecondOpenThatFailsIsTriedAgainToo) {
     const Instant begin = world.clock.monotonic();
     world.begin_start();
     world.run_for(1s);
-    EXPECT_EQ(world.state().comm.PortTrouble, "COM Port Error, The selected COM port is already open (/dev/ttyS0)")
+    EXPECT_EQ(world.state().comm.PortTrouble,
+              "COM Port Error, The selected COM port is already open (" + default_device(1) + ")")
         << "the comma leads on to the box's next line";
     world.run_for(1s);
     EXPECT_THAT(attempts_since(world.line, begin), ElementsAre(0, 500, 1500, 2000));
@@ -217,9 +219,9 @@ TEST_P(LostPort, IsLoggedOnceWhenItGoesAndOnceWhenItIsBackAndNeverAsksAnybody) {
     world.run_for(60s);
     EXPECT_THAT(attempts_since(world.line, lost), ElementsAre(1000, 3000, 8000, 18000, 48000));
     EXPECT_EQ(world.notices.boxes.size(), 0u);
-    EXPECT_EQ(world.state().comm.PortTrouble, "Serial port lost (/dev/ttyS0)");
+    EXPECT_EQ(world.state().comm.PortTrouble, "Serial port lost (" + default_device(1) + ")");
 
-    world.line.plug_in("/dev/ttyS0");
+    world.line.plug_in(default_device(1));
     world.run_for(18s);
     EXPECT_FALSE(world.state().comm.SerComReady) << "the second open is still to come";
     world.run_for(500ms);
@@ -246,7 +248,7 @@ TEST(LostPortOnce, HalfAFrameOfTheOldPortIsNoPartOfTheFirstOfTheNew) {
     world.run_for(1s);
     world.unplug();
     world.run_for(600ms);
-    world.line.plug_in("/dev/ttyS0");
+    world.line.plug_in(default_device(1));
     world.run_for(2s);
     ASSERT_TRUE(world.state().comm.SerComReady);
     world.send_train();
@@ -260,7 +262,7 @@ TEST(LostPortOnce, ALaterOpeningTakesOverFromTheOneThatIsStillTrying) {
     world.copy().ini.SaveFlag("Main", "fcom2", true);
     world.act([&] { initprog(world.copy()); });
     world.run_for(1h);
-    EXPECT_EQ(world.line.device(), "/dev/ttyS1");
+    EXPECT_EQ(world.line.device(), default_device(2));
     EXPECT_EQ(world.line.attempts().size(), 4u) << "two at the start, two of the new port, none of the old one";
     EXPECT_EQ(world.log().size() - 1, 59u) << "the line of the loss, and each minute of silence";
 }
@@ -271,7 +273,7 @@ TEST(LostPortOnce, ACopyThatBecomesAClientStopsTrying) {
     world.run_for(600ms);
     world.copy().ini.SaveFlag("Main", "fromnet", true);
     world.act([&] { initprog(world.copy()); });
-    world.line.plug_in("/dev/ttyS0");
+    world.line.plug_in(default_device(1));
     world.run_for(10min);
     EXPECT_FALSE(world.line.is_open());
     EXPECT_EQ(world.line.attempts().size(), 2u);

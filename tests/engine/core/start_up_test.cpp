@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "engine/core/initprog.h"
+#include "engine/core/main_settings.h"
 #include "tests/world/started_world.h"
 
 namespace nimbry::test {
@@ -55,7 +56,7 @@ TEST(StartUp, WithoutAWindowAFirstRunGoesOnWithTheDefaults) {
     world.start();
     EXPECT_THAT(world.notices.windows, IsEmpty());
     EXPECT_EQ(world.setting("Main", "HasRun"), "True");
-    EXPECT_EQ(world.line.device(), "/dev/ttyS0");
+    EXPECT_EQ(world.line.device(), default_device(1));
     EXPECT_TRUE(world.state().comm.SerComReady);
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <string>
 
 #include "engine/displays/box_list.h"
@@ -21,7 +22,7 @@ protected:
     }
     [[nodiscard]] bool is_locked() { return !menu().mnuAdditional.enabled && !menu().fmb[4].enabled; }
     [[nodiscard]] bool is_free() { return menu().mnuAdditional.enabled && menu().fmb[4].enabled; }
-    [[nodiscard]] long clicks() {
+    [[nodiscard]] std::ptrdiff_t clicks() {
         return std::count(world.sounds.played.begin(), world.sounds.played.end(), "click.WAV");
     }
     MainMenu& menu() { return world.state().menu; }

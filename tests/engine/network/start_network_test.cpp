@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "engine/core/main_settings.h"
 #include "tests/world/started_world.h"
 
 namespace nimbry::test {
@@ -37,7 +38,7 @@ TEST(StartNetwork, IsTheLastActOfTheStart) {
     ASSERT_GE(acts.size(), 2U);
     EXPECT_EQ(acts[acts.size() - 2], "bind 60137");
     EXPECT_EQ(acts.back(), "listen 60131");
-    EXPECT_THAT(acts, testing::Contains("line open /dev/ttyS0"));
+    EXPECT_THAT(acts, testing::Contains("line open " + default_device(1)));
 }
 
 TEST(StartNetwork, ARoleThatIsGivenUpClosesItsSocket) {

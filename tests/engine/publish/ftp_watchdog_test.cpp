@@ -18,7 +18,7 @@ const std::string time_out_line = " FTP routine has timed out and the upload has
 const std::string connection_popup = "FTP Error: Nimbry has encountered an FTP connection problem";
 
 /// The seconds after which an upload to a silent server is over.
-long seconds_until_over(UploadWorld& world) {
+std::chrono::seconds::rep seconds_until_over(UploadWorld& world) {
     const Instant begun = world.clock.monotonic();
     FTPupload(world.copy);
     return std::chrono::duration_cast<std::chrono::seconds>(world.clock.monotonic() - begun).count();

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "engine/core/main_settings.h"
 #include "engine/displays/box_list.h"
 #include "engine/setup/comms_dialog.h"
 #include "tests/world/started_world.h"
@@ -59,7 +60,7 @@ TEST_F(CommsApplied, AClientThatIsNoneAnyMoreOpensItsPort) {
     StartedWorld world("fromnet=True\r\n");
     ASSERT_THAT(world.line.attempts(), IsEmpty());
     accept(world, become_alone);
-    EXPECT_EQ(world.line.device(), "/dev/ttyS0");
+    EXPECT_EQ(world.line.device(), default_device(1));
     EXPECT_EQ(world.line.attempts().size(), 2U) << "twice, as at a start";
     EXPECT_TRUE(world.state().comm.SerComReady);
     EXPECT_FALSE(world.datasock.is_open());

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "engine/core/main_settings.h"
 #include "tests/world/bare_copy.h"
 
 namespace nimbry {
@@ -24,7 +25,7 @@ struct Comms_Dialog : testing::Test {
 TEST_F(Comms_Dialog, opens_with_the_settings_in_force) {
     EXPECT_TRUE(opened().Option1);
     EXPECT_EQ(opened().TxtLogMins, "15");
-    EXPECT_EQ(opened().SerialPort2, "/dev/ttyS1");
+    EXPECT_EQ(opened().SerialPort2, default_device(2));
     settings.fcom1 = false;
     settings.fcom3 = settings.bcastnet = settings.fwrtlog = true;
     settings.SerialPort3 = "/dev/ttyUSB0";
@@ -75,8 +76,8 @@ TEST_F(Comms_Dialog, a_device_gets_a_key_only_when_it_is_changed) {
     EXPECT_EQ(key("SerialPort1"), "(none)");
     dialog.SerialPort2 = "  ";
     accept_comms(world.copy, dialog);
-    EXPECT_EQ(key("SerialPort2"), "/dev/ttyS1") << "an empty field is the system's name";
-    EXPECT_EQ(settings.SerialPort2, "/dev/ttyS1");
+    EXPECT_EQ(key("SerialPort2"), default_device(2)) << "an empty field is the system's name";
+    EXPECT_EQ(settings.SerialPort2, default_device(2));
 }
 
 TEST_F(Comms_Dialog, a_list_that_was_counted_from_0_loses_that_entry) {
@@ -234,7 +235,7 @@ TEST_F(Comms_Dialog, what_stands_in_a_clients_disabled_fields_is_not_taken) {
     EXPECT_EQ(unfit(dialog), "");
     accept_comms(world.copy, dialog);
     EXPECT_EQ(settings.LogMin, 20);
-    EXPECT_EQ(settings.SerialPort1, "/dev/ttyS0");
+    EXPECT_EQ(settings.SerialPort1, default_device(1));
 }
 
 TEST_F(Comms_Dialog, a_device_name_that_no_file_holds_is_refused) {

@@ -107,6 +107,18 @@ TEST(Sunrise, ALatitudeThatIsNoneLeavesTheResultsAsTheyWere) {
     }
 }
 
+TEST(Sunrise, ALongitudeThatIsNoAngleLeavesTheResultsAsTheyWere) {
+    for (const double longitude : {1e300, -1e300, 1000001.0}) {
+        SCOPED_TRACE(longitude);
+        clsSunrise sun = sun_of(sun_cases[0]);
+        sun.CalculateSun();
+        const auto before = sun.Sunrise();
+        sun.Longitude = longitude;
+        sun.CalculateSun();
+        EXPECT_EQ(sun.Sunrise(), before);
+    }
+}
+
 TEST(Sunrise, APolarLatitudeIsClampedForTheCalculationOnly) {
     clsSunrise sun = sun_of(sun_cases[10]);
     sun.CalculateSun();
