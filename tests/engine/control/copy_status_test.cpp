@@ -51,6 +51,17 @@ TEST_F(CopyStatusTest, FramesAreCountedAndTheStationsTimeIsTold) {
     EXPECT_TRUE(tells("frames.before_first_train\t1"));
 }
 
+TEST_F(CopyStatusTest, NamesTheMachineThatAServerIsSynchronisingWith) {
+    world.files.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\nbcastnet=True\r\nnumofentries=1\r\niplist(1)=10.1.2.3\r\n");
+    world.start();
+    world.state().havegrafdata = true;
+    EXPECT_TRUE(tells("sync.running\tfalse"));
+    const ScriptedPeerPtr client = world.streams.call(60131, "10.1.2.3");
+    world.run_for(std::chrono::milliseconds{20});
+    EXPECT_TRUE(tells("sync.running\ttrue"));
+    EXPECT_TRUE(tells("sync.peer\t10.1.2.3")) << lines();
+}
+
 TEST_F(CopyStatusTest, TheRoleFollowsTheSettings) {
     struct Case {
         const char* what;

@@ -82,6 +82,22 @@ TEST(SyncServer, TheLogLineComesWhenTheGreetingIsOutOrItsTimeIsOver) {
     EXPECT_THAT(server.log(), testing::SizeIs(1));
 }
 
+TEST(SyncServer, HoldsAClientThatIsLetGoUntilItHasWhatWasSentLast) {
+    Server server;
+    const ScriptedPeerPtr client = server.connect();
+    client->stall(true);
+    client->say("cmdServerStatus,");
+    server.run_for(50ms);
+    const std::size_t waiting = server.pauses.waiting();
+    client->say("cmdResetServerSocket,");
+    server.run_for(50ms);
+    EXPECT_EQ(syncstate(server.state().network), StreamState::listening) << "others can come meanwhile";
+    EXPECT_EQ(server.pauses.waiting(), waiting + 1);
+    client->stall(false);
+    server.run_for(50ms);
+    EXPECT_EQ(server.pauses.waiting(), 0U);
+}
+
 TEST(SyncServer, ServesOneClientAndRefusesTheOthersMeanwhile) {
     Server server;
     const ScriptedPeerPtr first = server.connect();
