@@ -45,7 +45,10 @@ void FieldStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
                 frame != nullptr && frame->lineWidth > 0 && !focus)
                 draw_outline(*painter, *option, 2);
             break;
-        case PE_FrameMenu: draw_outline(*painter, *option, 0); break;
+        case PE_Frame:  // around a list or a text
+            if (!focus) draw_outline(*painter, *option, 2);
+            break;
+        case PE_PanelMenu: draw_outline(*painter, *option, 0); break;
         default: break;
     }
 }

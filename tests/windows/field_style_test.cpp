@@ -6,6 +6,8 @@
 #include <QComboBox>
 #include <QImage>
 #include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
 #include <QRadioButton>
 #include <QSpinBox>
 #include <algorithm>
@@ -38,8 +40,12 @@ TEST(FieldStyle, GivesWhatIsNotTickedAVisibleOutlineInADarkTheme) {
     QLineEdit line;
     QSpinBox number;
     QComboBox list;
+    QListWidget entries;
+    QMenu menu;
+    menu.addAction(QStringLiteral("Comms/Files"));
     for (QWidget* field : {static_cast<QWidget*>(&check), static_cast<QWidget*>(&option), static_cast<QWidget*>(&line),
-                           static_cast<QWidget*>(&number), static_cast<QWidget*>(&list)}) {
+                           static_cast<QWidget*>(&number), static_cast<QWidget*>(&list),
+                           static_cast<QWidget*>(&entries), static_cast<QWidget*>(&menu)}) {
         field->setStyle(&style);
         EXPECT_GE(contrast_of_the_edge(*field, dark_palette()), 3.0) << field->metaObject()->className();
     }
