@@ -83,8 +83,9 @@ void set_tables(QTextDocument& document, const QColor& line) {
     }
 }
 
-/// Links in a colour of the theme, and pictures no wider than the page, in their own shape.
-void set_pieces(QTextDocument& document, const QColor& link) {
+/// Links in a colour of the theme, and pictures no wider than the page, in their own shape. A page does not smooth what
+/// it scales: a picture is made in its size for the pixels of the screen, `ratio` to one of the page.
+void set_pieces(QTextDocument& document, const QColor& link, qreal ratio) {
     constexpr int widest = 604;
     struct Change {
         int from, to;
@@ -96,8 +97,14 @@ void set_pieces(QTextDocument& document, const QColor& link) {
         const int end = piece.position() + piece.length();
         QTextCharFormat format = piece.charFormat();
         if (QTextImageFormat picture = format.toImageFormat(); picture.isValid()) {
-            const QSize size = QImage(picture_folder() + picture.name()).size();
+            const QImage image(picture_folder() + picture.name());
+            const QSize size = image.size();
             if (size.width() <= widest) return;
+            QImage smaller = image.convertToFormat(QImage::Format_RGB32)
+                                 .scaledToWidth(qRound(widest * ratio), Qt::SmoothTransformation);
+            smaller.setDevicePixelRatio(ratio);
+            document.addResource(QTextDocument::ImageResource, document.baseUrl().resolved(QUrl(picture.name())),
+                                 smaller);
             picture.setWidth(widest);
             picture.setHeight(widest * size.height() / size.width());
             changes.push_back({piece.position(), end, picture});
@@ -220,7 +227,7 @@ void HelpWindow::show_row(int row) {
     document->setDocumentMargin(20);
     document->setBaseUrl(QUrl(QStringLiteral("qrc") + picture_folder()));
     document->setMarkdown(page_source(pages[static_cast<std::size_t>(row)]));
-    set_pieces(*document, link_colour(is_dark(palette()), false));
+    set_pieces(*document, link_colour(is_dark(palette()), false), devicePixelRatioF());
     set_tables(*document, panel_line(palette()));
     page_.setDocument(document);
     page_.moveCursor(QTextCursor::Start);
