@@ -106,7 +106,7 @@ void set_pieces(QTextDocument& document, const QColor& link, qreal ratio) {
             document.addResource(QTextDocument::ImageResource, document.baseUrl().resolved(QUrl(picture.name())),
                                  smaller);
             picture.setWidth(widest);
-            picture.setHeight(widest * size.height() / size.width());
+            picture.setHeight(1.0 * widest * size.height() / size.width());
             changes.push_back({piece.position(), end, picture});
         } else if (format.isAnchor()) {
             format.setForeground(link);
