@@ -6,8 +6,11 @@
 #include <climits>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
+#include <optional>
 #include <system_error>
+#include <type_traits>
 #include <utility>
 
 #include "engine/core/run_time_error.h"
@@ -53,8 +56,36 @@ std::string laid_out(std::string_view scientific) {
     return text.append(digits.substr(0, whole)).append(1, '.').append(digits.substr(whole));
 }
 
+// Nearly every reading is a decimal of few digits and at most three places, and dividing integers writes that far
+// faster than the conversion of any number. A decimal that a Number surely tells from all others (15 digits for a
+// double, 6 for a single) and that rounds to this very number is its shortest text.
+template <class Number>
+bool short_text(Number value, std::string& text) {
+    constexpr Number kPlaces = 1000;
+    constexpr Number kMost = std::is_same_v<Number, float> ? 999'999.0F : 999'999'999'999'999.0;
+    const Number thousandths = std::nearbyint(value * kPlaces);
+    if (!(std::abs(thousandths) <= kMost) || thousandths / kPlaces != value) return false;
+
+    auto left = static_cast<std::uint64_t>(std::abs(thousandths));
+    std::array<char, 20> digits{};
+    char* const end = digits.data() + digits.size();
+    char* begin = end;
+    int places = 3;
+    while (places > 0 && left % 10 == 0) left /= 10, --places;
+    if (places > 0) {
+        for (; places > 0; --places, left /= 10) *--begin = static_cast<char>('0' + left % 10);
+        *--begin = '.';
+    }
+    do *--begin = static_cast<char>('0' + left % 10);
+    while ((left /= 10) > 0);
+    if (thousandths < 0) *--begin = '-';
+    text.assign(begin, end);
+    return true;
+}
+
 template <class Number, class... Precision>
 std::string number_text(Number value, Precision... precision) {
+    if (std::string text; short_text(value, text)) return text;
     if (!std::isfinite(value)) throw RunTimeError{ErrorNumber::overflow};
     std::array<char, 32> text{};
     const auto end =
@@ -105,6 +136,38 @@ bool take_number(std::string_view& rest, std::string& taken) {
     return any;
 }
 
+// The number at the front of a text; 0 when there is none or it is beyond a double.
+double any_number(std::string_view text) {
+    std::string number;
+    double value = 0;
+    if (!take_number(text, number)) return 0;
+    return std::from_chars(number.data(), number.data() + number.size(), value).ec == std::errc{} ? value : 0;
+}
+
+// The same for a number of up to 15 digits without an exponent; nothing for any other. Both parts of the quotient are
+// exact in doubles then, so that it is the double nearest to the decimal.
+std::optional<double> short_number(std::string_view text) {
+    constexpr int kMost = 15;
+    std::int64_t digits = 0;
+    double divisor = 1;
+    int count = 0;
+    bool behind_point = false;
+    for (const char c : text) {
+        if (c == '.' && !behind_point) {
+            behind_point = true;
+        } else if (is_digit(c)) {
+            if (++count > kMost) return std::nullopt;
+            digits = digits * 10 + (c - '0');
+            if (behind_point) divisor *= 10;
+        } else if (is_exponent_mark(c)) {
+            return std::nullopt;
+        } else {
+            break;
+        }
+    }
+    return static_cast<double>(digits) / divisor;
+}
+
 void skip_blanks(std::string_view& rest) {
     rest.remove_prefix(std::min(rest.find_first_not_of(" \t"), rest.size()));
 }
@@ -139,10 +202,8 @@ double Val(std::string_view text) {
         text.remove_prefix(1);
         skip_blanks(text);
     }
-    std::string number;
-    if (!take_number(text, number)) return 0;
-    double value = 0;
-    if (std::from_chars(number.data(), number.data() + number.size(), value).ec != std::errc{}) return 0;
+    const std::optional<double> known = short_number(text);
+    const double value = known ? *known : any_number(text);
     return negative ? -value : value;
 }
 

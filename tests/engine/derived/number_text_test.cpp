@@ -65,6 +65,11 @@ TEST(NumberText, OfADoubleIsPlain) {
         {"digits beyond the fifteenth become noughts", 123456789012345678.0, "123456789012346000"},
         {"below nought", -1234.5, "-1234.5"},
         {"one tenth", 0.1, "0.1"},
+        {"a thousandth", 0.001, "0.001"},
+        {"five of them below nought", -0.005, "-0.005"},
+        {"four places", 1.0625, "1.0625"},
+        {"fifteen digits, three of them behind the point", 123456789012.345, "123456789012.345"},
+        {"and with one digit more", 1234567890123.456, "1234567890123.46"},
         {"a tenth of a great number", 66666.66666666666, "66666.6666666667"},
     };
     for (const Case& c : cases) {
@@ -118,6 +123,9 @@ TEST(Val, ReadsTheNumberThatATextBeginsWith) {
     const std::vector<Case> cases{
         {"blanks before the sign and between sign and digits are skipped", "  - 12.3", -12.3},
         {"tabs too", "\t-\t12.3", -12.3},
+        {"fifteen digits", "123456789012.345", 123456789012.345},
+        {"more digits", "12345678901234567890", 12345678901234567890.0},
+        {"more noughts", "0.00000000000000000001", 1e-20},
         {"an exponent", "1E2", 100},
         {"an exponent of either letter and case", "1d2", 100},
         {"an exponent with a sign", "25e-1", 2.5},
