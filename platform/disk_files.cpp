@@ -69,13 +69,26 @@ bool taken(const std::string& path) {
     return ::lstat(path.c_str(), &facts) == 0;
 }
 
-/// Opens an ordinary file. Looking first keeps an open from waiting for the other end of a pipe.
-FileResult open_file(const std::string& path, int flags, Descriptor& file, mode_t mode = 0666) {
-    const FileResult seen = look_at(path);
-    const bool may_be_missing = (flags & O_CREAT) != 0 && seen == FileResult::not_found;
-    if (seen != FileResult::ok && !may_be_missing) return seen;
-    file = Descriptor(::open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY, mode));
-    return file ? FileResult::ok : result_of(errno);
+/// Opens an ordinary file and tells its facts. An open that does not wait for the other end of a pipe needs no look
+/// before it.
+FileResult open_file(const std::string& path, int flags, Descriptor& file, struct stat& facts) {
+    const auto open = [&](int more) {
+        return Descriptor(::open(path.c_str(), flags | more | O_CLOEXEC | O_NOCTTY, mode_t{0666}));
+    };
+    file = open(O_NONBLOCK);
+    if (!file) {
+        int error = errno;
+        const FileResult seen = look_at(path);
+        if (seen == FileResult::not_a_file) return seen;
+        // Another program's lease: the kernel has it given back, which only a waiting open waits for.
+        if (error == EWOULDBLOCK && seen == FileResult::ok) {
+            file = open(0);
+            error = errno;
+        }
+        if (!file) return result_of(error);
+    }
+    if (::fstat(file.number(), &facts) != 0) return result_of(errno);
+    return S_ISREG(facts.st_mode) ? FileResult::ok : FileResult::not_a_file;
 }
 
 /// One write as a rule; a disk that takes a part is asked for the rest, and then says why not.
@@ -147,14 +160,12 @@ std::string DiskFiles::path(const std::string& name) const {
 FileResult DiskFiles::read(const std::string& name, std::string& bytes, std::size_t limit) const {
     bytes.clear();
     Descriptor file;
-    if (const auto result = open_file(path(name), O_RDONLY, file); result != FileResult::ok) return result;
+    struct stat facts {};
+    if (const auto result = open_file(path(name), O_RDONLY, file, facts); result != FileResult::ok) return result;
 
     // The length that the system states saves growing, but only the end of the file ends the reading.
     constexpr std::size_t kPiece = std::size_t{64} * 1024;
-    struct stat facts {};
-    if (::fstat(file.number(), &facts) == 0) {
-        bytes.reserve(std::min(limit, static_cast<std::size_t>(facts.st_size)) + 1);
-    }
+    bytes.reserve(std::min(limit, static_cast<std::size_t>(facts.st_size)) + 1);
     while (bytes.size() < limit) {
         const std::size_t held = bytes.size();
         const std::size_t room = std::min(limit - held, std::max(bytes.capacity() - held, kPiece));
@@ -173,11 +184,9 @@ FileResult DiskFiles::read(const std::string& name, std::string& bytes, std::siz
 
 FileResult DiskFiles::append(const std::string& name, std::string_view bytes) {
     Descriptor file;
-    if (const auto result = open_file(path(name), O_WRONLY | O_APPEND | O_CREAT, file); result != FileResult::ok) {
-        return result;
-    }
     struct stat before {};
-    if (::fstat(file.number(), &before) != 0) return result_of(errno);
+    const FileResult opened = open_file(path(name), O_WRONLY | O_APPEND | O_CREAT, file, before);
+    if (opened != FileResult::ok) return opened;
 
     FileResult result = write_all(file, bytes);
     if (result != FileResult::ok && ::ftruncate(file.number(), before.st_size) != 0) return FileResult::failed;
@@ -187,14 +196,14 @@ FileResult DiskFiles::append(const std::string& name, std::string_view bytes) {
 
 FileResult DiskFiles::rewrite(const std::string& name, std::string_view bytes) {
     Descriptor file;
-    if (const auto result = open_file(path(name), O_WRONLY | O_CREAT, file); result != FileResult::ok) return result;
-
     struct stat old {};
-    if (::fstat(file.number(), &old) != 0) return result_of(errno);
+    const FileResult opened = open_file(path(name), O_WRONLY | O_CREAT, file, old);
+    if (opened != FileResult::ok) return opened;
 
-    // A file that is saved every few minutes mostly keeps its length, and then its room is there already.
+    // A file that is saved every few minutes mostly has the room for its new length already.
+    constexpr off_t kBlock = 512;
     const auto length = static_cast<off_t>(bytes.size());
-    if (length > old.st_size && ::fallocate(file.number(), FALLOC_FL_KEEP_SIZE, 0, length) != 0) {
+    if (length > old.st_blocks * kBlock && ::fallocate(file.number(), FALLOC_FL_KEEP_SIZE, 0, length) != 0) {
         const FileResult room = result_of(errno);
         if (room == FileResult::disk_full) return room;
     }
@@ -268,7 +277,8 @@ FileResult DiskFiles::remove(const std::string& name) {
 FileResult DiskFiles::sync(const std::string& name) {
     const std::string whole = path(name);
     Descriptor file;
-    if (const auto result = open_file(whole, O_RDONLY, file); result != FileResult::ok) return result;
+    struct stat facts {};
+    if (const auto result = open_file(whole, O_RDONLY, file, facts); result != FileResult::ok) return result;
     if (::fsync(file.number()) != 0) return result_of(errno);
     sync_folder(folder_of(whole));
     return FileResult::ok;
@@ -279,14 +289,11 @@ bool DiskFiles::exists(const std::string& name) const {
 }
 
 bool DiskFiles::in_use(const std::string& name) const {
-    const std::string whole = path(name);
-    if (look_at(whole) != FileResult::ok) return false;
-    // Without O_NONBLOCK this open would itself wait for somebody else's lease.
-    const Descriptor file(::open(whole.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+    // Without O_NONBLOCK this open would itself wait for somebody else's lease, or for the other end of a pipe.
+    const Descriptor file(::open(path(name).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
     if (!file) return errno == EWOULDBLOCK;
-    if (::fcntl(file.number(), F_SETLEASE, F_WRLCK) != 0) return errno == EAGAIN;
-    ::fcntl(file.number(), F_SETLEASE, F_UNLCK);
-    return false;
+    // Only an ordinary file has leases. Closing it gives this one back.
+    return ::fcntl(file.number(), F_SETLEASE, F_WRLCK) != 0 && errno == EAGAIN;
 }
 
 std::vector<std::string> DiskFiles::entries() const {

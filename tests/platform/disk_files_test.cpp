@@ -91,18 +91,29 @@ TEST_F(DiskFilesTest, ARewriteWhoseRoomCannotBeReservedIsWrittenAllTheSame) {
     folder.put("a", "old text");
     SystemCalls calls;
     calls.fallocate_error = EOPNOTSUPP;
-    EXPECT_EQ(files.rewrite("a", "a new text of twenty-eight.."), FileResult::ok);
-    EXPECT_EQ(folder.contents("a"), "a new text of twenty-eight..");
+    const std::string longer_than_a_block(100'000, 'n');
+    EXPECT_EQ(files.rewrite("a", longer_than_a_block), FileResult::ok);
+    EXPECT_EQ(folder.contents("a"), longer_than_a_block);
 }
 
 TEST_F(DiskFilesTest, ARewriteForWhichThereIsNoRoomChangesNothing) {
     folder.put("a", "old text");
+    const std::string longer_than_a_block(100'000, 'n');
     SystemCalls calls;
     for (const int error : {ENOSPC, EDQUOT}) {
         calls.fallocate_error = error;
-        EXPECT_EQ(files.rewrite("a", "a new text of twenty-eight.."), FileResult::disk_full);
+        EXPECT_EQ(files.rewrite("a", longer_than_a_block), FileResult::disk_full);
         EXPECT_EQ(folder.contents("a"), "old text");
     }
+}
+
+TEST_F(DiskFilesTest, ARewriteWithinTheRoomThatTheFileHasAsksForNone) {
+    folder.put("a", std::string(4000, 'o'));
+    EXPECT_EQ(files.rewrite("a", "short"), FileResult::ok);
+    SystemCalls calls;
+    calls.fallocate_error = ENOSPC;
+    EXPECT_EQ(files.rewrite("a", "a bit longer"), FileResult::ok);
+    EXPECT_EQ(folder.contents("a"), "a bit longer");
 }
 
 TEST_F(DiskFilesTest, AReaderOfAReplacedFileSeesTheOldContents) {

@@ -10,7 +10,9 @@
 #include <csignal>
 #include <ctime>
 #include <filesystem>
+#include <future>
 #include <string>
+#include <thread>
 
 #include "platform/descriptor.h"
 #include "tests/platform/disk_folder.h"
@@ -107,6 +109,23 @@ TEST_F(DiskLimitsTest, LookingWhetherAFileIsInUseLeavesNoLeaseBehind) {
     ASSERT_FALSE(files.in_use("a"));
     const Descriptor other(::open(folder.path("a").c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC));
     EXPECT_TRUE(other) << "with a lease on it this open would be refused";
+}
+
+// Somebody who holds a lease on the file is asked by the kernel to give it back; only in_use() goes on without it.
+TEST_F(DiskLimitsTest, AWriteWaitsForTheLeaseOfAnother) {
+    folder.put("a", "x");
+    std::promise<void> leased;
+    std::thread other([&] {
+        const Descriptor holder(::open(folder.path("a").c_str(), O_RDONLY | O_CLOEXEC));
+        const bool held = ::fcntl(holder.number(), F_SETLEASE, F_WRLCK) == 0;
+        leased.set_value();
+        // It no longer counts as held from the moment on that somebody's open asks for it.
+        while (held && ::fcntl(holder.number(), F_GETLEASE) == F_WRLCK) std::this_thread::yield();
+    });
+    leased.get_future().wait();
+    EXPECT_EQ(files.rewrite("a", "y"), FileResult::ok);
+    other.join();
+    EXPECT_EQ(folder.contents("a"), "y");
 }
 
 TEST_F(DiskLimitsTest, AFileOfAnotherOwnerCountsAsFree) {
