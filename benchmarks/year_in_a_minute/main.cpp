@@ -2,25 +2,21 @@
 // of its records written to a folder of the disk. The weather log runs, graphs and pages do not. Aim: under 60 s on one
 // core.
 //
-//     year_in_a_minute [FOLDER]        without a folder one is made under /tmp and taken away again
+//     year_in_a_minute [DAYS [FOLDER]]     365 days; without a folder one is made under /tmp and taken away again
 
 #include <algorithm>
 #include <chrono>
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <numbers>
-#include <random>
 #include <string>
 
 #include "engine/core/engine.h"
-#include "engine/derived/dates.h"
-#include "engine/station/train_writer.h"
 #include "platform/disk_files.h"
+#include "tests/world/generated_weather.h"
 #include "tests/world/recording_ports.h"
 #include "tests/world/scripted_line.h"
 #include "tests/world/scripted_streams.h"
@@ -33,42 +29,11 @@ namespace {
 
 using namespace std::chrono_literals;
 constexpr auto between_trains = 10s;
-constexpr int trains_a_year = 365 * 24 * 360;
-
-/// Weather with a season, a day, gusts and showers.
-class Weather {
-public:
-    StationReadings at(CivilTime time) {
-        const double day = std::chrono::duration<double, std::ratio<86400>>(time.time_since_epoch()).count();
-        const double season = -std::cos(2 * std::numbers::pi * day / 365);
-        const double sun = -std::cos(2 * std::numbers::pi * (day - 0.1));
-        const double noise = random_() * 2 - 1;
-        StationReadings readings;
-        readings.clock = station_moment(time);
-        readings.temperature.outdoor = 10 + 9 * season + 5 * sun + 0.3 * noise;
-        readings.temperature.indoor = 20 + sun;
-        readings.humidity.outdoor = static_cast<int>(70 - 20 * sun + 5 * noise);
-        readings.barometer.hpa = static_cast<int>(1013 + 15 * std::sin(day / 3) + noise);
-        readings.wind.average_ms = std::abs(4 * std::sin(day / 2)) + 0.5;
-        readings.wind.gust_ms = readings.wind.average_ms + 5 * std::abs(noise);
-        readings.wind.gust_direction = static_cast<int>(359 * random_());
-        const bool shower = std::sin(day * 5) > 0.95;
-        readings.rain.rate_mm = shower ? static_cast<int>(1 + 9 * random_()) : 0;
-        if (shower && random_() < 0.005) ++counter_;
-        readings.rain.total_mm = counter_;
-        return readings;
-    }
-
-private:
-    double random_() { return even_(generator_); }
-    std::mt19937 generator_{1};
-    std::uniform_real_distribution<double> even_{0, 1};
-    int counter_ = 0;
-};
+constexpr int trains_a_day = 24 * 360;
 
 /// A copy on a real folder, in virtual time.
 struct Year {
-    explicit Year(const std::string& folder) : files(folder) {
+    Year(int days, const std::string& folder) : trains(days * trains_a_day), files(folder) {
         pauses.set_wake_source([this] { return engine.wake_at(); }, [this] { engine.wake(); });
     }
     ~Year() { pauses.end_all(); }
@@ -78,7 +43,7 @@ struct Year {
     void live() {
         pauses.start([this] { engine.start({}); });
         pauses.after(2s, [this] { deliver(0); });
-        pauses.pause(2s + trains_a_year * between_trains);
+        pauses.pause(2s + trains * between_trains);
         pauses.start([this] { engine.menu_exit(); });
         pauses.pause(1s);
     }
@@ -88,11 +53,12 @@ struct Year {
     void deliver(int nth) {
         line.arrive(write_train(weather.at(start + nth * between_trains)));
         notices.balloons.clear();
-        if (nth + 1 < trains_a_year) pauses.after(between_trains, [this, nth] { deliver(nth + 1); });
+        if (nth + 1 < trains) pauses.after(between_trains, [this, nth] { deliver(nth + 1); });
         engine.line_readable();
     }
 
-    Weather weather;
+    const int trains;
+    GeneratedWeather weather{1};
     const CivilTime start = *civil_time({2027, 1, 1, 0, 0, 2});
     VirtualClock clock{start - 2s};
     VirtualPauses pauses{clock};
@@ -112,7 +78,7 @@ std::size_t lines_of(const std::filesystem::path& file) {
     return static_cast<std::size_t>(std::count(std::istreambuf_iterator<char>(text), {}, '\n'));
 }
 
-void report(const std::filesystem::path& folder, double seconds, double of_the_processor) {
+void report(const std::filesystem::path& folder, int trains, double seconds, double of_the_processor) {
     std::size_t files = 0, rows = 0, log_lines = 0;
     std::uintmax_t bytes = 0;
     for (const auto& entry : std::filesystem::directory_iterator(folder)) {
@@ -124,19 +90,19 @@ void report(const std::filesystem::path& folder, double seconds, double of_the_p
             rows += lines_of(entry.path()) - almanac_head;
         if (name.ends_with(".csv") && name.starts_with("log")) log_lines += lines_of(entry.path()) - log_head;
     }
-    std::printf("%d trains in %.1f s (%.1f s of the processor): %.0f a second\n", trains_a_year, seconds,
-                of_the_processor, trains_a_year / of_the_processor);
+    std::printf("%d trains in %.1f s (%.1f s of the processor): %.0f a second\n", trains, seconds, of_the_processor,
+                trains / of_the_processor);
     std::printf("%zu files, %ju bytes; %zu almanac rows and %zu log lines in the archives\n", files, bytes, rows,
                 log_lines);
 }
 
-int run(const std::filesystem::path& folder) {
+int run(int days, const std::filesystem::path& folder) {
     std::ofstream(folder / "Nimbry.ini", std::ios::binary)
         << "[Main]\r\nHasRun=True\r\ntmidnight=True\r\ntnineam=False\r\nfwrtlog=True\r\nLogMin=15\r\nDrwGrafs=True\r\n";
     const auto before = std::chrono::steady_clock::now();
-    Year year(folder.string());
+    Year year(days, folder.string());
     year.live();
-    report(folder, std::chrono::duration<double>(std::chrono::steady_clock::now() - before).count(),
+    report(folder, year.trains, std::chrono::duration<double>(std::chrono::steady_clock::now() - before).count(),
            static_cast<double>(std::clock()) / CLOCKS_PER_SEC);
     return year.engine.exit_status();
 }
@@ -145,13 +111,14 @@ int run(const std::filesystem::path& folder) {
 }  // namespace nimbry::test
 
 int main(int argc, char** argv) {
-    if (argc > 1) {
-        std::filesystem::create_directories(argv[1]);
-        return nimbry::test::run(argv[1]);
+    const int days = argc > 1 ? std::atoi(argv[1]) : 365;
+    if (argc > 2) {
+        std::filesystem::create_directories(argv[2]);
+        return nimbry::test::run(days, argv[2]);
     }
     std::string name = "/tmp/nimbry-year-XXXXXX";
     if (mkdtemp(name.data()) == nullptr) return 1;
-    const int status = nimbry::test::run(name);
+    const int status = nimbry::test::run(days, name);
     std::filesystem::remove_all(name);
     return status;
 }
