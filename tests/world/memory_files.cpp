@@ -83,6 +83,7 @@ FileResult MemoryFiles::replace(const std::string& name, std::string_view bytes,
     if (result != FileResult::ok) return result;
     set(name, bytes);
     if (private_to_owner) files_[name].private_to_owner = true;
+    durable_[name] = files_[name];
     return result;
 }
 

@@ -201,13 +201,13 @@ TEST(MemoryFilesPowerCut, KeepsWhatWasSyncedAndNoMore) {
          },
          {"a"},
          "1"},
-        {"a replaced file has its old contents",
+        {"a replaced file has its new contents",
          [](MemoryFiles& f) {
              f.put("a", "old");
              f.replace("a", "new");
          },
          {"a"},
-         "old"},
+         "new"},
         {"a rename without sync has not happened",
          [](MemoryFiles& f) {
              f.put("b", "1");
