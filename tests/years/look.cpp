@@ -1,0 +1,195 @@
+// What must hold at the end of each day.
+
+#include <malloc.h>
+
+#include <algorithm>
+#include <array>
+
+#include "engine/derived/dates.h"
+#include "tests/years/years.h"
+
+namespace nimbry::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+bool is_row(const std::string& line) {
+    return !line.empty() && line.front() >= '0' && line.front() <= '9';
+}
+
+/// "alOct26.csv" and "logOct26.csv", not the copies of the viewers.
+bool is_archive(const std::string& name) {
+    return name.ends_with(".csv") && (name.starts_with("al") || name.starts_with("log")) &&
+           name.find("temp") == std::string::npos;
+}
+
+}  // namespace
+
+void Years::complain(const std::string& what) {
+    complaints_.push_back(stamp_text(now()) + " " + what);
+}
+
+void Years::look() {
+    wait_until_idle();
+    look_at_archives();
+    look_at_rows();
+    look_at_copy();
+    look_at_files();
+    look_at_heap();
+    ++days_;
+}
+
+bool Years::idle() {
+    const WeatherState& s = world_->state();
+    const std::array flags{&s.graphs.GrafBusy,       &s.publish.uloadftpbusy, &s.publish.emailbusy,
+                           &s.publish.wubusy,        &s.comm.changebusy,      &s.comm.dworkingb,
+                           &s.reports.htmlGenBusy,   &s.reports.mailGenBusy,  &s.reports.genuibusy,
+                           &s.reports.LocalSaveBusy, &s.run.savingrafs,       &s.run.tdaysaving,
+                           &s.network.HandlingIPData};
+    return s.run.waits.empty() &&
+           std::none_of(flags.begin(), flags.end(), [](const BusyFlag* f) { return f->is_set(); });
+}
+
+void Years::wait_until_idle() {
+    for (int second = 0; second < 300; ++second) {
+        if (idle()) return;
+        world_->run_for(1s);
+    }
+    complain("a busy flag stands, or something is waited for");
+}
+
+std::vector<std::string> Years::rows() const {
+    std::vector<std::string> found;
+    for (const std::string& line : world_->lines("nbextreme.log"))
+        if (is_row(line)) found.push_back(line);
+    return found;
+}
+
+// The changeover cannot be counted on where something stood in its way, from the last save before it to the minute in
+// which it is caught up.
+bool Years::disturbed() const {
+    return sound_deciders_ == 0 || std::any_of(spans_.begin(), spans_.end(), [&](const Span& span) {
+               return span.from <= change_ + 2min && span.to >= change_ - 15min;
+           });
+}
+
+// One row a day. Near a stop, a full disk or a silence the day may go without, or be closed again after the start.
+void Years::look_at_rows() {
+    const std::vector<std::string> live = rows();
+    std::size_t all = live.size();
+    std::string last = live.empty() ? "" : live.back();
+    for (const auto& [name, bytes] : archives_) {
+        if (!name.starts_with("al")) continue;
+        std::size_t begin = 0;
+        while (begin < bytes.size()) {
+            const std::size_t end = std::min(bytes.find("\r\n", begin), bytes.size());
+            const std::string line = bytes.substr(begin, end - begin);
+            if (is_row(line)) {
+                ++all;
+                if (live.empty()) last = line;
+            }
+            begin = end + 2;
+        }
+    }
+    const std::size_t more = all - rows_before_;
+    const bool first = days_ == 0;
+    rows_before_ = all;
+    if (first) return;
+    if (disturbed()) {
+        ++tally_["disturbed days with " + std::to_string(more) + " rows"];
+        return;
+    }
+    ++tally_["days of one row"];
+    if (more != 1) complain(std::to_string(more) + " rows for an undisturbed day");
+    if (std::count(last.begin(), last.end(), ',') != 33) complain("a row of another shape: " + last);
+}
+
+// What is archived stays as it is, and each month's log is there once the month is over.
+void Years::look_at_archives() {
+    for (const std::string& name : world_->files.names()) {
+        if (!is_archive(name)) continue;
+        const std::string bytes = world_->files.contents(name);
+        const auto [known, is_new] = archives_.try_emplace(name, bytes);
+        if (is_new) ++tally_["archives"];
+        if (known->second != bytes) complain("the archive " + name + " has changed");
+    }
+    for (const auto& [name, bytes] : archives_)
+        if (!world_->files.exists(name)) complain("the archive " + name + " is gone");
+    if (days_ > 1 && parts_of(now()).day == 1) {
+        const DateParts month = parts_of(now() - 24h);
+        const std::string tail = month_name(month.month) + std::to_string(month.year % 100) + ".csv";
+        if (!archives_.contains("log" + tail)) complain("there is no archive log" + tail);
+        if (!disturbed() && end_ == DayEndHour::midnight && !archives_.contains("al" + tail))
+            complain("there is no archive al" + tail);
+    }
+}
+
+void Years::look_at_copy() {
+    const WeatherState& state = world_->state();
+    if (state.run.HaveError) complain("an error stands");
+    if (state.run.DuplicateError) complain("a record routine has gone on after an error");
+    if (!state.run.fullystarted) complain("the copy has not started fully");
+    for (const TimerId timer :
+         {TimerId::TimComFail, TimerId::TimerFTP, TimerId::TimUI, TimerId::timWU, TimerId::TimLog})
+        if (!world_->copy().timers.running(timer))
+            complain("the timer " + std::string(Timers::name(timer)) + " is lost");
+    const ScriptedTransfers& servers = world_->transfers;
+    if (servers.ftp.sent.empty() || servers.ftp.sent.back().at < world_->clock.monotonic() - 25min)
+        complain("nothing is uploaded");
+    if (servers.mails.empty()) complain("no mail has gone");
+    if (servers.asked.empty() || servers.asked.back().at < world_->clock.monotonic() - 25min)
+        complain("the weather services are not told");
+}
+
+void Years::look_at_files() {
+    struct Kept {
+        const char* name;
+        std::chrono::minutes at_most;
+    };
+    for (const Kept& file : {Kept{"nimbry.dat", 32min}, Kept{"nimbrTDay.log", 40min}, Kept{"NimbData.txt", 4min},
+                             Kept{"NimbData.csv", 4min}, Kept{"nimbryUI.txt", 4min}, Kept{"APRS.txt", 4min},
+                             Kept{"nbyxauto.html", 25min}, Kept{"wxtext.txt", 4min}}) {
+        const auto written = world_->files.modified(file.name);
+        if (!written || *written < now() - file.at_most) complain(std::string(file.name) + " is not kept");
+    }
+    const std::size_t lines = world_->lines("nimbrTDay.log").size();
+    if (lines != 33) complain("nimbrTDay.log has " + std::to_string(lines) + " lines");
+}
+
+// Away with what the world has recorded of the day; what is left is the copy's.
+void Years::look_at_heap() {
+    World& world = *world_;
+    world.journal.clear();
+    world.files.forget_calls();
+    world.notices.balloons = {};
+    world.notices.boxes = {};
+    world.notices.windows = {};
+    world.notices.lines = {};
+    world.sounds.played = {};
+    world.desktop.batches = {};
+    world.datasock.sent = {};
+    world.datasock.binds = {};
+    world.streams.connects = {};
+    world.streams.listens = {};
+    world.transfers.ftp.sent = {};
+    world.transfers.ftp.logins = {};
+    world.transfers.mails = {};
+    world.transfers.asked = {};
+    world.transfers.reachability_asked = {};
+    std::size_t files = 0;
+    for (const std::string& name : world.files.names()) files += world.files.contents(name).size();
+    for (const auto& [name, bytes] : archives_) files += bytes.size();
+    const std::size_t used = mallinfo2().uordblks;
+    constexpr std::size_t copies_of_the_disk = 2, spare = std::size_t{2} << 20;
+    heap_ = used - std::min(used, files * copies_of_the_disk);
+    // In ten days each kind of thing that is kept for a day has been full once.
+    constexpr int first_days = 10;
+    if (days_ < first_days) {
+        heap_of_first_days_ = std::max(heap_of_first_days_, heap_);
+    } else if (heap_ > heap_of_first_days_ + spare) {
+        complain("the heap has grown from " + std::to_string(heap_of_first_days_) + " to " + std::to_string(heap_) +
+                 " bytes");
+    }
+}
+
+}  // namespace nimbry::test
