@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <csignal>
-#include <filesystem>
 
 #include "engine/derived/dates.h"
 #include "engine/records/day_files.h"
@@ -118,16 +117,6 @@ TEST_F(RecordsTest, AKillAroundAChangeoverLeavesWholeFilesAndAClosedDay) {
         EXPECT_TRUE(rows.size() == 1 || (rows.empty() && stamp.ends_with("09:00:05"))) << rows.size() << " " << stamp;
         EXPECT_TRUE(copy.runs());
     }
-}
-
-// The library that shifts a program's clock; the test is passed over where it is not installed.
-std::string clock_shifter() {
-    for (const auto& folder : std::filesystem::directory_iterator("/usr/lib")) {
-        const auto library = folder.path() / "faketime" / "libfaketimeMT.so.1";
-        std::error_code none;
-        if (std::filesystem::exists(library, none)) return library.string();
-    }
-    return {};
 }
 
 // Computer and station pass midnight together at the end of a month, in real time.

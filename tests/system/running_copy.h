@@ -64,6 +64,13 @@ private:
 /// want to see and never for a time.
 bool eventually(const std::function<bool()>& condition);
 
+/// The library that shifts a program's clock; empty where it is not installed.
+std::string clock_shifter();
+
+/// A loopback address of this test run's: all copies of one machine share its ports, so each has an address of its own,
+/// and other runs have others. `n` tells the copies of a run apart, 1 to 254.
+std::string own_address(int n);
+
 /// nimbryd in a folder of its own.
 class RunningCopy : public Process {
 public:

@@ -143,12 +143,6 @@ protected:
     StationLine station;
 };
 
-// All copies of one machine share its ports, so each has an address of its own; other runs of this test have others.
-std::string own_address(int n) {
-    const int id = static_cast<int>(getpid());
-    return "127." + std::to_string(1 + id / 250 % 200) + "." + std::to_string(id % 250) + "." + std::to_string(n);
-}
-
 TEST_F(SeveralCopies, AClientStartsWhereItsServerStandsAndShowsWhatItShows) {
     Member server("bcastnet=True\r\nfTempC=False\r\nfTempF=True\r\nnumofentries=1\r\niplist(1)=" + own_address(2) +
                       "\r\nLocalIP=" + own_address(1) + "\r\n",

@@ -1,0 +1,177 @@
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <memory>
+#include <random>
+#include <string>
+
+#include "tests/system/running_copy.h"
+#include "tests/system/station_line.h"
+
+namespace nimbry::system_test {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// How long it goes on: NIMBRY_SOAK_SECONDS, else about two minutes.
+std::chrono::seconds soak_time() {
+    const char* asked = std::getenv("NIMBRY_SOAK_SECONDS");
+    return std::chrono::seconds{asked == nullptr ? 120 : std::atoi(asked)};
+}
+
+/// The resident memory of a process, in pages.
+long resident_pages(const Process& process) {
+    std::ifstream facts("/proc/" + std::to_string(process.id()) + "/statm");
+    long all = 0, resident = 0;
+    facts >> all >> resident;
+    return resident;
+}
+
+/// A server on a station's line, and a client that listens to it. The computer's clock is the test's to set.
+class Soak : public testing::Test {
+protected:
+    Soak() {
+        server_folder_.put("Nimbry.ini",
+                           "[Main]\r\nHasRun=True\r\nfwrtlog=True\r\nLogMin=1\r\nbcastnet=True\r\n"
+                           "numofentries=1\r\niplist(1)=" +
+                               own_address(8) + "\r\nLocalIP=" + own_address(7) + "\r\n");
+        client_folder_.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\nfromnet=True\r\nLocalIP=" + own_address(8) + "\r\n");
+        shift_clock("+0");
+        const std::string shifter = clock_shifter();
+        if (!shifter.empty()) {
+            setting_.environment = {{"LD_PRELOAD", shifter},
+                                    {"FAKETIME_TIMESTAMP_FILE", clock_.path("shift")},
+                                    {"FAKETIME_CACHE_DURATION", "1"},
+                                    {"DONT_FAKE_MONOTONIC", "1"}};
+        }
+    }
+
+    void start_server() { server = std::make_unique<RunningCopy>(server_folder_, station.device(), setting_); }
+    void start_client() { client = std::make_unique<RunningCopy>(client_folder_, "/dev/null", setting_); }
+
+    /// Both take a train of the station, once they have found their way into its stream again.
+    [[nodiscard]] bool trains_flow() {
+        const int server_had = server->frames("trains"), client_had = client->frames("trains");
+        return eventually([&] {
+            station.send_paced(train_of_now());
+            usleep(150'000);
+            return server->frames("trains") > server_had && client->frames("trains") > client_had;
+        });
+    }
+
+    /// The computer's clock stands so much beside the true one from now on: "+3h", "-90m".
+    void shift_clock(const std::string& by) const { clock_.put("shift", by + "\n"); }
+
+    void make_noise() {
+        Bytes noise(500);
+        for (int burst = 0; burst < 40; ++burst) {
+            for (std::uint8_t& byte : noise) byte = static_cast<std::uint8_t>(random_());
+            station.send(noise);
+            usleep(5'000);
+        }
+    }
+
+    void pull_the_adapter() {
+        station.unplug();
+        EXPECT_TRUE(eventually([&] { return !server->status()["serial"].toObject()["open"].toBool(true); }));
+        station.plug_in();
+        EXPECT_TRUE(server->listens());
+    }
+
+    void jump(const std::string& by) {
+        shift_clock(by);
+        EXPECT_TRUE(trains_flow());
+    }
+
+    void hold(const RunningCopy& copy) {
+        copy.signal(SIGSTOP);
+        const auto until = std::chrono::steady_clock::now() + (soak_time() > 10min ? 120s : 4s);
+        while (std::chrono::steady_clock::now() < until) {
+            station.send_paced(train_of_now());
+            usleep(500'000);
+        }
+        copy.signal(SIGCONT);
+    }
+
+    void kill(std::unique_ptr<RunningCopy>& copy) const {
+        copy->signal(SIGKILL);
+        copy->ending();
+    }
+
+    void send_at_full_speed() {
+        for (int n = 0; n < 20; ++n) {
+            station.send_paced(train_of_now());
+            station.send_paced(write_lone_wind({}));
+        }
+    }
+
+    StationLine station;
+    std::unique_ptr<RunningCopy> server, client;
+
+private:
+    TemporaryFolder server_folder_, client_folder_, clock_;
+    Process::Setting setting_;
+    std::mt19937 random_{1};
+};
+
+TEST_F(Soak, ServerAndClientComeBackByThemselvesEachTime) {
+    start_server();
+    ASSERT_TRUE(server->listens());
+    start_client();
+    ASSERT_TRUE(eventually([&] { return client->status()["role"].toString() == "client"; }));
+    ASSERT_TRUE(trains_flow());
+
+    struct Trouble {
+        const char* what;
+        std::function<void()> happens;
+    };
+    const std::array<Trouble, 10> troubles{{
+        {"noise on the line", [&] { make_noise(); }},
+        {"the adapter is pulled and put in again", [&] { pull_the_adapter(); }},
+        {"the computer's clock jumps ahead", [&] { jump("+3h"); }},
+        {"and back, beyond where it was", [&] { jump("-2h"); }},
+        {"and is right again", [&] { jump("+0"); }},
+        {"the server is stopped for a while", [&] { hold(*server); }},
+        {"the client is stopped for a while", [&] { hold(*client); }},
+        {"frames without a pause between them", [&] { send_at_full_speed(); }},
+        {"the server is killed",
+         [&] {
+             kill(server);
+             start_server();
+             EXPECT_TRUE(server->listens());
+         }},
+        {"the client is killed",
+         [&] {
+             kill(client);
+             start_client();
+             EXPECT_TRUE(eventually([&] { return client->status()["role"].toString() == "client"; }));
+         }},
+    }};
+    const auto end = std::chrono::steady_clock::now() + soak_time();
+    long most_pages = 0;
+    for (int round = 0; round == 0 || std::chrono::steady_clock::now() < end; ++round) {
+        for (const Trouble& trouble : troubles) {
+            SCOPED_TRACE(std::to_string(round) + ": " + trouble.what);
+            ASSERT_NO_FATAL_FAILURE(trouble.happens());
+            ASSERT_TRUE(trains_flow()) << server->standard_error() << client->standard_error();
+            ASSERT_TRUE(server->runs());
+            ASSERT_TRUE(client->runs());
+        }
+        // What a round costs for good would show in an hour's many.
+        if (round == 0) most_pages = 2 * resident_pages(*server);
+        EXPECT_LE(resident_pages(*server), most_pages);
+    }
+    for (const auto& copy : {server.get(), client.get()}) {
+        copy->signal(SIGINT);
+        EXPECT_EQ(copy->ending(), exited(0));
+    }
+}
+
+}  // namespace
+}  // namespace nimbry::system_test
