@@ -95,6 +95,7 @@ void Years::start_world(CivilTime at) {
     }
     world_ = std::move(next);
     world_began_ = at;
+    looks_at_copy_ = 0;
     world_instant_ = world_->clock.monotonic();
     if (disk_full_) world_->files.refuse_changes(FileResult::disk_full);
     mend_servers();
@@ -170,6 +171,7 @@ void Years::plan_day() {
             },
             [this, from] {
                 disk_full_ = false;
+                disk_full_until_ = now();
                 spans_.push_back({*from, now() + 1min});
                 world_->files.allow();
             });

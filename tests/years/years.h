@@ -105,8 +105,9 @@ private:
 
     std::size_t rows_before_ = 0;
     std::map<std::string, std::string> archives_;
-    std::size_t heap_ = 0, heap_of_first_days_ = 0;
+    std::size_t heap_ = 0, heap_of_copy_ = 0;
     int days_ = 0;
+    int looks_at_copy_ = 0;  // since its start
     std::vector<std::string> complaints_;
     std::map<std::string, int> tally_;
 };
