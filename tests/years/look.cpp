@@ -3,7 +3,6 @@
 #include <malloc.h>
 
 #include <algorithm>
-#include <array>
 
 #include "engine/derived/dates.h"
 #include "tests/years/years.h"
@@ -39,23 +38,32 @@ void Years::look() {
     ++days_;
 }
 
-bool Years::idle() {
-    const WeatherState& s = world_->state();
-    const std::array flags{&s.graphs.GrafBusy,       &s.publish.uloadftpbusy, &s.publish.emailbusy,
-                           &s.publish.wubusy,        &s.comm.changebusy,      &s.comm.dworkingb,
-                           &s.reports.htmlGenBusy,   &s.reports.mailGenBusy,  &s.reports.genuibusy,
-                           &s.reports.LocalSaveBusy, &s.run.savingrafs,       &s.run.tdaysaving,
-                           &s.network.HandlingIPData};
-    return s.run.waits.empty() &&
-           std::none_of(flags.begin(), flags.end(), [](const BusyFlag* f) { return f->is_set(); });
+// Which flags stand and what is waited for, in words; empty when nothing is under way.
+std::string Years::busy() const {
+    const WeatherState& s = world_->engine.state();
+    struct Named {
+        const char* name;
+        const BusyFlag& flag;
+    };
+    std::string found;
+    for (const Named& one : {Named{"GrafBusy", s.graphs.GrafBusy}, Named{"uloadftpbusy", s.publish.uloadftpbusy},
+                             Named{"emailbusy", s.publish.emailbusy}, Named{"wubusy", s.publish.wubusy},
+                             Named{"changebusy", s.comm.changebusy}, Named{"dworkingb", s.comm.dworkingb},
+                             Named{"htmlGenBusy", s.reports.htmlGenBusy}, Named{"mailGenBusy", s.reports.mailGenBusy},
+                             Named{"genuibusy", s.reports.genuibusy}, Named{"LocalSaveBusy", s.reports.LocalSaveBusy},
+                             Named{"savingrafs", s.run.savingrafs}, Named{"tdaysaving", s.run.tdaysaving},
+                             Named{"HandlingIPData", s.network.HandlingIPData}})
+        if (one.flag) found += std::string(" ") + one.name;
+    for (const std::string& what : s.run.waits) found += " (waits for " + what + ")";
+    return found;
 }
 
 void Years::wait_until_idle() {
     for (int second = 0; second < 300; ++second) {
-        if (idle()) return;
+        if (busy().empty()) return;
         world_->run_for(1s);
     }
-    complain("a busy flag stands, or something is waited for");
+    complain("busy for five minutes:" + busy());
 }
 
 std::vector<std::string> Years::rows() const {

@@ -80,7 +80,7 @@ private:
     void look_at_files();
     void look_at_heap();
     void wait_until_idle();
-    [[nodiscard]] bool idle();
+    [[nodiscard]] std::string busy() const;
     [[nodiscard]] std::vector<std::string> rows() const;
     void complain(const std::string& what);
     [[nodiscard]] CivilTime now() const { return world_->clock.computer_time(); }
