@@ -12,7 +12,6 @@
 namespace nimbry::test {
 namespace {
 
-using fuzz::expect;
 using namespace std::chrono_literals;
 
 constexpr int most_steps = 60;

@@ -67,4 +67,9 @@ void install_accessibility() {
     QAccessible::installFactory(make_interface);
 }
 
+void announce(QWidget& widget) {
+    QAccessibleEvent alert(&widget, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
 }  // namespace nimbry::windows

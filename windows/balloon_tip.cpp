@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "platform/text_bytes.h"
+#include "windows/accessibility.h"
 #include "windows/card_outline.h"
 #include "windows/svg_pictures.h"
 
@@ -45,8 +46,8 @@ BalloonTip::BalloonTip(QWidget* main_window)
     close_.setAccessibleName(QStringLiteral("Close"));
     auto_close_.setObjectName(QStringLiteral("timAutoClose"));
     auto_close_.setSingleShot(true);
-    connect(&auto_close_, &QTimer::timeout, this, &QWidget::hide);
-    connect(&close_, &QToolButton::clicked, this, &QWidget::hide);
+    connect(&auto_close_, &QTimer::timeout, this, &BalloonTip::HideBalloon);
+    connect(&close_, &QToolButton::clicked, this, &BalloonTip::HideBalloon);
 
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(14, 12, 14, 12);
@@ -59,7 +60,7 @@ BalloonTip::BalloonTip(QWidget* main_window)
     grid->setRowStretch(1, 1);
 }
 
-void BalloonTip::take(const Balloon& balloon) {
+void BalloonTip::SetBalloon(const Balloon& balloon) {
     QFont bold = font();
     bold.setBold(true);
     title_.setFont(bold);
@@ -72,31 +73,38 @@ void BalloonTip::take(const Balloon& balloon) {
 
     // A notice that stays needs a way to be sent away.
     const bool stays = balloon.closes_after <= Milliseconds::zero();
-    close_.setVisible(stays);
+    close_.setVisible(balloon.bShowClose || stays);
     close_.setIcon(tinted_icon(QStringLiteral("close"), 16, palette().color(QPalette::ToolTipText)));
     setAccessibleName(title_.text());
     setAccessibleDescription(text_.text());
 
     const int margins = layout()->contentsMargins().left() + layout()->contentsMargins().right();
-    const int width =
-        std::max({least_size.width(), minimumSizeHint().width(), std::min(longest_line(text_) + margins, most_width)});
-    resize(width, std::max(least_size.height(), layout()->totalHeightForWidth(width)));
+    const int width = std::max({balloon.lWidth / twips_per_pixel, minimumSizeHint().width(),
+                                std::min(longest_line(text_) + margins, most_width)});
+    resize(width, std::max(balloon.lHeight / twips_per_pixel, layout()->totalHeightForWidth(width)));
     auto_close_.stop();
     if (!stays) auto_close_.start(balloon.closes_after);
 }
 
 void BalloonTip::show_at(const Balloon& balloon, const QRect& anchor) {
-    take(balloon);
+    SetBalloon(balloon);
     const QScreen* screen = QGuiApplication::screenAt(anchor.center());
     if (screen == nullptr) screen = QGuiApplication::primaryScreen();
     move(place(anchor, size(), screen->availableGeometry()));
     show();
+    announce(*this);
 }
 
 void BalloonTip::show_in_corner(const Balloon& balloon, const QRect& screen) {
-    take(balloon);
+    SetBalloon(balloon);
     move(screen.right() - width() - gap, screen.bottom() - height() - gap);
     show();
+    announce(*this);
+}
+
+void BalloonTip::HideBalloon() {
+    auto_close_.stop();
+    hide();
 }
 
 QPoint BalloonTip::place(const QRect& anchor, const QSize& size, const QRect& screen) {
@@ -107,6 +115,10 @@ QPoint BalloonTip::place(const QRect& anchor, const QSize& size, const QRect& sc
 }
 
 void BalloonTip::resizeEvent(QResizeEvent*) {
+    RoundCorners();
+}
+
+void BalloonTip::RoundCorners() {
     QPainterPath outline;
     outline.addRoundedRect(rect(), card_radius, card_radius);
     setMask(inside_of(outline));

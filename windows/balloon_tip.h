@@ -18,7 +18,6 @@ class BalloonTip : public QWidget {
 public:
     /// 15 twips are one device-independent pixel, whatever the screen.
     static constexpr int twips_per_pixel = 15;
-    static constexpr QSize least_size{4680 / twips_per_pixel, 1620 / twips_per_pixel};
     /// How far below its anchor it stands.
     static constexpr int gap = 8;
 
@@ -35,12 +34,16 @@ public:
     /// `screen`.
     [[nodiscard]] static QPoint place(const QRect& anchor, const QSize& size, const QRect& screen);
 
+    /// Closes it: its time is over, or its close mark was clicked.
+    void HideBalloon();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void take(const Balloon& balloon);
+    void SetBalloon(const Balloon& balloon);
+    void RoundCorners();
 
     QLabel icon_, title_, text_;
     QToolButton close_;

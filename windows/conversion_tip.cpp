@@ -1,6 +1,5 @@
 #include "windows/conversion_tip.h"
 
-#include <QAccessible>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPolygonF>
@@ -10,6 +9,7 @@
 #include <utility>
 
 #include "platform/text_bytes.h"
+#include "windows/accessibility.h"
 #include "windows/card_outline.h"
 #include "windows/tabular_text.h"
 
@@ -53,8 +53,7 @@ bool ConversionTip::show_at(QWidget& box, Read read) {
     box.installEventFilter(this);
     tell(*popup);
     show();
-    QAccessibleEvent alert(this, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+    announce(*this);
     return true;
 }
 

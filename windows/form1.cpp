@@ -48,15 +48,17 @@ QSplitter* lower_row(ExtremesTable* extremes, GraphsGroup* graphs) {
 
 }  // namespace
 
-Form1::Form1(const WeatherState& state, Actions actions) : state_(state), actions_(std::move(actions)) {
+Form1::Form1(const WeatherState& state, Actions actions, std::function<bool()> has_tray)
+    : state_(state), actions_(std::move(actions)) {
     setObjectName(QStringLiteral("Form1"));
     setWindowIcon(application_icon());
     install_accessibility();
-    actions_.menu["mnuHideNow"] = [this] {
-        if (actions_.click) actions_.click();
-        hide_now();
-    };
-    tray_ = new TrayIcon([this] { hide_now(); }, [this] { restore(); }, this);
+    const auto hide = with_click([this] { hide_now(); });
+    actions_.menu["mnuHideNow"] = hide;
+    for (const auto& [name, open] : actions_.opens) actions_.menu[name] = with_click(open);
+    tray_ = new TrayIcon(state_.menu, binding_,
+                         {.hide = hide, .restore = with_click([this] { restore(); }), .clicked = [this] { restore(); }},
+                         std::move(has_tray), this);
 
     build();
     add_shortcuts();
@@ -76,6 +78,13 @@ Form1::Form1(const WeatherState& state, Actions actions) : state_(state), action
 // What lies in the window refers to its actions and goes before them.
 Form1::~Form1() {
     delete takeCentralWidget();
+}
+
+std::function<void()> Form1::with_click(std::function<void()> act) const {
+    return [this, act = std::move(act)] {
+        if (actions_.click) actions_.click();
+        act();
+    };
 }
 
 void Form1::build() {
@@ -139,6 +148,8 @@ void Form1::state_changed() {
 }
 
 int Form1::refresh() {
+    // The tray has gone, and with it the way back.
+    if (in_tray_ && !tray_->is_there()) hide_now();
     const int shown = binding_.refresh();
     conversions_->refresh();
     return shown;
@@ -157,7 +168,6 @@ void Form1::take_place(bool minimised, bool in_tray) {
 
 void Form1::note_place(bool minimised, bool in_tray) {
     in_tray_ = in_tray;
-    tray_->window_is_hidden(in_tray);
     if (actions_.moved) actions_.moved(minimised, in_tray);
     state_changed();
 }
@@ -203,9 +213,7 @@ void Form1::use_colours(ColourTable table) {
 }
 
 void Form1::tell_in_tray(const Balloon& balloon) {
-    if (!isVisible() && tray_->is_there()) {
-        tray_->message(platform::unicode(balloon.title), platform::unicode(balloon.text).remove(u'\r'));
-    }
+    if ((!isVisible() || isMinimized()) && tray_->is_there()) tray_->message(balloon);
 }
 
 QWidget* Form1::widget_of(const std::string& box_name) const {

@@ -25,16 +25,18 @@ class Form1 : public QMainWindow {
 public:
     /// What the person's wishes lead to.
     struct Actions {
-        MenuActions menu;             ///< by control name; `mnuHideNow` is the window's own
-        std::function<void()> click;  ///< the sound of a menu entry that the window itself carries out
+        MenuActions menu;   ///< by control name; each sounds its own click; `mnuHideNow` is the window's own
+        MenuActions opens;  ///< the entries that only open a window: `click` sounds for them, and then they do
+        std::function<void()> click;  ///< the sound of a menu entry
         std::function<void()> close;  ///< the window's close mark; the window itself stays until the program goes
         GraphActions graphs;
         /// The person has minimised the window, hidden it in the tray, or brought it back: the model is to follow.
         std::function<void(bool minimised, bool in_tray)> moved;
     };
 
-    /// `state` must outlive the window.
-    Form1(const WeatherState& state, Actions actions);
+    /// `state` must outlive the window. `has_tray` tells whether the system has a tray at this moment; without it the
+    /// system itself is asked.
+    Form1(const WeatherState& state, Actions actions, std::function<bool()> has_tray = {});
     ~Form1() override;
 
     /// The state may have changed: what differs from the screen is painted with the next frame. Cheap; to be called
@@ -49,10 +51,11 @@ public:
     /// To the tray, or where there is none, to the task bar.
     void hide_now();
 
-    /// A notice by the tray's own means, where there is a tray and the window is hidden in it.
+    /// A notice by the tray's own means, where there is a tray and the window is hidden or minimised.
     void tell_in_tray(const Balloon& balloon);
 
-    /// Paints every box in the model's own colour numbers, or in the tints that suit the theme.
+    /// Paints every box in the model's own colour numbers, or in the tints that suit the theme. The program keeps to
+    /// the tints: the numbers by themselves are not legible enough, and are there to be compared with.
     void use_colours(ColourTable table);
 
     /// The widget of a box ("TxtWindChill"), for a notice to stand at; nothing for an unknown name.
@@ -63,6 +66,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    [[nodiscard]] std::function<void()> with_click(std::function<void()> act) const;
     void build();
     void add_shortcuts();
     void add_conversions();

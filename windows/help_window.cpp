@@ -50,9 +50,9 @@ QString file_of(const HelpPage& page) {
     return QString::fromLatin1(page.file);
 }
 
-/// Where a page's names of pictures begin.
-QString picture_folder() {
-    return QStringLiteral(":/manual/");
+/// Where the pages lie, and where their names of pictures begin.
+QString manual_folder() {
+    return QStringLiteral(":/%1/").arg(QString::fromLatin1(help_file));
 }
 
 QString html_name(const HelpPage& page) {
@@ -97,7 +97,7 @@ void set_pieces(QTextDocument& document, const QColor& link, qreal ratio) {
         const int end = piece.position() + piece.length();
         QTextCharFormat format = piece.charFormat();
         if (QTextImageFormat picture = format.toImageFormat(); picture.isValid()) {
-            const QImage image(picture_folder() + picture.name());
+            const QImage image(manual_folder() + picture.name());
             const QSize size = image.size();
             if (size.width() <= widest) return;
             QImage smaller = image.convertToFormat(QImage::Format_RGB32)
@@ -131,7 +131,7 @@ std::span<const HelpPage> help_pages() {
 
 QString page_source(const HelpPage& page) {
     load_manual();
-    QFile file(QStringLiteral(":/manual/") + file_of(page));
+    QFile file(manual_folder() + file_of(page));
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
@@ -225,7 +225,7 @@ void HelpWindow::show_row(int row) {
     auto* document = new QTextDocument(&page_);
     document->setDefaultFont(page_.font());
     document->setDocumentMargin(20);
-    document->setBaseUrl(QUrl(QStringLiteral("qrc") + picture_folder()));
+    document->setBaseUrl(QUrl(QStringLiteral("qrc") + manual_folder()));
     document->setMarkdown(page_source(pages[static_cast<std::size_t>(row)]));
     set_pieces(*document, link_colour(is_dark(palette()), false), devicePixelRatioF());
     set_tables(*document, panel_line(palette()));
@@ -293,7 +293,7 @@ QString HelpWindow::file_for_browser() {
             if (!file.open(QIODevice::WriteOnly)) continue;
             file.write(page_as_html(page).toUtf8());
         }
-        const QDir pictures(picture_folder() + QStringLiteral("pictures"));
+        const QDir pictures(manual_folder() + QStringLiteral("pictures"));
         QDir(files_->path()).mkpath(QStringLiteral("pictures"));
         for (const QString& name : pictures.entryList())
             QFile::copy(pictures.filePath(name), files_->filePath(QStringLiteral("pictures/") + name));

@@ -19,6 +19,10 @@ struct HelpPage {
     const char* title;
 };
 
+/// The manual under the name that the program knows its help by: the folder of its pages in the program itself, so
+/// there is no file that could be missing or be another version's.
+inline constexpr const char* help_file = "NIMBRY.HLP";
+
 /// The pages of the manual in their order. They are part of the program.
 [[nodiscard]] std::span<const HelpPage> help_pages();
 

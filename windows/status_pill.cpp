@@ -1,12 +1,12 @@
 #include "windows/status_pill.h"
 
-#include <QAccessible>
 #include <QFontMetrics>
 #include <QPainter>
 #include <algorithm>
 
 #include "engine/displays/box_list.h"
 #include "platform/text_bytes.h"
+#include "windows/accessibility.h"
 #include "windows/tabular_text.h"
 #include "windows/tip_keys.h"
 #include "windows/value_box.h"
@@ -36,10 +36,7 @@ void StatusPill::show_box(const nimbry::Box& box) {
     setVisible(box.visible);
     updateGeometry();
     update();
-    if (news && box.visible) {
-        QAccessibleEvent alert(this, QAccessible::Alert);
-        QAccessible::updateAccessibility(&alert);
-    }
+    if (news && box.visible) announce(*this);
 }
 
 void StatusPill::use_colours(ColourTable table) {

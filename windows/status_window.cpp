@@ -2,6 +2,8 @@
 
 #include <QVBoxLayout>
 
+#include "windows/accessibility.h"
+
 namespace nimbry::windows {
 
 StatusWindow::StatusWindow(QWidget* parent) : QWidget(parent, Qt::Tool | Qt::WindowDoesNotAcceptFocus) {
@@ -19,8 +21,10 @@ StatusWindow::StatusWindow(QWidget* parent) : QWidget(parent, Qt::Tool | Qt::Win
 
 void StatusWindow::show_text(const QString& text) {
     label_.setText(text);
+    setAccessibleDescription(text);
     adjustSize();
     show();
+    announce(*this);
 }
 
 }  // namespace nimbry::windows

@@ -3,45 +3,63 @@
 #include <QAction>
 #include <QMenu>
 #include <memory>
+#include <utility>
 
+#include "platform/text_bytes.h"
 #include "windows/svg_pictures.h"
 
 namespace nimbry::windows {
+namespace {
 
-TrayIcon::TrayIcon(std::function<void()> hide, std::function<void()> restore, QObject* parent)
-    : QObject(parent), menu_(std::make_unique<QMenu>()) {
-    hide_ = new QAction(QStringLiteral("Hide"), this);
-    hide_->setObjectName(QStringLiteral("tray_mnuHideNow"));
-    connect(hide_, &QAction::triggered, this, hide);
-    restore_ = new QAction(QStringLiteral("Restore Nimbry"), this);
-    restore_->setObjectName(QStringLiteral("mnuRestore"));
-    connect(restore_, &QAction::triggered, this, restore);
-    menu_->addActions({hide_, restore_});
-    window_is_hidden(false);
+/// The tray has a picture for each kind of notice, but no second style.
+QSystemTrayIcon::MessageIcon kind_of(const std::string& icon) {
+    const QString picture = notice_picture(platform::unicode(icon));
+    if (picture.startsWith(QStringLiteral("notice-information"))) return QSystemTrayIcon::Information;
+    if (picture.startsWith(QStringLiteral("notice-warning"))) return QSystemTrayIcon::Warning;
+    return picture.startsWith(QStringLiteral("notice-error")) ? QSystemTrayIcon::Critical : QSystemTrayIcon::NoIcon;
+}
+
+}  // namespace
+
+TrayIcon::TrayIcon(const MainMenu& menu, BoxBinding& binding, const Actions& actions, HasTray has_tray, QObject* parent)
+    : QObject(parent),
+      icon_(this),
+      menu_(std::make_unique<QMenu>()),
+      has_tray_(has_tray ? std::move(has_tray) : HasTray(QSystemTrayIcon::isSystemTrayAvailable)) {
+    menu_->addAction(bound_entry(menu.mnuHideNow, "tray_mnuHideNow", actions.hide, binding));
+    menu_->addAction(bound_entry(menu.mnuRestore, "mnuRestore", actions.restore, binding));
 
     icon_.setIcon(application_icon());
     icon_.setToolTip(QStringLiteral("Nimbry version 2.02"));
     icon_.setContextMenu(menu_.get());
-    connect(&icon_, &QSystemTrayIcon::activated, this, [restore](QSystemTrayIcon::ActivationReason reason) {
-        if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick) restore();
-    });
-    // Without a tray, show() would succeed all the same and the icon be nowhere.
-    if (QSystemTrayIcon::isSystemTrayAvailable()) icon_.show();
+    connect(&icon_, &QSystemTrayIcon::activated, this,
+            [clicked = actions.clicked](QSystemTrayIcon::ActivationReason reason) {
+                if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick) clicked();
+            });
+    connect(
+        this, &TrayIcon::told, &icon_,
+        qOverload<const QString&, const QString&, QSystemTrayIcon::MessageIcon, int>(&QSystemTrayIcon::showMessage));
+    // Without a tray it waits for one.
+    icon_.show();
 }
 
 TrayIcon::~TrayIcon() = default;
 
-bool TrayIcon::is_there() const {
-    return QSystemTrayIcon::isSystemTrayAvailable() && icon_.isVisible();
+QAction* TrayIcon::bound_entry(const Box& source, const char* name, const std::function<void()>& act,
+                               BoxBinding& binding) {
+    auto* entry = new QAction(this);
+    entry->setObjectName(QString::fromLatin1(name));
+    connect(entry, &QAction::triggered, this, act);
+    binding.bind(source, [entry](const Box& box) {
+        entry->setText(platform::unicode(box.text));
+        entry->setEnabled(box.enabled);
+    });
+    return entry;
 }
 
-void TrayIcon::window_is_hidden(bool hidden) {
-    hide_->setEnabled(!hidden);
-    restore_->setEnabled(hidden);
-}
-
-void TrayIcon::message(const QString& title, const QString& text) {
-    icon_.showMessage(title, text);
+void TrayIcon::message(const Balloon& balloon) {
+    emit told(platform::unicode(balloon.title), platform::unicode(balloon.text).remove(u'\r'), kind_of(balloon.icon),
+              static_cast<int>(balloon.closes_after.count()));
 }
 
 }  // namespace nimbry::windows

@@ -1,6 +1,5 @@
 #include "windows/value_box.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QFontMetrics>
@@ -14,6 +13,7 @@
 
 #include "engine/displays/box_list.h"
 #include "platform/text_bytes.h"
+#include "windows/accessibility.h"
 #include "windows/svg_pictures.h"
 #include "windows/tabular_text.h"
 #include "windows/tip_keys.h"
@@ -112,8 +112,7 @@ void ValueBox::show_box(const Box& box) {
 void ValueBox::announce_if_serious(const Box& before) {
     const BoxMark mark = looks().mark;
     if (mark == BoxMark::none || mark == box_colours(before, palette(), table_).mark) return;
-    QAccessibleEvent alert(this, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+    announce(*this);
 }
 
 void ValueBox::use_colours(ColourTable table) {

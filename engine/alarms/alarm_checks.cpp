@@ -12,11 +12,8 @@ namespace nimbry {
 namespace {
 
 void restore_main_window(Copy& copy) {
-    MainWindow& window = copy.state.window;
-    if (!window.minimised) return;
-    window.minimised = false;
-    window.in_tray = false;
-    update_caption(window, copy.state.panel);
+    if (!copy.state.window.minimised) return;
+    place_window(copy.state, false, false);
     copy.ports.notices.restore_main_window();
 }
 

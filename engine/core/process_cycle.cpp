@@ -4,6 +4,8 @@
 #include "engine/core/event.h"
 #include "engine/core/run_time_error.h"
 #include "engine/derived/dates.h"
+#include "engine/displays/additional_window.h"
+#include "engine/displays/main_window.h"
 #include "engine/displays/uptime.h"
 #include "engine/graphs/graph_store.h"
 #include "engine/network/start_network.h"
@@ -100,15 +102,13 @@ void end_first_cycle(Copy& copy) {
     RunState& run = copy.state.run;
     if (run.fullystarted) return;
     set_menu_for_role(copy.state.menu, copy.state.settings.fromnet, true);
-    if (copy.state.settings.Hide) {
-        copy.state.window.minimised = true;
-        copy.state.window.in_tray = copy.state.settings.MinSysTray;
-    }
+    if (copy.state.settings.Hide) place_window(copy.state, true, copy.state.settings.MinSysTray);
     copy.timers.start(TimerId::TimLog, copy.ports.clock.monotonic());
     run.fullystarted = true;
 }
 
-/// Uploads and mails lock the menu while they run; the cycle after them opens it again.
+/// Switches the menu on, whatever had it off. Nothing locks the menu itself, but this waits while an upload or a mail
+/// is busy: an upload has the row of buttons off until it ends.
 void enable_menu(WeatherState& state) {
     if (state.publish.uloadftpbusy || state.publish.emailbusy) return;
     MainMenu& menu = state.menu;
@@ -117,7 +117,7 @@ void enable_menu(WeatherState& state) {
                        &menu.mnuAlMonth, &menu.mnuAutoReport, &menu.fmb[0], &menu.fmb[5]}) {
         entry->enabled = true;
     }
-    menu.mnuAdditional.enabled = !state.additional.Additional_Open;
+    enable_additional(state);
 }
 
 /// The fault red ends with the cycle that painted it; only a lone wind group's outlasts its event. Where only

@@ -10,11 +10,16 @@ namespace {
 
 void take_open(WeatherState& state, bool open) {
     state.additional.Additional_Open = open;
-    state.menu.mnuAdditional.enabled = !open;
-    state.menu.fmb[4].enabled = !open;
+    enable_additional(state);
 }
 
 }  // namespace
+
+void enable_additional(WeatherState& state) {
+    const bool closed = !state.additional.Additional_Open;
+    state.menu.mnuAdditional.enabled = closed;
+    state.menu.fmb[4].enabled = closed && !state.menu.fmb_locked;
+}
 
 void mnuAdditional(Copy& copy) {
     copy.ports.sounds.play(std::string(click_sound));
@@ -25,8 +30,9 @@ void mnuAdditional(Copy& copy) {
 
 void additional_comes_to_front(Copy& copy) {
     show_rain_days(copy.state);
-    // Before the first cycle nothing has been worked out yet, and a place that is entered would look like none.
-    refresh_sun_texts(copy);
+    // Before the first cycles nothing has been worked out yet, and a place that is entered would look like none. Later
+    // on the texts are the cycle's: looking at the window does not change what the pages say.
+    if (copy.state.sun.websunrise.empty()) refresh_sun_texts(copy);
     show_sun_picture(copy);
 }
 

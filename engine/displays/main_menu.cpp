@@ -56,6 +56,7 @@ void reset_main_menu(MainMenu& menu) {
 
     menu.mnuHideNow.text = "Hide";
     menu.mnuRestore.text = "Restore Nimbry";
+    menu.mnuRestore.enabled = false;
 
     menu.mnuHelp.text = "&Help";
     menu.mnuFHelp.text = "Nimbry Help";

@@ -31,17 +31,18 @@ struct MainMenu {
     Box mnuReports;
     Box mnuAlMonth, mnuAutoReport;
 
-    Box mnuHideNow;  ///< on the bar; acts at once
-    Box mnuRestore;  ///< in the tray icon's menu, beside "Hide"
+    Box mnuHideNow;  ///< on the bar, where it acts at once, and in the tray icon's menu
+    Box mnuRestore;  ///< in the tray icon's menu; of the two one is enabled (main_window.h)
 
     Box mnuHelp;
     Box mnuFHelp, mnuAbout;
 
-    std::array<Box, 7> fmb;  ///< the buttons: Logs, Settings, Exit, Display, Additional, Reports, Help
+    std::array<Box, 7> fmb;   ///< the buttons: Logs, Settings, Exit, Display, Additional, Reports, Help
+    bool fmb_locked = false;  ///< an upload has the row of buttons off
 };
 
-/// Captions, and enabled as the window's load leaves it: off is what needs a first train. No switch is checked but
-/// those that a missing key would check.
+/// Captions, and enabled as the window's load leaves it: off is what needs a first train, and `mnuRestore` while there
+/// is nothing to bring back. No switch is checked but those that a missing key would check.
 void reset_main_menu(MainMenu& menu);
 
 /// What the role leaves of the menu. A client publishes nothing: what belongs to publishing and to the texts of the

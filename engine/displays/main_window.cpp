@@ -1,5 +1,6 @@
 #include "engine/displays/main_window.h"
 
+#include "engine/core/weather_state.h"
 #include "engine/derived/number_text.h"
 
 namespace nimbry {
@@ -10,6 +11,14 @@ void update_caption(MainWindow& window, const MainPanel& panel) {
     } else {
         window.caption = MainWindow::plain_caption;
     }
+}
+
+void place_window(WeatherState& state, bool minimised, bool in_tray) {
+    state.window.minimised = minimised;
+    state.window.in_tray = in_tray;
+    state.menu.mnuHideNow.enabled = !minimised;
+    state.menu.mnuRestore.enabled = minimised;
+    update_caption(state.window, state.panel);
 }
 
 }  // namespace nimbry

@@ -6,6 +6,8 @@
 
 namespace nimbry {
 
+struct WeatherState;
+
 /// The main window as a whole: what its title bar and the tray show. Whoever moves the window tells the engine, and the
 /// other way round: the fields say how the window is to be.
 struct MainWindow {
@@ -20,5 +22,9 @@ struct MainWindow {
 /// boxes show them, trimmed and joined by " : " ("+9.8 \xB0""C : 93 %"; before any reading " : "), else the plain one.
 /// Called after every cycle, and when the window is minimised or comes back.
 void update_caption(MainWindow& window, const MainPanel& panel);
+
+/// The window has come to another place, or is to: shown, minimised, or minimised into the tray. The caption follows,
+/// and so does the tray's pair: `mnuHideNow` is enabled while the window shows, `mnuRestore` while it does not.
+void place_window(WeatherState& state, bool minimised, bool in_tray);
 
 }  // namespace nimbry

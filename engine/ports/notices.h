@@ -14,6 +14,9 @@ struct Balloon {
     std::string icon = "!";             ///< "i" information, "x" error, "!" warning; "i9", "x9", "!9" second style
     std::string anchor = "TxtHeatInd";  ///< name of the box it stands at
     Milliseconds closes_after{5000};    ///< zero: stays until it is closed
+    bool bShowClose = false;            ///< with a close mark; one that stays has it anyway
+    int lHeight = 1620;                 ///< twips; the least, a long text makes it taller
+    int lWidth = 4680;                  ///< twips; the least
 };
 
 /// The choices of a message box.

@@ -1,5 +1,6 @@
 #include "engine/publish/forced_run.h"
 
+#include "engine/displays/status_message.h"
 #include "engine/publish/publishing.h"
 
 namespace nimbry {
@@ -51,6 +52,8 @@ const char* forced_button(ForcedRun which) {
 void run_forced(Copy& copy, ForcedRun which) {
     if (copy.state.publish.FtpForced) return;
     const Forced forced(copy.state, which);
+    // The dialog that says so has just gone, and what sends may have pages to make before it has a word to say.
+    show_status_message(copy, copy.state.publish.lblStatus);
     switch (which) {
         case ForcedRun::ftp: FTPupload(copy); break;
         case ForcedRun::mail: uploadmail(copy); break;

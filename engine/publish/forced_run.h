@@ -13,8 +13,8 @@ enum class ForcedRun { ftp, mail, weather };
 [[nodiscard]] const char* forced_button(ForcedRun which);
 
 /// Runs it now, by the settings in force: `FtpForced` is set and `lblStatus` says which it is, the dialog is out of the
-/// way, and all that is taken back on every way out. Whoever calls has asked internet_refusal() first. Waits for the
-/// end.
+/// way, and all that is taken back on every way out. The status window says it too, for its moment. Whoever calls has
+/// asked internet_refusal() first. Waits for the end.
 void run_forced(Copy& copy, ForcedRun which);
 
 /// Tells the person who pressed the button that it runs, in a routine that was reached by it; nothing in any other run,

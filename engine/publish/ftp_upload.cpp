@@ -69,7 +69,7 @@ void tell_no_line(Copy& copy) {
 /// Tidies up after one kind of failure, if it has happened, and tells the user.
 void tell_if(Copy& copy, bool& failed, const char* text) {
     if (!std::exchange(failed, false)) return;
-    enable_panel_buttons(copy.state.menu, true);
+    enable_panel_buttons(copy.state, true);
     stop_watchdog(copy);
     if (!copy.state.settings.NoFTPop) copy.ports.notices.balloon({.title = "FTP Error", .text = text});
 }

@@ -9,6 +9,7 @@
 #include "engine/core/run_time_error.h"
 #include "engine/derived/number_text.h"
 #include "engine/derived/text_lines.h"
+#include "engine/displays/additional_window.h"
 #include "engine/publish/ftp_debug.h"
 #include "engine/publish/ftp_status_text.h"
 #include "engine/publish/ftp_watchdog.h"
@@ -65,7 +66,7 @@ private:
     bool connect() {
         const std::string directory = trimmed(settings_.FTPRemDir);
         state_.FtpConnectFailed = state_.FtpConnected = false;
-        enable_panel_buttons(copy_.state.menu, false);
+        enable_panel_buttons(copy_.state, false);
         session_->connect({.host = trimmed(settings_.FTPServer),
                            .port = port_of(copy_.state.settings.FTPPort),
                            .user = settings_.FTPUser,
@@ -196,13 +197,15 @@ void tell_success(Copy& copy) {
                                     .icon = "i"});
     }
     if (copy.state.settings.mlogftp) copy.log.event(" FTP Upload success");
-    enable_panel_buttons(copy.state.menu, true);
+    enable_panel_buttons(copy.state, true);
 }
 
 }  // namespace
 
-void enable_panel_buttons(MainMenu& menu, bool enabled) {
-    for (Box& button : menu.fmb) button.enabled = enabled;
+void enable_panel_buttons(WeatherState& state, bool enabled) {
+    state.menu.fmb_locked = !enabled;
+    for (Box& button : state.menu.fmb) button.enabled = enabled;
+    enable_additional(state);
 }
 
 void PerformUpload(Copy& copy) {

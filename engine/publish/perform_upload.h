@@ -13,7 +13,8 @@ namespace nimbry {
 /// (ftp_watchdog.h). Waits.
 void PerformUpload(Copy& copy);
 
-/// Nothing can be started from the seven buttons of the panel while an upload runs.
-void enable_panel_buttons(MainMenu& menu, bool enabled);
+/// Nothing can be started from the seven buttons of the panel while an upload runs. Enabling leaves "Additional" off
+/// while its window is open (additional_window.h).
+void enable_panel_buttons(WeatherState& state, bool enabled);
 
 }  // namespace nimbry

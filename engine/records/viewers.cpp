@@ -79,7 +79,6 @@ Shown mnuDisplayLog(Copy& copy) {
 }
 
 Shown mnuAlMonth(Copy& copy, const std::string& AFname) {
-    click(copy);
     return summary_of(copy, AFname);
 }
 

@@ -52,11 +52,12 @@ using namespace nimbry::windows;
 /// A copy with its window: the outside, the engine on it, and the windows on the engine's state.
 class WindowProgram {
 public:
-    explicit WindowProgram(const std::string& folder)
+    WindowProgram(const std::string& folder, Sounds* sounds)
         : pauses_(clock_),
           files_(folder),
           notices_(pauses_),
-          sounds_(files_, sound_folders(QCoreApplication::applicationDirPath().toStdString())),
+          own_sounds_(files_, sound_folders(QCoreApplication::applicationDirPath().toStdString())),
+          sounds_(sounds == nullptr ? static_cast<Sounds&>(own_sounds_) : *sounds),
           engine_(Ports{clock_, pauses_, files_, line_, datasock_, streams_, notices_, sounds_, desktop_, transfers_}),
           loop_(engine_, pauses_, clock_, {line_, datasock_, streams_}) {
         // The session ends once this returns, so nothing is put off to the event loop that need not wait.
@@ -96,15 +97,6 @@ private:
         return [this, tag, work] { start_event(copy(), tag, work); };
     }
 
-    /// A click on an entry that only opens a window.
-    template <class Show>
-    std::function<void()> opens(Show show) {
-        return [this, show] {
-            sounds_.play(std::string(click_sound));
-            show();
-        };
-    }
-
     void changed() {
         if (splash_ && !engine_.state().comm.splashing && !engine_.gone()) show_main_window();
         if (form_) form_->state_changed();
@@ -130,12 +122,7 @@ private:
     Form1::Actions actions() {
         Form1::Actions actions;
         actions.close = [this] { pauses_.start([this] { engine_.window_close(); }); };
-        actions.moved = [this](bool minimised, bool in_tray) {
-            MainWindow& window = engine_.state().window;
-            window.minimised = minimised;
-            window.in_tray = in_tray;
-            update_caption(window, engine_.state().panel);
-        };
+        actions.moved = [this](bool minimised, bool in_tray) { place_window(engine_.state(), minimised, in_tray); };
         actions.click = [this] { sounds_.play(std::string(click_sound)); };
         actions.menu["mnuExit1"] = [this] { pauses_.start([this] { engine_.menu_exit(); }); };
         actions.menu["mnuProgLog"] = click("mnuProgLog", [this] {
@@ -144,40 +131,7 @@ private:
         actions.menu["mnuDisplayLog"] = viewer("mnuDisplayLog", mnuDisplayLog);
         actions.menu["mnuDisplayAlmanac"] = viewer("mnuDisplayAlmanac", mnuDisplayAlmanac);
         actions.menu["mnuAutoReport"] = viewer("mnuAutoReport", mnuAutoReport);
-        actions.menu["mnuAlMonth"] = [this] {
-            choose_almanac(&*form_, files_.path(""), [this](const std::string& AFname) {
-                viewer("mnuAlMonth", [AFname](Copy& of) { return mnuAlMonth(of, AFname); })();
-            });
-        };
         actions.menu["mnuClearProgLog"] = click("mnuClearProgLog", [this] { mnuClearProgLog(copy()); });
-        actions.menu["mnuAlarms"] = [this] {
-            sounds_.play(std::string(click_sound));
-            dialogs_->show_alarms();
-        };
-        actions.menu["SetupComms"] = [this] {
-            sounds_.play(std::string(click_sound));
-            dialogs_->show_comms();
-        };
-        actions.menu["SetupUnits"] = [this] {
-            sounds_.play(std::string(click_sound));
-            dialogs_->show_units();
-        };
-        actions.menu["mnuInternet"] = [this] {
-            sounds_.play(std::string(click_sound));
-            dialogs_->show_internet();
-        };
-        actions.menu["mnuLatLong"] = [this] {
-            sounds_.play(std::string(click_sound));
-            dialogs_->show_location();
-        };
-        actions.menu["mnuEditComment"] = opens([this] { dialogs_->show_comment(Comment::first); });
-        actions.menu["mnuEditComment2"] = opens([this] { dialogs_->show_comment(Comment::second); });
-        actions.menu["mnuEditDSR"] = opens([this] { dialogs_->show_rain_days(); });
-        actions.menu["mnuFHelp"] = opens([this] { small_->show_help(); });
-        actions.menu["mnuAbout"] = [this] {
-            sounds_.play(std::string(click_sound));
-            small_->show_about(copy().ini.GetSetting("Main", "Version", ""));
-        };
         actions.menu["mnuResetGraphs"] = click("mnuResetGraphs", [this] { resetgraphs(copy()); });
         actions.menu["mnuAdditional"] = [this] {
             start_event(copy(), "mnuAdditional", [this] { mnuAdditional(copy()); });
@@ -187,11 +141,33 @@ private:
             start_event(copy(), "mnuBIG", [this] { mnuBIG(copy()); });
             displays_->show_big();
         };
+        actions.opens = opening_actions();
         actions.graphs = graph_actions();
         for (const Switch& each : switches()) {
             actions.menu[std::string(each.name)] = click("Menu", [this, &each] { click_switch(copy(), each); });
         }
         return actions;
+    }
+
+    /// The entries that only open a window; the main window sounds their click.
+    MenuActions opening_actions() {
+        MenuActions opens;
+        opens["SetupComms"] = [this] { dialogs_->show_comms(); };
+        opens["SetupUnits"] = [this] { dialogs_->show_units(); };
+        opens["mnuAlarms"] = [this] { dialogs_->show_alarms(); };
+        opens["mnuInternet"] = [this] { dialogs_->show_internet(); };
+        opens["mnuLatLong"] = [this] { dialogs_->show_location(); };
+        opens["mnuEditComment"] = [this] { dialogs_->show_comment(Comment::first); };
+        opens["mnuEditComment2"] = [this] { dialogs_->show_comment(Comment::second); };
+        opens["mnuEditDSR"] = [this] { dialogs_->show_rain_days(); };
+        opens["mnuAlMonth"] = [this] {
+            choose_almanac(&*form_, files_.path(""), [this](const std::string& AFname) {
+                viewer("mnuAlMonth", [AFname](Copy& of) { return mnuAlMonth(of, AFname); })();
+            });
+        };
+        opens["mnuFHelp"] = [this] { small_->show_help(); };
+        opens["mnuAbout"] = [this] { small_->show_about(copy().ini.GetSetting("Main", "Version", "")); };
+        return opens;
     }
 
     DisplayWindows::Actions display_actions() {
@@ -346,7 +322,8 @@ private:
     QtDatagrams datasock_;
     QtStreams streams_;
     WindowNotices notices_;
-    CanberraSounds sounds_;
+    CanberraSounds own_sounds_;
+    Sounds& sounds_;
     SystemDesktop desktop_;
     CurlTransfers transfers_{[this] { pauses_.look_now(); }};
     Engine engine_;
@@ -362,8 +339,8 @@ private:
 
 }  // namespace
 
-int run_with_window(const std::string& folder, const std::string& device, bool has_lock) {
-    WindowProgram program(folder);
+int run_with_window(const std::string& folder, const std::string& device, bool has_lock, Sounds* sounds) {
+    WindowProgram program(folder, sounds);
     if (has_lock) program.open_control(folder);
     return program.run(device);
 }

@@ -47,6 +47,14 @@ TEST_F(Help, OpensWithItsFirstPage) {
     EXPECT_TRUE(page()->toPlainText().startsWith("First steps")) << page()->toPlainText().left(40).toStdString();
 }
 
+TEST_F(Help, IsTheManualUnderItsName) {
+    QSet<QString> files;
+    for (const HelpPage& each : help_pages()) files.insert(QString::fromLatin1(each.file));
+    const QStringList held = QDir(QStringLiteral(":/NIMBRY.HLP")).entryList(QDir::Files);
+    EXPECT_EQ(QSet<QString>(held.begin(), held.end()), files) << held.join(u' ').toStdString();
+    EXPECT_STREQ(help_file, "NIMBRY.HLP");
+}
+
 TEST_F(Help, ShowsEachPageOfItsList) {
     ASSERT_EQ(list()->count(), static_cast<int>(help_pages().size()));
     for (int row = 0; row < list()->count(); ++row) {
@@ -83,7 +91,7 @@ TEST_F(Help, ShowsThePicturesOfItsPagesNoWiderThanThePage) {
             const QTextImageFormat format = at.fragment().charFormat().toImageFormat();
             if (!format.isValid()) continue;
             ++pictures;
-            const QImage loaded(":/manual/" + format.name());
+            const QImage loaded(":/NIMBRY.HLP/" + format.name());
             EXPECT_FALSE(loaded.isNull()) << format.name().toStdString();
             const QVariant shown = page()->document()->resource(QTextDocument::ImageResource, QUrl(format.name()));
             EXPECT_FALSE(shown.isNull()) << format.name().toStdString();

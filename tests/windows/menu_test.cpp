@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "engine/displays/main_panel.h"
+#include "tests/windows/menu_names.h"
 #include "tests/windows/sample_states.h"
 #include "windows/form1.h"
 
@@ -24,26 +25,6 @@ std::vector<std::string> names_of(const QList<QAction*>& actions) {
     }
     return names;
 }
-
-struct MenuCase {
-    const char* bar_entry;
-    std::vector<std::string> entries;
-};
-
-const std::vector<MenuCase> menus{
-    {"mnuExit", {"mnuExit1"}},
-    {"mnuSetup",
-     {"SetupComms", "SetupUnits", "mnuAlarms", "mnuInternet", "mnuLatLong", "mnuEditComment", "mnuEditComment2",
-      "mnuEditDSR"}},
-    {"mnuLogs",
-     {"mnuDisplayLog", "mnuDisplayAlmanac", "mnuProgLog", "mnuClearProgLog", "mnulogFTP", "mnulogMail", "mnuLogWU",
-      "mnuLogHW", "mnuLogAPRS"}},
-    {"mnuDisplay",
-     {"mnuHide", "mnusystray", "mnuCpop", "mnuDisableGraphs", "mnuInGraphs", "mnuNoErrorPop", "mnuNoCCPop",
-      "mnuNoFTPPop", "mnuNoMailPop", "mnuResetGraphs", "mnuBIG", "mnuFTPdebug"}},
-    {"mnuReports", {"mnuAlMonth", "mnuAutoReport"}},
-    {"mnuHelp", {"mnuFHelp", "mnuAbout"}},
-};
 
 TEST(MenuBar, HasItsEntriesInOrder) {
     WeatherState state;
@@ -104,6 +85,22 @@ TEST(MenuBar, ShowsACheckMarkAsTheModelHasIt) {
     state.menu.mnuHide.checked = true;
     form.refresh();
     EXPECT_TRUE(entry->isChecked());
+}
+
+TEST(MenuBar, SoundsTheClickBeforeItOpensAWindow) {
+    WeatherState state;
+    reset_main_panel(state);
+    std::string done;
+    Form1::Actions actions;
+    actions.click = [&done] { done += "click "; };
+    actions.opens["mnuAbout"] = [&done] { done += "about "; };
+    actions.menu["mnuExit1"] = [&done] { done += "exit "; };
+    const Form1 form(state, actions);
+    EXPECT_TRUE(form.findChild<QAction*>("mnuAbout")->isEnabled());
+    form.findChild<QAction*>("mnuAbout")->trigger();
+    EXPECT_EQ(done, "click about ");
+    form.findChild<QAction*>("mnuExit1")->trigger();
+    EXPECT_EQ(done, "click about exit ") << "an event of the engine has its own";
 }
 
 TEST(MenuBar, ActsOncePerClick) {

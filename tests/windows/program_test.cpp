@@ -2,15 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <fcntl.h>
-#include <unistd.h>
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QFile>
 #include <QLineEdit>
-#include <QPointer>
 #include <QProcess>
 #include <QSessionManager>
 #include <QTemporaryDir>
@@ -18,13 +15,12 @@
 #include <QTimer>
 
 #include <cstddef>
-#include <cstdlib>
-#include <functional>
 #include <string>
 
 #include "engine/station/train_writer.h"
 #include "programs/nimbry/other_instance.h"
 #include "programs/nimbry/window_program.h"
+#include "tests/windows/running_program.h"
 #include "windows/additional_window.h"
 #include "windows/alarms_window.h"
 #include "windows/big_window.h"
@@ -42,73 +38,6 @@
 
 namespace nimbry::test {
 namespace {
-
-template <class Window>
-Window* visible_window() {
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-        if (auto* window = qobject_cast<Window*>(widget); window != nullptr && window->isVisible()) return window;
-    }
-    return nullptr;
-}
-
-/// Looks on while the program's own event loop runs: each step waits for its condition, then acts.
-class Onlooker : public QObject {
-public:
-    Onlooker() {
-        connect(&look_, &QTimer::timeout, this, [this] {
-            if (next_ < steps_.size() && steps_[next_].condition()) steps_[next_++].act();
-        });
-        look_.start(5);
-    }
-    void when(std::function<bool()> condition, std::function<void()> act) {
-        steps_.push_back({std::move(condition), std::move(act)});
-    }
-    [[nodiscard]] bool saw_all() const { return next_ == steps_.size(); }
-
-private:
-    struct Step {
-        std::function<bool()> condition;
-        std::function<void()> act;
-    };
-    std::vector<Step> steps_;
-    std::size_t next_ = 0;
-    QTimer look_;
-};
-
-class PseudoTerminal {
-public:
-    PseudoTerminal() : master_(posix_openpt(O_RDWR | O_NOCTTY)) {
-        grantpt(master_);
-        unlockpt(master_);
-        name_ = ptsname(master_);
-    }
-    ~PseudoTerminal() { ::close(master_); }
-    PseudoTerminal(const PseudoTerminal&) = delete;
-    PseudoTerminal& operator=(const PseudoTerminal&) = delete;
-
-    [[nodiscard]] const std::string& name() const { return name_; }
-    void send(const Bytes& bytes) const {
-        EXPECT_EQ(::write(master_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
-    }
-
-private:
-    int master_;
-    std::string name_;
-};
-
-/// The folder of a copy that has run before.
-struct Folder : QTemporaryDir {
-    Folder() {
-        QFile ini(filePath(QStringLiteral("Nimbry.ini")));
-        EXPECT_TRUE(ini.open(QIODevice::WriteOnly));
-        ini.write("[Main]\r\nHasRun=True\r\n");
-    }
-};
-
-std::string contents(const QTemporaryDir& folder, const char* name) {
-    QFile file(folder.filePath(QString::fromLatin1(name)));
-    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
-}
 
 TEST(Program, ShowsTheSplashThenTheWindowThenTheStation) {
     const Folder folder;

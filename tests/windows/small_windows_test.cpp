@@ -46,6 +46,7 @@ TEST(SensorWindow, HasItsTextWithoutAnEnd) {
         "have "
         "continued");
     EXPECT_EQ(window.findChild<QPushButton*>("Command1")->text(), "Close");
+    EXPECT_EQ(window.findChild<QLabel*>("Picture1")->pixmap().deviceIndependentSize(), QSizeF(72, 72));
     EXPECT_FALSE(window.isModal());
 }
 
@@ -92,6 +93,7 @@ TEST(AboutWindow, ReadsTheVersionStamp) {
     }
     const AboutWindow window("Nimbry|202|251003");
     EXPECT_EQ(window.windowTitle(), "Nimbry About...");
+    EXPECT_EQ(label(window, "lblTitle"), "Nimbry");
     EXPECT_EQ(label(window, "lblVersion"), "Version 2.02");
     EXPECT_EQ(label(window, "lblBuild"), "Build 251003");
     EXPECT_EQ(label(window, "lblDescription"),
@@ -170,6 +172,39 @@ TEST(StatusMessage, ShowsForThreeSecondsAndNineTenths) {
     EXPECT_FALSE(world.state().status_message.open);
     world.run_for(std::chrono::seconds{60});
     EXPECT_FALSE(world.state().status_message.open) << "the timer has stopped";
+}
+
+TEST(StatusMessage, StandsInAWindowThatTakesNoFocusUntilTheModelHasItGone) {
+    WeatherState state;
+    QWidget parent;
+    VirtualClock clock;
+    VirtualPauses pauses{clock};
+    WindowNotices notices(pauses);
+    SmallWindows windows(state, &parent);
+    windows.offer_to(notices);
+    state.status_message = {true, "Forced FTP upload"};
+    windows.refresh();
+    EXPECT_EQ(parent.findChild<QWidget*>("NimbryDisplay"), nullptr) << "it is opened by its name";
+    notices.show_window("NimbryDisplay");
+    QCoreApplication::processEvents();
+    auto* window = parent.findChild<QWidget*>("NimbryDisplay");
+    ASSERT_NE(window, nullptr);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(window->windowTitle(), "Nimbry Status Message");
+    EXPECT_EQ(label(*window, "Label1"), "Forced FTP upload");
+    EXPECT_TRUE(window->windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus));
+    EXPECT_TRUE(window->testAttribute(Qt::WA_ShowWithoutActivating));
+
+    state.status_message.text = "Forced email send";
+    notices.show_window("NimbryDisplay");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(label(*window, "Label1"), "Forced email send");
+    state.status_message.open = false;
+    windows.refresh();
+    EXPECT_FALSE(window->isVisible());
+    notices.show_window("NimbryDisplay");
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(window->isVisible()) << "its moment was over before the window came to it";
 }
 
 TEST(SyncWindow, FollowsItsTextAndClosesWhenTheModelSaysSo) {

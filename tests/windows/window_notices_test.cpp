@@ -17,6 +17,7 @@
 #include "windows/message_dialog.h"
 #include "windows/sensor_window.h"
 #include "windows/svg_pictures.h"
+#include "windows/tray_icon.h"
 
 namespace nimbry::test {
 namespace {
@@ -35,8 +36,10 @@ Widget* top_level(const char* name) {
 
 class Notices : public testing::Test {
 protected:
-    Notices() : pauses(clock), form(state, {}), notices(pauses) {
+    Notices() : pauses(clock), form(state, {}, [this] { return has_tray; }), notices(pauses) {
         reset_main_panel(state);
+        QObject::connect(form.findChild<TrayIcon*>(), &TrayIcon::told,
+                         [this](const QString& title) { told_in_tray.append(title); });
         notices.set_main_window(&form);
         form.show();
     }
@@ -53,6 +56,8 @@ protected:
     platform::SystemClock clock;
     platform::LoopPauses pauses;
     WeatherState state;
+    bool has_tray = false;
+    QStringList told_in_tray;
     Form1 form;
     WindowNotices notices;
 };
@@ -74,6 +79,52 @@ TEST_F(Notices, ABalloonStandsBelowItsAnchor) {
     const QWidget* anchor = form.widget_of("TxtWindChill");
     const QRect rect(anchor->mapToGlobal(QPoint(0, 0)), anchor->size());
     EXPECT_EQ(tip()->pos(), BalloonTip::place(rect, tip()->size(), tip()->screen()->availableGeometry()));
+}
+
+TEST_F(Notices, ABalloonStandsAtTheHeatIndexUnlessItSaysWhere) {
+    notices.balloon({.title = "One", .text = "1"});
+    ASSERT_TRUE(QTest::qWaitFor([] { return tip() != nullptr; }));
+    const QWidget* anchor = form.widget_of("TxtHeatInd");
+    ASSERT_NE(anchor, nullptr);
+    const QRect rect(anchor->mapToGlobal(QPoint(0, 0)), anchor->size());
+    EXPECT_EQ(tip()->pos(), BalloonTip::place(rect, tip()->size(), tip()->screen()->availableGeometry()));
+}
+
+TEST_F(Notices, ABalloonMayHaveACloseMarkAndATimeOfItsOwn) {
+    notices.balloon({.title = "Both", .text = "1", .bShowClose = true});
+    ASSERT_TRUE(QTest::qWaitFor([] { return tip() != nullptr; }));
+    auto* close = tip()->findChild<QAbstractButton*>("imgClose");
+    EXPECT_TRUE(close->isVisible());
+    const auto* timer = tip()->findChild<QTimer*>("timAutoClose");
+    EXPECT_TRUE(timer->isActive());
+    close->click();
+    EXPECT_EQ(tip(), nullptr);
+    EXPECT_FALSE(timer->isActive());
+}
+
+TEST_F(Notices, ABalloonIsNoSmallerThanItSays) {
+    notices.balloon({.title = "Small", .text = "1"});
+    ASSERT_TRUE(QTest::qWaitFor([] { return tip() != nullptr; }));
+    EXPECT_EQ(tip()->size(), QSize(312, 108)) << "4680 and 1620 twips of 15 to the pixel";
+    notices.balloon({.title = "Large", .text = "1", .lHeight = 3000, .lWidth = 7500});
+    ASSERT_TRUE(QTest::qWaitFor([] { return label(tip(), "lblTitle") == "Large"; }));
+    EXPECT_EQ(tip()->size(), QSize(500, 200));
+}
+
+TEST_F(Notices, AWindowThatIsNotToBeSeenHasItsBalloonsInTheTrayToo) {
+    has_tray = true;
+    const auto tell = [this](const char* title) {
+        notices.balloon({.title = title, .text = "1"});
+        EXPECT_TRUE(QTest::qWaitFor([&] { return tip() != nullptr && label(tip(), "lblTitle") == title; }));
+    };
+    tell("Shown");
+    form.showMinimized();
+    tell("Minimised");
+    form.restore();
+    tell("Shown again");
+    form.hide_now();
+    tell("Hidden");
+    EXPECT_EQ(told_in_tray, (QStringList{"Minimised", "Hidden"}));
 }
 
 TEST_F(Notices, ANewBalloonReplacesTheOneThatShows) {

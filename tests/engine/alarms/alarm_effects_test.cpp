@@ -98,14 +98,15 @@ TEST_F(AlarmEffects, AHiddenWindowComesBack) {
     set(AlarmId::ABarLo, 2000);
     for (const bool in_tray : {false, true}) {
         SCOPED_TRACE(in_tray);
-        state.window.minimised = true;
-        state.window.in_tray = in_tray;
+        place_window(state, true, in_tray);
         world.notices.restored = 0;
         train();
         EXPECT_EQ(world.notices.restored, 1);
         EXPECT_FALSE(state.window.minimised);
         EXPECT_FALSE(state.window.in_tray);
         EXPECT_EQ(state.window.caption, "Nimbry 2.02 - WM-918 Weather Monitoring");
+        EXPECT_TRUE(state.menu.mnuHideNow.enabled);
+        EXPECT_FALSE(state.menu.mnuRestore.enabled);
     }
     train();
     EXPECT_EQ(world.notices.restored, 1) << "one that is there is left alone";

@@ -111,6 +111,7 @@ TEST(FirstCycle, MinimisesTheWindowOnceWhereThatIsWanted) {
         cycle(world);
         EXPECT_EQ(world.state().window.minimised, row.minimised);
         EXPECT_EQ(world.state().window.in_tray, row.in_tray);
+        EXPECT_EQ(world.state().menu.mnuRestore.enabled, row.minimised);
         world.state().window.minimised = false;
         cycle(world);
         EXPECT_FALSE(world.state().window.minimised) << "once";

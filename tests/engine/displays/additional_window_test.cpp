@@ -7,6 +7,7 @@
 #include <string>
 
 #include "engine/displays/box_list.h"
+#include "engine/publish/perform_upload.h"
 #include "tests/world/cycles.h"
 #include "tests/world/started_world.h"
 
@@ -22,6 +23,10 @@ protected:
     }
     [[nodiscard]] bool is_locked() { return !menu().mnuAdditional.enabled && !menu().fmb[4].enabled; }
     [[nodiscard]] bool is_free() { return menu().mnuAdditional.enabled && menu().fmb[4].enabled; }
+    void enter_a_place() {
+        world.state().settings.Latitude = "51.500000";
+        world.state().settings.Longitude = "0.000000";
+    }
     [[nodiscard]] std::ptrdiff_t clicks() {
         return std::count(world.sounds.played.begin(), world.sounds.played.end(), "click.WAV");
     }
@@ -85,13 +90,47 @@ TEST_F(AdditionalData, ShowsTheSunOrWhyThereIsNone) {
     EXPECT_EQ(panel().TxtSunrise.text, "Can't calculate Sunrise as no location entered") << "tags read it";
     EXPECT_EQ(panel().TxtSunset.text, "Can't calculate Sunset as no location entered");
 
-    world.state().settings.Latitude = "51.500000";
-    world.state().settings.Longitude = "0.000000";
+    enter_a_place();
+    cycle(world);
     additional_comes_to_front(world.copy());
     EXPECT_FALSE(panel().lblNoSun.visible);
     EXPECT_TRUE(panel().Picture1.visible);
     EXPECT_TRUE(panel().TxtSunrise.visible);
+}
+
+TEST_F(AdditionalData, WorksTheSunOutOnlyWhereNoCycleHasYet) {
+    enter_a_place();
+    open();
     EXPECT_TRUE(panel().TxtSunrise.text.starts_with("Sunrise today (05 October 2026) was at ")) << "before any cycle";
+    EXPECT_TRUE(panel().Picture1.visible);
+    panel().TxtSunrise.text = panel().TxtSunset.text = "as the cycle left it";
+    additional_comes_to_front(world.copy());
+    EXPECT_EQ(panel().TxtSunrise.text, "as the cycle left it") << "a look changes no tag";
+    EXPECT_EQ(panel().TxtSunset.text, "as the cycle left it");
+}
+
+TEST_F(AdditionalData, ItsButtonIsOffWhileItIsOpenOrAnUploadHasTheRowOff) {
+    const auto row = [this] {
+        std::string on;
+        for (const Box& button : menu().fmb) on += button.enabled ? '1' : '0';
+        return on;
+    };
+    open();
+    EXPECT_EQ(row(), "1111011");
+    enable_panel_buttons(world.state(), false);
+    EXPECT_EQ(row(), "0000000");
+    enable_panel_buttons(world.state(), true);
+    EXPECT_EQ(row(), "1111011") << "the upload has ended, the window is open";
+    EXPECT_FALSE(menu().mnuAdditional.enabled);
+    enable_panel_buttons(world.state(), false);
+    additional_closed(world.copy());
+    EXPECT_EQ(row(), "0000000") << "the window has closed, the upload runs";
+    EXPECT_TRUE(menu().mnuAdditional.enabled) << "an upload locks no menu";
+    open();
+    additional_closed(world.copy());
+    EXPECT_EQ(row(), "0000000");
+    enable_panel_buttons(world.state(), true);
+    EXPECT_EQ(row(), "1111111");
 }
 
 TEST_F(AdditionalData, TakesItsReadingsWhetherItIsOpenOrNot) {

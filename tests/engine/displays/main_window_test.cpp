@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "engine/core/weather_state.h"
+
 namespace nimbry {
 namespace {
 
@@ -55,6 +57,33 @@ TEST(MainWindowCaption, IsPlainAtFirstAndAgainWhenTheWindowComesBack) {
     window.minimised = false;
     update_caption(window, panel);
     EXPECT_EQ(window.caption, plain);
+}
+
+struct PlaceCase {
+    const char* what;
+    bool minimised, in_tray;
+    const char* caption;
+};
+
+TEST(MainWindowPlace, TakesTheCaptionAndTheTraysPairAlong) {
+    const PlaceCase cases[] = {
+        {"minimised", true, false, "+9.8 : 93 %"},
+        {"in the tray", true, true, plain},
+        {"shown", false, false, plain},
+    };
+    WeatherState state;
+    reset_main_panel(state);
+    state.panel.Text2[0].text = "+9.8";
+    state.panel.Text2[2].text = "93 %";
+    for (const PlaceCase& row : cases) {
+        SCOPED_TRACE(row.what);
+        place_window(state, row.minimised, row.in_tray);
+        EXPECT_EQ(state.window.minimised, row.minimised);
+        EXPECT_EQ(state.window.in_tray, row.in_tray);
+        EXPECT_EQ(state.window.caption, row.caption);
+        EXPECT_EQ(state.menu.mnuHideNow.enabled, !row.minimised);
+        EXPECT_EQ(state.menu.mnuRestore.enabled, row.minimised);
+    }
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <map>
 
+#include "engine/displays/additional_window.h"
 #include "engine/publish/ftp_watchdog.h"
 #include "engine/publish/published_files.h"
 #include "tests/engine/publish/upload_world.h"
@@ -299,6 +300,38 @@ TEST(PerformUpload, UnlocksTheButtonsAfterEachKindOfFailure) {
         FTPupload(world.copy);
         for (const Box& button : world.state.menu.fmb) EXPECT_TRUE(button.enabled);
         EXPECT_FALSE(world.timers.running(TimerId::TimFTPTOT));
+    }
+}
+
+struct MeetingCase {
+    const char* law;
+    bool succeeds, open_before, closed_within;
+};
+
+TEST(PerformUpload, LeavesTheButtonOfAnOpenWindowOff) {
+    const MeetingCase cases[] = {
+        {"the window is open when it ends", true, true, false},
+        {"the window is open when it fails", false, true, false},
+        {"the window closes while it runs", true, true, true},
+        {"the window closes while it fails", false, true, true},
+        {"the window is not open", true, false, false},
+    };
+    for (const MeetingCase& c : cases) {
+        SCOPED_TRACE(c.law);
+        UploadWorld world;
+        const Box& button = world.state.menu.fmb[4];
+        if (c.open_before) mnuAdditional(world.copy);
+        world.transfers.ftp.puts["index.html"] = {.after = 1s};
+        if (!c.succeeds) world.transfers.ftp.puts["index.html"].end = {.fault = "553 No"};
+        world.pauses.start([&] { FTPupload(world.copy); });
+        world.pauses.pause(500ms);
+        EXPECT_FALSE(button.enabled);
+        if (c.closed_within) additional_closed(world.copy);
+        EXPECT_FALSE(button.enabled) << "with the rest of the row";
+        EXPECT_FALSE(world.state.menu.fmb[3].enabled);
+        world.pauses.pause(5s);
+        EXPECT_TRUE(world.state.menu.fmb[3].enabled);
+        EXPECT_EQ(button.enabled, c.closed_within || !c.open_before);
     }
 }
 

@@ -99,6 +99,7 @@ TEST_F(Viewers, AChosenArchiveIsCopiedAnalysedAndItsSummaryShown) {
     EXPECT_EQ(mnuAlMonth(copy(), "alSep25.csv"), "NBYSummary.txt");
     EXPECT_EQ(files().contents("altemp.csv"), almanac);
     EXPECT_EQ(days.world.lines("NBYSummary.txt")[0], "Nimbry monthly summary for October 2025");
+    EXPECT_TRUE(days.world.sounds.played.empty()) << "the click came before the choice";
 }
 
 TEST_F(Viewers, AnArchiveOfAnotherFolderIsTakenByItsPath) {
