@@ -61,10 +61,10 @@ std::string laid_out(std::string_view scientific) {
 // double, 6 for a single) and that rounds to this very number is its shortest text.
 template <class Number>
 bool short_text(Number value, std::string& text) {
-    constexpr Number kPlaces = 1000;
-    constexpr Number kMost = std::is_same_v<Number, float> ? 999'999.0F : 999'999'999'999'999.0;
-    const Number thousandths = std::nearbyint(value * kPlaces);
-    if (!(std::abs(thousandths) <= kMost) || thousandths / kPlaces != value) return false;
+    constexpr Number thousand = 1000;
+    constexpr auto most = static_cast<Number>(std::is_same_v<Number, float> ? 999'999.0 : 999'999'999'999'999.0);
+    const Number thousandths = std::nearbyint(value * thousand);
+    if (!(std::abs(thousandths) <= most) || thousandths / thousand != value) return false;
 
     auto left = static_cast<std::uint64_t>(std::abs(thousandths));
     std::array<char, 20> digits{};
@@ -147,7 +147,7 @@ double any_number(std::string_view text) {
 // The same for a number of up to 15 digits without an exponent; nothing for any other. Both parts of the quotient are
 // exact in doubles then, so that it is the double nearest to the decimal.
 std::optional<double> short_number(std::string_view text) {
-    constexpr int kMost = 15;
+    constexpr int most = 15;
     std::int64_t digits = 0;
     double divisor = 1;
     int count = 0;
@@ -156,7 +156,7 @@ std::optional<double> short_number(std::string_view text) {
         if (c == '.' && !behind_point) {
             behind_point = true;
         } else if (is_digit(c)) {
-            if (++count > kMost) return std::nullopt;
+            if (++count > most) return std::nullopt;
             digits = digits * 10 + (c - '0');
             if (behind_point) divisor *= 10;
         } else if (is_exponent_mark(c)) {
