@@ -7,8 +7,8 @@
 
 namespace nimbry::platform {
 
-// The rim between the engine's texts (one Windows-1252 byte a character) and the Unicode of everything outside. Nothing
-// else in the program converts texts.
+// The rim between the engine's texts (one Windows-1252 byte a character) and Qt's Unicode. The engine's own way out, to
+// UTF-8, is engine/derived/code_page.h.
 
 /// A text of the engine as Unicode. Every byte has a character: the five that Windows-1252 leaves open (81, 8D, 8F, 90,
 /// 9D) stand for the control characters of the same number, so no text is lost on the way out and back.

@@ -6,8 +6,8 @@
 
 namespace nimbry::windows {
 
-/// A message box of the program. It is shown like any window and never waits; answered() gives the answer once there is
-/// one. Closing it in any way but a button gives the safe answer: ok, no, cancel.
+/// A message box of the program. It is shown like any window and never waits; answer() tells once it has
+/// finished(). Closing it in any way but a button gives the safe answer: ok, no, cancel.
 class MessageDialog : public QMessageBox {
     Q_OBJECT
 

@@ -24,8 +24,9 @@ struct StatusField {
 ///   frames.trains, .lone, .bad_checksum, .wrong_length, .unknown_tag, .before_first_train, .bytes_thrown_away,
 ///   uploads.ftp, .mail, .weather, .aprs: each .last_end (the computer's time), .last_result ("ok", or why it failed),
 ///   .next_due (the computer's time; of a mail the station's),
-///   sync.running, .last_end, .last_result,
-///   waiting_for (the files and flags that are waited for without a limit, oldest first; unknown: none)
+///   network.peers (a server's address list; in a client who sent the last group), network.last_datagram (the
+///   computer's time), sync.running, .peer (unknown: none), .last_end, .last_result, waiting_for (the files and flags
+///   that are waited for without a limit, oldest first; unknown: none)
 [[nodiscard]] std::vector<StatusField> copy_status(const Copy& copy);
 
 /// The fields as `name<TAB>value` lines; an unknown value is empty.

@@ -15,7 +15,7 @@ namespace nimbry {
 
 namespace {
 
-/// The names behind the verb; nothing when it was given a switch.
+/// False when there is a switch among the words.
 bool words_only(const std::vector<std::string>& arguments) {
     return VerbArguments(arguments, {}).right();
 }

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "engine/core/file_wait.h"
+#include "engine/core/switches.h"
 #include "engine/displays/status_message.h"
 #include "engine/graphs/graph_store.h"
 #include "engine/network/syncsock.h"
@@ -71,7 +72,7 @@ void save_and_stop(Copy& copy, std::string_view word) {
 void menu_exit(Copy& copy) {
     if (copy.state.run.ProgramClosing) return;
     const Unhurried unhurried(copy.ports.pauses);
-    copy.ports.sounds.play("click.WAV");
+    copy.ports.sounds.play(std::string(click_sound));
     copy.state.run.ProgramClosing = true;
     save_and_stop(copy, "normal exit");
     exit_step([&] { offer_to_hang_up(copy); });

@@ -8,9 +8,10 @@
 
 namespace nimbry {
 
-// A setup dialog holds settings in its controls, and the program reads them from there. So each dialog has a struct of
-// values that lives in the state, as long as the program does: the committed values, those in force. Its window edits a
-// copy of them (DialogDraft); accepting commits the copy, closing drops it. The struct's own
+// A setup dialog holds settings in its controls; each has a struct of their values. Those of the alarms, the marquee
+// and the internet live in the state: the struct is what is in force. The others are made from MainSettings or the
+// records when their window opens (comms_dialog(), units_dialog() ...), and accepting writes them back. A window edits
+// a copy (DialogDraft); accepting commits it, closing drops it. The struct's own
 //     std::vector<DialogControl> dialog_controls(Values&);
 // says which control holds which value, and that is all a window needs to bind its widgets.
 

@@ -118,7 +118,7 @@ void tell_status(Copy& copy) {
     });
 }
 
-void answer_request(Copy& copy, SyncCommand command) {
+void answer_file_request(Copy& copy, SyncCommand command) {
     NetworkState& network = copy.state.network;
     const FileRequest request{network.connection, ++network.file_requests, command};
     start_event(copy, "syncsock", [&copy, request] {

@@ -18,6 +18,6 @@ void tell_status(Copy& copy);
 /// Answers a request for a file in a conversation of its own: brings the file up to date, and sends it, or says that
 /// there is none. Nothing but the six files can be asked for. A later request, or the end of the connection, ends it
 /// without the end mark. A file that cannot be written or read leaves the request unanswered.
-void answer_request(Copy& copy, SyncCommand request);
+void answer_file_request(Copy& copy, SyncCommand request);
 
 }  // namespace nimbry

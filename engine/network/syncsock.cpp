@@ -68,7 +68,7 @@ void obey(Copy& copy, SyncCommand command) {
         case SyncCommand::RequestTdayFile:
         case SyncCommand::RequestYdayFile:
         case SyncCommand::RequestRainLH:
-        case SyncCommand::RequestAlmanac: answer_request(copy, command); break;
+        case SyncCommand::RequestAlmanac: answer_file_request(copy, command); break;
         case SyncCommand::filended:
             network.receiver.close_file();
             network.filedone = true;

@@ -208,7 +208,7 @@ TEST(CurlFtp, IsBrokenOffByLettingGoOfIt) {
         QElapsedTimer since;
         since.start();
         peer.session.reset();
-        EXPECT_LT(since.elapsed(), 100);
+        EXPECT_LT(since.elapsed(), 5000) << "broken off, not waited for";
         EXPECT_TRUE(run_events_until([&] { return !peer.lines("gone").empty(); }));
     }
 }

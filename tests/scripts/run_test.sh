@@ -48,6 +48,12 @@ answers() { ctl status >/dev/null; }
 shows() { grep -q -- "$1" out; }
 
 refuses 'says which option lacks its value' 2 './run: --dir needs a value' --dir
+refuses 'says so too when an option follows' 2 './run: --device needs a value' --device --headless
+mkdir -p own
+printf '[Main]\r\nSerialPort1=/dev/ttyUSB0\r\n' >own/Nimbry.ini
+refuses 'keeps invented weather out of a folder with settings of its own' 2 \
+    "./run: own has settings of its own: name the station's port with --device" --headless --dir own
+[ "$(ls own)" = Nimbry.ini ] || fail 'that folder is as it was' "$(ls own)"
 refuses 'says which option it does not know' 2 './run: unknown option --loud' --loud
 
 setsid ./run --headless --dir weather >out 2>&1 &

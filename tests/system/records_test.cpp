@@ -126,7 +126,7 @@ TEST_F(RecordsTest, AMonthsEndInRealTimeClosesTheDayAndTheMonth) {
     folder.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\ntmidnight=True\r\ntnineam=False\r\n");
     RunningCopy copy(folder, station.device(),
                      {.environment = {{"LD_PRELOAD", shifter},
-                                      {"FAKETIME", "@2026-10-31 23:59:56"},
+                                      {"FAKETIME", "@2026-10-31 23:59:45"},
                                       {"DONT_FAKE_MONOTONIC", "1"},
                                       {"TZ", "UTC"}},
                       .in_child = {}});
@@ -162,11 +162,11 @@ TEST_F(RecordsTest, ADaylightSavingNightMovesNoRecord) {
     const std::string shifter = clock_shifter();
     if (shifter.empty()) GTEST_SKIP() << "libfaketime is not installed";
     folder.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\n");
-    // 00:59:57 UTC, the first of the night's two 01:59:57; as a civil time it would be taken for the second.
+    // 00:59:45 UTC, the first of the night's two 01:59:45; as a civil time it would be taken for the second.
     RunningCopy copy(folder, station.device(),
                      {.environment = {{"LD_PRELOAD", shifter},
                                       {"FAKETIME_FMT", "%s"},
-                                      {"FAKETIME", "@1792889997"},
+                                      {"FAKETIME", "@1792889985"},
                                       {"DONT_FAKE_MONOTONIC", "1"},
                                       {"TZ", "Europe/London"}},
                       .in_child = {}});

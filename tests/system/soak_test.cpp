@@ -3,14 +3,18 @@
 
 #include <array>
 #include <chrono>
+#include <cmath>
 #include <csignal>
 #include <cstdlib>
+#include <ctime>
 #include <fstream>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <random>
 #include <string>
 
+#include "engine/derived/dates.h"
 #include "tests/system/running_copy.h"
 #include "tests/system/station_line.h"
 
@@ -24,6 +28,9 @@ std::chrono::seconds soak_time() {
     const char* asked = std::getenv("NIMBRY_SOAK_SECONDS");
     return std::chrono::seconds{asked == nullptr ? 120 : std::atoi(asked)};
 }
+
+/// 4 MiB.
+constexpr long spare_pages = 1024;
 
 /// The resident memory of a process, in pages.
 long resident_pages(const Process& process) {
@@ -42,7 +49,7 @@ protected:
                            "numofentries=1\r\niplist(1)=" +
                                own_address(8) + "\r\nLocalIP=" + own_address(7) + "\r\n");
         client_folder_.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\nfromnet=True\r\nLocalIP=" + own_address(8) + "\r\n");
-        shift_clock("+0");
+        shift_clock(0);
         const std::string shifter = clock_shifter();
         if (!shifter.empty()) {
             setting_.environment = {{"LD_PRELOAD", shifter},
@@ -65,8 +72,20 @@ protected:
         });
     }
 
-    /// The computer's clock stands so much beside the true one from now on: "+3h", "-90m".
-    void shift_clock(const std::string& by) const { clock_.put("shift", by + "\n"); }
+    /// The computer's clock stands so many hours beside the true one from now on.
+    void shift_clock(int hours) const { clock_.put("shift", (hours < 0 ? "" : "+") + std::to_string(hours) + "h\n"); }
+
+    /// How far the clock that the client goes by is from the true one, to the nearest hour.
+    [[nodiscard]] std::optional<int> hours_beside() const {
+        const QString stamp = client->status()["network"].toObject()["last_datagram"].toString();
+        const std::optional<CivilTime> seen = parse_stamp(stamp.toStdString());
+        if (!seen) return std::nullopt;
+        const std::time_t now = std::time(nullptr);
+        std::tm local{};
+        localtime_r(&now, &local);
+        const CivilTime here{std::chrono::seconds{timegm(&local)}};
+        return static_cast<int>(std::lround(static_cast<double>((*seen - here).count()) / 3600));
+    }
 
     void make_noise() {
         Bytes noise(500);
@@ -84,9 +103,10 @@ protected:
         EXPECT_TRUE(server->listens());
     }
 
-    void jump(const std::string& by) {
-        shift_clock(by);
-        EXPECT_TRUE(trains_flow());
+    void jump(int hours) {
+        if (clock_shifter().empty()) return;  // libfaketime is not installed
+        shift_clock(hours);
+        EXPECT_TRUE(eventually([&] { return trains_flow() && hours_beside() == hours; })) << hours;
     }
 
     void hold(const RunningCopy& copy) {
@@ -127,34 +147,32 @@ TEST_F(Soak, ServerAndClientComeBackByThemselvesEachTime) {
     ASSERT_TRUE(eventually([&] { return client->status()["role"].toString() == "client"; }));
     ASSERT_TRUE(trains_flow());
 
+    kill(server);
+    start_server();
+    ASSERT_TRUE(server->listens());
+    ASSERT_TRUE(trains_flow()) << "after the server was killed";
+    kill(client);
+    start_client();
+    ASSERT_TRUE(eventually([&] { return client->status()["role"].toString() == "client"; }));
+    ASSERT_TRUE(trains_flow()) << "after the client was killed";
+
+    // From here on the same two processes live through it all.
     struct Trouble {
         const char* what;
         std::function<void()> happens;
     };
-    const std::array<Trouble, 10> troubles{{
+    const std::array<Trouble, 8> troubles{{
         {"noise on the line", [&] { make_noise(); }},
         {"the adapter is pulled and put in again", [&] { pull_the_adapter(); }},
-        {"the computer's clock jumps ahead", [&] { jump("+3h"); }},
-        {"and back, beyond where it was", [&] { jump("-2h"); }},
-        {"and is right again", [&] { jump("+0"); }},
+        {"the computer's clock jumps ahead", [&] { jump(3); }},
+        {"and back, beyond where it was", [&] { jump(-2); }},
+        {"and is right again", [&] { jump(0); }},
         {"the server is stopped for a while", [&] { hold(*server); }},
         {"the client is stopped for a while", [&] { hold(*client); }},
         {"frames without a pause between them", [&] { send_at_full_speed(); }},
-        {"the server is killed",
-         [&] {
-             kill(server);
-             start_server();
-             EXPECT_TRUE(server->listens());
-         }},
-        {"the client is killed",
-         [&] {
-             kill(client);
-             start_client();
-             EXPECT_TRUE(eventually([&] { return client->status()["role"].toString() == "client"; }));
-         }},
     }};
     const auto end = std::chrono::steady_clock::now() + soak_time();
-    long most_pages = 0;
+    std::array<long, 2> most_pages{};
     for (int round = 0; round == 0 || std::chrono::steady_clock::now() < end; ++round) {
         for (const Trouble& trouble : troubles) {
             SCOPED_TRACE(std::to_string(round) + ": " + trouble.what);
@@ -163,9 +181,12 @@ TEST_F(Soak, ServerAndClientComeBackByThemselvesEachTime) {
             ASSERT_TRUE(server->runs());
             ASSERT_TRUE(client->runs());
         }
-        // What a round costs for good would show in an hour's many.
-        if (round == 0) most_pages = 2 * resident_pages(*server);
-        EXPECT_LE(resident_pages(*server), most_pages);
+        // What a round costs for good shows in an hour's many.
+        for (std::size_t n = 0; n < most_pages.size(); ++n) {
+            const long pages = resident_pages(n == 0 ? *server : *client);
+            if (round == 0) most_pages[n] = pages + spare_pages;
+            EXPECT_LE(pages, most_pages[n]) << (n == 0 ? "server" : "client");
+        }
     }
     for (const auto& copy : {server.get(), client.get()}) {
         copy->signal(SIGINT);

@@ -176,9 +176,9 @@ TEST_F(Notices, AHiddenWindowHasItsBalloonsInTheCornerOfTheScreen) {
 }
 
 TEST_F(Notices, ABalloonClosesByItself) {
-    notices.balloon({.title = "Short", .text = "1", .closes_after = Milliseconds{30}});
+    notices.balloon({.title = "Short", .text = "1", .closes_after = Milliseconds{1000}});
     ASSERT_TRUE(QTest::qWaitFor([] { return tip() != nullptr; }));
-    EXPECT_EQ(tip()->findChild<QTimer*>("timAutoClose")->interval(), 30);
+    EXPECT_EQ(tip()->findChild<QTimer*>("timAutoClose")->interval(), 1000);
     EXPECT_TRUE(QTest::qWaitFor([] { return tip() == nullptr; }));
 }
 

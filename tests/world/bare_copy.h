@@ -1,5 +1,9 @@
 #pragma once
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
 #include "engine/core/copy.h"
 #include "engine/core/run_time_error.h"
 #include "engine/graphs/graph_scales.h"
@@ -55,7 +59,7 @@ struct BareCopy {
         std::vector<std::string> lines;
         const std::string text = files.contents(std::string(ProgramLog::file));
         for (std::size_t from = 0; from < text.size();) {
-            const std::size_t end = text.find("\r\n", from);
+            const std::size_t end = std::min(text.find("\r\n", from), text.size());
             lines.push_back(text.substr(from, end - from));
             from = end + 2;
         }

@@ -16,6 +16,23 @@ bool is_row(const std::string& line) {
     return !line.empty() && line.front() >= '0' && line.front() <= '9';
 }
 
+/// The almanac's rows, without its head.
+std::vector<std::string> rows_in(const std::string& almanac) {
+    std::vector<std::string> rows;
+    for (std::size_t begin = 0; begin < almanac.size();) {
+        const std::size_t end = std::min(almanac.find("\r\n", begin), almanac.size());
+        std::string line = almanac.substr(begin, end - begin);
+        if (is_row(line)) rows.push_back(std::move(line));
+        begin = end + 2;
+    }
+    return rows;
+}
+
+/// "Oct26.csv": what a month's archives end in.
+std::string archive_tail(const DateParts& date) {
+    return month_name(date.month) + std::to_string(date.year % 100) + ".csv";
+}
+
 /// "alOct26.csv" and "logOct26.csv", not the copies of the viewers.
 bool is_archive(const std::string& name) {
     return name.ends_with(".csv") && (name.starts_with("al") || name.starts_with("log")) &&
@@ -68,13 +85,6 @@ void Years::wait_until_idle() {
     complain("busy for five minutes:" + busy());
 }
 
-std::vector<std::string> Years::rows() const {
-    std::vector<std::string> found;
-    for (const std::string& line : world_->lines("nbextreme.log"))
-        if (is_row(line)) found.push_back(line);
-    return found;
-}
-
 // The changeover cannot be counted on where something stood in its way, from the last save before it to the minute in
 // which it is caught up.
 bool Years::disturbed() const {
@@ -85,32 +95,29 @@ bool Years::disturbed() const {
 
 // One row a day. Near a stop, a full disk or a silence the day may go without, or be closed again after the start.
 void Years::look_at_rows() {
-    const std::vector<std::string> live = rows();
+    const DateParts ended = parts_of(change_ - 1s);
+    const std::vector<std::string> live = rows_in(world_->files.contents("nbextreme.log"));
     std::size_t all = live.size();
     std::string last = live.empty() ? "" : live.back();
     for (const auto& [name, bytes] : archives_) {
         if (!name.starts_with("al")) continue;
-        std::size_t begin = 0;
-        while (begin < bytes.size()) {
-            const std::size_t end = std::min(bytes.find("\r\n", begin), bytes.size());
-            const std::string line = bytes.substr(begin, end - begin);
-            if (is_row(line)) {
-                ++all;
-                if (live.empty()) last = line;
-            }
-            begin = end + 2;
-        }
+        const std::vector<std::string> archived = rows_in(bytes);
+        all += archived.size();
+        if (live.empty() && name == "al" + archive_tail(ended) && !archived.empty()) last = archived.back();
     }
-    const std::size_t more = all - rows_before_;
+    const auto more = static_cast<std::ptrdiff_t>(all) - static_cast<std::ptrdiff_t>(rows_before_);
     const bool first = days_ == 0;
     rows_before_ = all;
     if (first) return;
+    if (more < 0) complain(std::to_string(-more) + " rows of the almanac are lost");
     if (disturbed()) {
         ++tally_["disturbed days with " + std::to_string(more) + " rows"];
         return;
     }
     ++tally_["days of one row"];
     if (more != 1) complain(std::to_string(more) + " rows for an undisturbed day");
+    const std::string date = std::to_string(ended.day) + "," + month_name(ended.month) + ",";
+    if (!last.starts_with(date)) complain("the day of " + date + " has the row " + last.substr(0, 20));
     if (std::count(last.begin(), last.end(), ',') != 33) complain("a row of another shape: " + last);
 }
 
@@ -127,7 +134,7 @@ void Years::look_at_archives() {
         if (!world_->files.exists(name)) complain("the archive " + name + " is gone");
     if (days_ > 1 && parts_of(now()).day == 1) {
         const DateParts month = parts_of(now() - 24h);
-        const std::string tail = month_name(month.month) + std::to_string(month.year % 100) + ".csv";
+        const std::string tail = archive_tail(month);
         if (!archives_.contains("log" + tail)) complain("there is no archive log" + tail);
         if (!disturbed() && end_ == DayEndHour::midnight && !archives_.contains("al" + tail))
             complain("there is no archive al" + tail);
@@ -187,12 +194,13 @@ void Years::look_at_heap() {
     world.transfers.asked = {};
     world.transfers.reachability_asked = {};
     std::size_t files = 0;
-    for (const std::string& name : world.files.names()) files += world.files.contents(name).size();
+    constexpr std::size_t copies_of_the_disk = 2;  // as it is, and as it was synced
+    for (const std::string& name : world.files.names()) files += copies_of_the_disk * world.files.contents(name).size();
     for (const auto& [name, bytes] : archives_) files += bytes.size();
     const std::size_t used = mallinfo2().uordblks;
-    constexpr std::size_t copies_of_the_disk = 2, spare = std::size_t{1} << 20;
+    constexpr std::size_t spare = std::size_t{1} << 20;
     constexpr std::size_t most_of_any_copy = std::size_t{12} << 20;
-    heap_ = used - std::min(used, files * copies_of_the_disk);
+    heap_ = used - std::min(used, files);
     // After a whole day everything that is kept for a day is full, in this copy as in any other.
     const std::size_t most = heap_of_copy_ + spare;
     if (++looks_at_copy_ == 2) heap_of_copy_ = heap_;

@@ -81,7 +81,6 @@ private:
     void look_at_heap();
     void wait_until_idle();
     [[nodiscard]] std::string busy() const;
-    [[nodiscard]] std::vector<std::string> rows() const;
     void complain(const std::string& what);
     [[nodiscard]] CivilTime now() const { return world_->clock.computer_time(); }
 

@@ -36,7 +36,7 @@ std::string file_of(int count) {
 std::vector<std::string> lines_of(const std::string& text) {
     std::vector<std::string> lines;
     for (std::size_t from = 0; from < text.size();) {
-        const std::size_t end = text.find("\r\n", from);
+        const std::size_t end = std::min(text.find("\r\n", from), text.size());
         lines.push_back(text.substr(from, end - from));
         from = end + 2;
     }
