@@ -103,7 +103,9 @@ void Years::look_at_rows() {
         if (!name.starts_with("al")) continue;
         const std::vector<std::string> archived = rows_in(bytes);
         all += archived.size();
-        if (live.empty() && name == "al" + archive_tail(ended) && !archived.empty()) last = archived.back();
+        // A day that ends at nine on the first belongs to the month before.
+        if (live.empty() && name == "al" + archive_tail(parts_of(change_ - 24h)) && !archived.empty())
+            last = archived.back();
     }
     const auto more = static_cast<std::ptrdiff_t>(all) - static_cast<std::ptrdiff_t>(rows_before_);
     const bool first = days_ == 0;
