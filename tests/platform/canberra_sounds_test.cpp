@@ -11,8 +11,8 @@ namespace {
 // Where a test runs there is seldom a device, and what there is must not be heard: a driver that plays nothing.
 class CanberraSoundsTest : public testing::Test {
 protected:
-    CanberraSoundsTest() { setenv("CANBERRA_DRIVER", "null", 1); }
-    ~CanberraSoundsTest() override { unsetenv("CANBERRA_DRIVER"); }
+    void SetUp() override { setenv("CANBERRA_DRIVER", "null", 1); }
+    void TearDown() override { unsetenv("CANBERRA_DRIVER"); }
 
     /// What playing `file` writes to standard error; it must return.
     std::string played(const std::string& file) {

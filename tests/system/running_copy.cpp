@@ -41,18 +41,17 @@ void redirect(int descriptor, const char* file, int flags) {
     close(opened);
 }
 
-}  // namespace
-
-Process::Process(const std::string& program, const std::vector<std::string>& arguments, const Setting& setting) {
-    const std::string out = outputs_.path("out");
-    const std::string err = outputs_.path("err");
+pid_t started(const std::string& program, const std::vector<std::string>& arguments, const Process::Setting& setting,
+              const TemporaryFolder& outputs) {
+    const std::string out = outputs.path("out");
+    const std::string err = outputs.path("err");
     std::vector<char*> words{const_cast<char*>(program.c_str())};
     for (const std::string& argument : arguments) words.push_back(const_cast<char*>(argument.c_str()));
     words.push_back(nullptr);
 
-    id_ = fork();
-    if (id_ < 0) throw std::runtime_error("no process");
-    if (id_ > 0) return;
+    const pid_t id = fork();
+    if (id < 0) throw std::runtime_error("no process");
+    if (id > 0) return id;
     redirect(STDIN_FILENO, "/dev/null", O_RDONLY);
     redirect(STDOUT_FILENO, out.c_str(), O_WRONLY | O_CREAT);
     redirect(STDERR_FILENO, err.c_str(), O_WRONLY | O_CREAT);
@@ -61,6 +60,11 @@ Process::Process(const std::string& program, const std::vector<std::string>& arg
     execv(program.c_str(), words.data());
     _exit(127);
 }
+
+}  // namespace
+
+Process::Process(const std::string& program, const std::vector<std::string>& arguments, const Setting& setting)
+    : id_(started(program, arguments, setting, outputs_)) {}
 
 Process::~Process() {
     if (!runs()) return;

@@ -55,7 +55,7 @@ public:
 
 private:
     TemporaryFolder outputs_;
-    pid_t id_ = -1;
+    pid_t id_;
     bool ended_ = false;
     Ending ending_;
 };

@@ -30,7 +30,7 @@ protected:
         EXPECT_TRUE(QTest::qWaitForWindowActive(form.get()));
         tip = form->findChild<ConversionTip*>("Nimbryconv");
     }
-    ~Conversions() override { QToolTip::hideText(); }
+    void TearDown() override { QToolTip::hideText(); }
 
     [[nodiscard]] ValueBox* box(const char* name) const { return form->findChild<ValueBox*>(name); }
 

@@ -43,7 +43,7 @@ protected:
         notices.set_main_window(&form);
         form.show();
     }
-    ~Notices() override {
+    void TearDown() override {
         pauses.finish();
         notices.set_main_window(nullptr);
     }
