@@ -57,11 +57,7 @@ private:
 /// A pseudo-terminal in the place of the station's port.
 class PseudoTerminal {
 public:
-    PseudoTerminal() : master_(posix_openpt(O_RDWR | O_NOCTTY)) {
-        grantpt(master_);
-        unlockpt(master_);
-        name_ = ptsname(master_);
-    }
+    PseudoTerminal() : master_(opened()), name_(ptsname(master_)) {}
     ~PseudoTerminal() { ::close(master_); }
     PseudoTerminal(const PseudoTerminal&) = delete;
     PseudoTerminal& operator=(const PseudoTerminal&) = delete;
@@ -72,6 +68,13 @@ public:
     }
 
 private:
+    static int opened() {
+        const int master = posix_openpt(O_RDWR | O_NOCTTY);
+        grantpt(master);
+        unlockpt(master);
+        return master;
+    }
+
     int master_;
     std::string name_;
 };
