@@ -76,8 +76,8 @@ COMPLETE = r"""
 . "$1"; shift
 COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); COMPREPLY=()
 compopt() { :; }
-spec=$(complete -p "$1")
-function=${spec#*-F }
+registered=$(complete -p "$1")
+function=${registered#*-F }
 "${function%% *}"
 printf '%s\n' "${COMPREPLY[@]}"
 """
