@@ -10,17 +10,12 @@ namespace {
 
 using namespace std::chrono_literals;
 using test::at;
+using test::day_text;
 using test::MemoryFiles;
 using test::WeatherDays;
 
 const std::string midnight_keys = "tmidnight=True\r\ntnineam=False\r\n";
 const std::string local_keys = "[FTP]\r\nLocalSave=True\r\nLocalPath=/local\r\n";
-
-std::string day_text(const std::string& stamp, int lines) {
-    std::string text = stamp + "\r\n";
-    for (int n = 2; n <= lines; ++n) text += "1\r\n";
-    return text;
-}
 
 // A copy on the eve of a changeover, with every file that one can touch.
 class Eve {

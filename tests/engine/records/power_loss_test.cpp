@@ -12,6 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using test::at;
+using test::day_text;
 using test::MemoryFiles;
 using test::WeatherDays;
 
@@ -22,12 +23,6 @@ const std::string old_row =
     "30,Oct,+15.2,14:05,+6.1,05:40,97,06:00,54,15:10,+9.8,13:00,+4.1,06:41,+22.5,18:00,+17.9,07:10,+5,06:50,-999,"
     "00:00,0,08:00,1019,08:00,1013,20:00,21.6,16:20,225,0,5,2.5\r\n";
 const std::string old_log = "30,Oct,23:45:02,+12.3,54,+3.3,+11.2,n.a.,11,200,15,225,1013,Steady,0,123,+21.5,45\r\n";
-
-std::string day_text(const std::string& stamp, int lines) {
-    std::string text = stamp + "\r\n";
-    for (int n = 2; n <= lines; ++n) text += "1\r\n";
-    return text;
-}
 
 /// The last minutes of a month: the weather log is written and archived, the day and its almanac are closed, new units
 /// are chosen, pages and small files are made.

@@ -14,6 +14,13 @@ inline CivilTime at(int month, int day, int hour, int minute, int second = 0, in
     return *civil_time({year, month, day, hour, minute, second});
 }
 
+/// A day file of so many lines: its stamp, then ones.
+inline std::string day_text(const std::string& stamp, int lines) {
+    std::string text = stamp + "\r\n";
+    for (int n = 2; n <= lines; ++n) text += "1\r\n";
+    return text;
+}
+
 /// A copy that has run before, whose station and computer show the same time, fed a train every ten seconds.
 class WeatherDays {
 public:
