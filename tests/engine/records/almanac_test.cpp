@@ -12,7 +12,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using test::at;
-using test::WeatherDays;
 
 // A copy whose day is complete, at a station's time, without an engine around it.
 struct AlmanacCopy : test::BareCopy {
