@@ -9,8 +9,8 @@
 namespace nimbry::platform {
 
 CurlHandle::CurlHandle(std::function<bool()> broken_off, OpenSockets& sockets, const std::string& certificates)
-    : broken_off_(std::move(broken_off)), sockets_(sockets), curl_(curl_easy_init()) {
-    if (curl_ == nullptr) throw std::bad_alloc();
+    : broken_off_(std::move(broken_off)), sockets_(sockets), connections_(curl_multi_init()), curl_(curl_easy_init()) {
+    if (connections_ == nullptr || curl_ == nullptr) throw std::bad_alloc();
     set(CURLOPT_NOSIGNAL, 1L);
     set(CURLOPT_NOPROGRESS, 0L);
     set(CURLOPT_XFERINFOFUNCTION, &CurlHandle::progress);
@@ -29,6 +29,35 @@ void CurlHandle::listen(std::function<void(bool ours, std::string line)> heard) 
     set(CURLOPT_VERBOSE, 1L);
     set(CURLOPT_DEBUGFUNCTION, &CurlHandle::debug);
     set(CURLOPT_DEBUGDATA, this);
+}
+
+// Not curl_easy_perform(): where a server answers EPSV at once, libcurl has no socket to wait for until it is called
+// again, and that call waits its whole second for nothing, at every such file.
+CURLcode CurlHandle::perform() {
+    curl_multi_add_handle(connections_.get(), get());
+    int running = 0;
+    CURLMcode ran = curl_multi_perform(connections_.get(), &running);
+    while (ran == CURLM_OK && running > 0) {
+        wait_for_sockets();
+        ran = curl_multi_perform(connections_.get(), &running);
+    }
+    CURLcode verdict = CURLE_OUT_OF_MEMORY;
+    int more = 0;
+    while (const CURLMsg* const message = curl_multi_info_read(connections_.get(), &more))
+        if (message->msg == CURLMSG_DONE) verdict = message->data.result;
+    curl_multi_remove_handle(connections_.get(), get());
+    return verdict;
+}
+
+void CurlHandle::wait_for_sockets() {
+    constexpr int look_for_a_break_ms = 1000, next_step_ms = 1;
+    fd_set in, out, faults;
+    FD_ZERO(&in);
+    FD_ZERO(&out);
+    FD_ZERO(&faults);
+    int highest = -1;
+    curl_multi_fdset(connections_.get(), &in, &out, &faults, &highest);
+    curl_multi_poll(connections_.get(), nullptr, 0, highest < 0 ? next_step_ms : look_for_a_break_ms, nullptr);
 }
 
 long CurlHandle::number(CURLINFO what) const {

@@ -16,6 +16,10 @@ struct CurlCleanup {
     void operator()(curl_slist* list) const { curl_slist_free_all(list); }
 };
 
+struct CurlMultiCleanup {
+    void operator()(CURLM* connections) const { curl_multi_cleanup(connections); }
+};
+
 /// One libcurl transfer after the other on one handle, which keeps its connection between them. Used by one thread.
 class CurlHandle {
 public:
@@ -39,7 +43,9 @@ public:
     /// Refuses connections that `refused` says yes to.
     void refuse(std::function<bool(const curl_sockaddr&)> refused) { refused_ = std::move(refused); }
 
-    CURLcode perform() { return curl_easy_perform(get()); }
+    /// Carries the transfer out that the options describe, over the connection of the last one where that still stands;
+    /// ends with libcurl's verdict. It takes as long as it takes: `broken_off` is the only way out.
+    CURLcode perform();
 
     /// A number of the last transfer: CURLINFO_RESPONSE_CODE, CURLINFO_OS_ERRNO.
     [[nodiscard]] long number(CURLINFO what) const;
@@ -47,6 +53,7 @@ public:
     [[nodiscard]] CURL* get() const { return curl_.get(); }
 
 private:
+    void wait_for_sockets();
     static curl_socket_t open_socket(void* self, curlsocktype, curl_sockaddr* address);
     static int close_socket(void* sockets, curl_socket_t socket);
     static int progress(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t);
@@ -56,7 +63,9 @@ private:
     OpenSockets& sockets_;
     std::function<void(bool, std::string)> heard_;
     std::function<bool(const curl_sockaddr&)> refused_;
-    std::unique_ptr<CURL, CurlCleanup> curl_;  // the first to go: its clean-up still talks, and calls the rest
+    // The first to go, the transfer before its connections: their clean-up still talks, and calls the rest.
+    std::unique_ptr<CURLM, CurlMultiCleanup> connections_;
+    std::unique_ptr<CURL, CurlCleanup> curl_;
 };
 
 /// A command as it may be shown: the word behind PASS is replaced by "****".
