@@ -4,10 +4,10 @@
 #include "engine/core/run_time_error.h"
 #include "engine/derived/dates.h"
 #include "engine/derived/number_text.h"
-#include "engine/derived/rain.h"
 #include "engine/graphs/graph_scales.h"
 #include "engine/graphs/graph_store.h"
 #include "engine/graphs/graph_view.h"
+#include "engine/records/rain.h"
 
 namespace nimbry {
 namespace {

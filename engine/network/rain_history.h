@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "engine/derived/rain_state.h"
+#include "engine/records/rain_state.h"
 
 namespace nimbry {
 

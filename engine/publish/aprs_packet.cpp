@@ -6,7 +6,7 @@
 #include "engine/derived/dates.h"
 #include "engine/derived/factors.h"
 #include "engine/derived/number_text.h"
-#include "engine/derived/rain.h"
+#include "engine/records/rain.h"
 #include "engine/reports/tag_forms.h"
 #include "engine/sun/location.h"
 

@@ -2,7 +2,6 @@
 
 #include "engine/core/file_wait.h"
 #include "engine/core/run_time_error.h"
-#include "engine/derived/rain.h"
 #include "engine/publish/local_save.h"
 #include "engine/records/almanac.h"
 #include "engine/records/auto_report.h"
@@ -10,6 +9,7 @@
 #include "engine/records/day_files.h"
 #include "engine/records/extremes_display.h"
 #include "engine/records/file_steps.h"
+#include "engine/records/rain.h"
 #include "engine/records/record_step.h"
 
 namespace nimbry {

@@ -2,11 +2,11 @@
 
 #include "engine/core/run_time_error.h"
 #include "engine/derived/number_text.h"
-#include "engine/derived/rain.h"
 #include "engine/graphs/graph_store.h"
 #include "engine/publish/publishing.h"
 #include "engine/records/changeover.h"
 #include "engine/records/load_extremes.h"
+#include "engine/records/rain.h"
 #include "engine/records/record_step.h"
 #include "engine/records/update_extremes.h"
 #include "engine/sun/sun_texts.h"

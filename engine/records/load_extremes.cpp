@@ -6,7 +6,6 @@
 #include "engine/core/run_time_error.h"
 #include "engine/derived/dates.h"
 #include "engine/derived/number_text.h"
-#include "engine/derived/rain.h"
 #include "engine/graphs/graph_store.h"
 #include "engine/records/changeover.h"
 #include "engine/records/data_log.h"
@@ -14,6 +13,7 @@
 #include "engine/records/do_changeover.h"
 #include "engine/records/extremes_display.h"
 #include "engine/records/file_steps.h"
+#include "engine/records/rain.h"
 #include "engine/records/record_step.h"
 #include "engine/records/save_extremes.h"
 

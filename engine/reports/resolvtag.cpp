@@ -1,6 +1,6 @@
 #include "engine/reports/resolvtag.h"
 
-#include "engine/derived/rain.h"
+#include "engine/records/rain.h"
 #include "engine/reports/tag_table.h"
 #include "engine/reports/template_scanner.h"
 #include "engine/station/station_time.h"

@@ -7,8 +7,8 @@
 
 #include "engine/core/process_cycle.h"
 #include "engine/core/run_time_error.h"
-#include "engine/derived/rain.h"
 #include "engine/graphs/graph_store.h"
+#include "engine/records/rain.h"
 #include "engine/reports/tag_words.h"
 #include "tests/engine/reports/tag_states.h"
 

@@ -1,4 +1,4 @@
-#include "engine/derived/rain.h"
+#include "engine/records/rain.h"
 
 #include <algorithm>
 #include <cmath>
