@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
+#include "engine/ports/bytes.h"
 #include "engine/ports/send_fault.h"
-#include "engine/ports/serial_line.h"
 
 namespace nimbry {
 

@@ -1,12 +1,11 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
-namespace nimbry {
+#include "engine/ports/bytes.h"
 
-using Bytes = std::vector<std::uint8_t>;
+namespace nimbry {
 
 /// How an attempt to open the port ended. The number is the one that the port's message box shows.
 enum class PortOpenResult : int {

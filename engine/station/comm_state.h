@@ -7,7 +7,7 @@
 #include <string>
 
 #include "engine/core/busy_flag.h"
-#include "engine/ports/serial_line.h"
+#include "engine/ports/bytes.h"
 #include "engine/station/frame_fault.h"
 
 namespace nimbry {

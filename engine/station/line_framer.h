@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <optional>
 
+#include "engine/ports/bytes.h"
 #include "engine/ports/clock.h"
-#include "engine/ports/serial_line.h"
 
 namespace nimbry {
 

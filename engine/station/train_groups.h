@@ -4,7 +4,7 @@
 #include <string>
 
 #include "engine/core/copy.h"
-#include "engine/ports/serial_line.h"
+#include "engine/ports/bytes.h"
 #include "engine/station/frame_fault.h"
 
 namespace nimbry {

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
+#include "engine/ports/bytes.h"
 #include "engine/ports/clock.h"
-#include "engine/ports/serial_line.h"
 
 namespace nimbry {
 

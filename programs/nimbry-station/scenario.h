@@ -8,8 +8,8 @@
 #include <variant>
 #include <vector>
 
+#include "engine/ports/bytes.h"
 #include "engine/ports/clock.h"
-#include "engine/ports/serial_line.h"
 #include "programs/nimbry-station/reading.h"
 
 namespace nimbry::simulator {

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "engine/ports/serial_line.h"
+#include "engine/ports/bytes.h"
 #include "engine/station/train_writer.h"
 #include "tests/support/pseudo_terminal.h"
 #include "tests/support/temporary_folder.h"

@@ -15,7 +15,7 @@
 #include <utility>
 #include <vector>
 
-#include "engine/ports/serial_line.h"
+#include "engine/ports/bytes.h"
 
 // What the tests of the running program need: somebody who looks on while its event loop runs, and a station.
 
