@@ -2,7 +2,7 @@
 
 #include <QVBoxLayout>
 
-#include "engine/network/sync_window.h"
+#include "engine/network/sync_progress.h"
 #include "platform/text_bytes.h"
 #include "windows/screen_room.h"
 
@@ -10,7 +10,7 @@ namespace nimbry::windows {
 
 SyncWindow::SyncWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
     setObjectName(QStringLiteral("frmSync"));
-    setWindowTitle(platform::unicode(nimbry::SyncWindow::title));
+    setWindowTitle(platform::unicode(SyncProgress::title));
     setAttribute(Qt::WA_ShowWithoutActivating);
     text_.setObjectName(QStringLiteral("Text1"));
     text_.setReadOnly(true);

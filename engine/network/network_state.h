@@ -8,8 +8,8 @@
 
 #include "engine/core/busy_flag.h"
 #include "engine/core/run_time_error.h"
+#include "engine/network/sync_progress.h"
 #include "engine/network/sync_receiver.h"
-#include "engine/network/sync_window.h"
 #include "engine/ports/clock.h"
 #include "engine/ports/streams.h"
 
@@ -52,7 +52,7 @@ struct NetworkState {
     int serverstatustries = 0;
     int tftries = 0;
     std::string foundIP;  ///< the server's address
-    SyncWindow frmSync;
+    SyncProgress frmSync;
     std::optional<CivilTime> sync_end;  ///< when the last synchronisation ended, by the computer's clock
     std::string sync_result;            ///< and how
 };

@@ -215,7 +215,7 @@ TEST(SyncWindow, FollowsItsTextAndClosesWhenTheModelSaysSo) {
     WindowNotices notices(pauses);
     SmallWindows windows(state, &parent);
     windows.offer_to(notices);
-    nimbry::SyncWindow& model = state.network.frmSync;
+    SyncProgress& model = state.network.frmSync;
     model.open = true;
     model.Text1 = "A Nimbry server was detected at 10.0.0.1\r\n";
     notices.show_window("frmSync");

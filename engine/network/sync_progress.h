@@ -7,9 +7,9 @@ namespace nimbry {
 
 struct Copy;
 
-/// The window in which a client tells how the fetching of its server's files goes (`frmSync`). One text, read-only,
-/// that stands at its end.
-struct SyncWindow {
+/// What the window shows in which a client tells how the fetching of its server's files goes (`frmSync`): one text,
+/// read-only, that stands at its end.
+struct SyncProgress {
     static constexpr std::string_view title = "Nimbry Client/Server Synchronization";
 
     bool open = false;
@@ -24,6 +24,6 @@ void open_sync_window(Copy& copy);
 void sync_line(Copy& copy, std::string_view line);
 
 /// Empties the text and closes the window.
-void close_sync_window(SyncWindow& window);
+void close_sync_window(SyncProgress& progress);
 
 }  // namespace nimbry

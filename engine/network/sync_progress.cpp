@@ -1,13 +1,13 @@
-#include "engine/network/sync_window.h"
+#include "engine/network/sync_progress.h"
 
 #include "engine/core/copy.h"
 
 namespace nimbry {
 
 void open_sync_window(Copy& copy) {
-    SyncWindow& window = copy.state.network.frmSync;
-    window = {};
-    window.open = true;
+    SyncProgress& progress = copy.state.network.frmSync;
+    progress = {};
+    progress.open = true;
     copy.ports.notices.show_window("frmSync");
 }
 
@@ -16,8 +16,8 @@ void sync_line(Copy& copy, std::string_view line) {
     if (!line.empty()) copy.ports.notices.progress(std::string(line));
 }
 
-void close_sync_window(SyncWindow& window) {
-    window = {};
+void close_sync_window(SyncProgress& progress) {
+    progress = {};
 }
 
 }  // namespace nimbry
