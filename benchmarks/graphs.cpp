@@ -3,6 +3,7 @@
 #include <chrono>
 
 #include "engine/graphs/graph_file.h"
+#include "engine/graphs/graph_sampling.h"
 #include "engine/graphs/graph_store.h"
 #include "engine/graphs/graph_svg.h"
 #include "engine/graphs/graph_view.h"

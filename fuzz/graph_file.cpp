@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "engine/derived/dates.h"
+#include "engine/graphs/graph_sampling.h"
 #include "engine/graphs/graph_scales.h"
 #include "engine/graphs/graph_store.h"
 #include "engine/graphs/graph_svg.h"

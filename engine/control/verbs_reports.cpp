@@ -4,7 +4,7 @@
 #include "engine/control/verb_arguments.h"
 #include "engine/core/run_time_error.h"
 #include "engine/derived/code_page.h"
-#include "engine/publish/local_save.h"
+#include "engine/publish/local_pages.h"
 #include "engine/reports/default_templates.h"
 #include "engine/reports/genhtml.h"
 #include "engine/reports/resolvtag.h"

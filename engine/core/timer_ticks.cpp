@@ -3,7 +3,7 @@
 #include "engine/alarms/alarms.h"
 #include "engine/displays/big_display.h"
 #include "engine/displays/status_message.h"
-#include "engine/graphs/graph_store.h"
+#include "engine/graphs/graph_sampling.h"
 #include "engine/publish/publishing.h"
 #include "engine/records/data_log.h"
 #include "engine/reports/small_files.h"

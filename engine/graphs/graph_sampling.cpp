@@ -1,3 +1,5 @@
+#include "engine/graphs/graph_sampling.h"
+
 #include <algorithm>
 #include <cmath>
 

@@ -6,7 +6,7 @@
 
 namespace nimbry {
 
-// The day of samples behind the graphs: kept in `grafdata.dat`, filled once a minute.
+// The day of samples behind the graphs: kept in `grafdata.dat`, filled once a minute (graph_sampling.h).
 
 /// Reads the store from its file, lets the time that has passed since the save pass over it, and draws. Without a file
 /// of the last day that can be read the store is empty and `havegrafdata` false; panes that showed a day are emptied. A
@@ -17,14 +17,6 @@ void loadgrafdata(Copy& copy);
 /// the first train, before the first drawing, and with less than two samples. A write that fails is one line in the
 /// program log under `caller`, the tag of the routine that wants the save.
 void savegrafdata(Copy& copy, std::string_view caller);
-
-/// Once a minute, from the graph tick of the cycle: stores a sample of every series, shows the highest gust of the last
-/// hour, saves the store, looks after the rain since midnight, and draws. Does nothing while another sample is being
-/// taken. Tag "updategraphs". May wait.
-void updategraphs(Copy& copy);
-
-/// GrFailTimer: nine ticks after a store was loaded that nothing has drawn, a sample is taken and drawn.
-void refresh_missing_graphs(Copy& copy);
 
 /// The menu entry "Reset graphs": asks, and on yes empties the store.
 void resetgraphs(Copy& copy);

@@ -1,3 +1,5 @@
+#include "engine/publish/ftp_upload.h"
+
 #include <string>
 #include <utility>
 
@@ -6,9 +8,8 @@
 #include "engine/publish/ftp_watchdog.h"
 #include "engine/publish/internet.h"
 #include "engine/publish/last_run.h"
-#include "engine/publish/local_save.h"
+#include "engine/publish/local_pages.h"
 #include "engine/publish/perform_upload.h"
-#include "engine/publish/publishing.h"
 #include "engine/publish/red_button.h"
 #include "engine/reports/genhtml.h"
 #include "engine/reports/page_names.h"

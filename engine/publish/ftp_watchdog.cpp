@@ -4,7 +4,6 @@
 
 #include "engine/publish/internet.h"
 #include "engine/publish/mail_body.h"
-#include "engine/publish/publishing.h"
 
 namespace nimbry {
 namespace {

@@ -1,3 +1,5 @@
+#include "engine/publish/local_pages.h"
+
 #include <optional>
 #include <string>
 #include <utility>

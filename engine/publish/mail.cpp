@@ -1,3 +1,5 @@
+#include "engine/publish/mail.h"
+
 #include <algorithm>
 #include <memory>
 #include <string>
@@ -6,12 +8,12 @@
 #include "engine/core/event.h"
 #include "engine/derived/number_text.h"
 #include "engine/publish/forced_run.h"
+#include "engine/publish/ftp_upload.h"
 #include "engine/publish/internet.h"
 #include "engine/publish/last_run.h"
 #include "engine/publish/mail_address.h"
 #include "engine/publish/mail_body.h"
 #include "engine/publish/published_files.h"
-#include "engine/publish/publishing.h"
 #include "engine/records/auto_report.h"
 #include "engine/reports/genhtml.h"
 #include "engine/reports/resolvtag.h"

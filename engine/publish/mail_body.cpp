@@ -5,7 +5,6 @@
 #include "engine/core/run_time_error.h"
 #include "engine/core/separator.h"
 #include "engine/derived/number_text.h"
-#include "engine/publish/publishing.h"
 #include "engine/reports/generation.h"
 #include "engine/reports/resolvtag.h"
 #include "engine/reports/template_scanner.h"

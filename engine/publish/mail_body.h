@@ -16,7 +16,8 @@ void genmail(Copy& copy);
 /// The alarm's, from `mail_alm_template.txt`; `IsAlarmMail` is set meanwhile.
 void genAlarmMail(Copy& copy);
 
-// The changeover's, from `mail_co_template.txt`, is gencomail() (publishing.h), which the changeover calls.
+/// The changeover's, from `mail_co_template.txt`, before the day is closed.
+void gencomail(Copy& copy);
 
 /// Forgets the mail that is made and has not gone.
 void drop_pending_mail(WeatherState& state);

@@ -1,3 +1,5 @@
+#include "engine/publish/weather_services.h"
+
 #include <algorithm>
 #include <memory>
 #include <string>

@@ -6,6 +6,7 @@
 #include "engine/derived/number_text.h"
 #include "engine/derived/reading_text.h"
 #include "engine/publish/local_save.h"
+#include "engine/records/almanac_roll.h"
 #include "engine/records/auto_report.h"
 #include "engine/records/do_changeover.h"
 #include "engine/records/extremes_display.h"

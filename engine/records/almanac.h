@@ -12,11 +12,6 @@ namespace nimbry {
 /// tag "almanac". May wait.
 void almanac(Copy& copy);
 
-/// Archives the almanac when the month is over, judged `alRoll` minutes ahead of the station's clock, or late, when it
-/// holds more rows than the day of the month; tells in the program log how it went. Clears `alarchiving` when there was
-/// nothing to archive or it failed. May wait for uploads and mails.
-void alRoll(Copy& copy);
-
 /// The head of a new almanac: it names the changeover in force.
 [[nodiscard]] std::string almanac_head(const MainSettings& settings);
 

@@ -1,3 +1,5 @@
+#include "engine/records/almanac_roll.h"
+
 #include <algorithm>
 
 #include "engine/core/file_wait.h"
@@ -5,7 +7,6 @@
 #include "engine/derived/dates.h"
 #include "engine/derived/number_text.h"
 #include "engine/publish/local_save.h"
-#include "engine/records/almanac.h"
 #include "engine/records/almanac_file.h"
 #include "engine/records/archive_names.h"
 

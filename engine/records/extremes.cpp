@@ -2,7 +2,7 @@
 
 #include "engine/core/run_time_error.h"
 #include "engine/derived/number_text.h"
-#include "engine/graphs/graph_store.h"
+#include "engine/graphs/graph_sampling.h"
 #include "engine/publish/publishing.h"
 #include "engine/records/changeover.h"
 #include "engine/records/load_extremes.h"

@@ -1,9 +1,10 @@
+#include "engine/graphs/graph_sampling.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "engine/derived/dates.h"
 #include "engine/graphs/graph_scales.h"
-#include "engine/graphs/graph_store.h"
 #include "engine/graphs/graph_view.h"
 #include "tests/world/bare_copy.h"
 #include "tests/world/started_world.h"

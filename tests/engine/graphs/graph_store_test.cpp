@@ -7,6 +7,7 @@
 #include "engine/core/process_cycle.h"
 #include "engine/derived/dates.h"
 #include "engine/graphs/graph_file.h"
+#include "engine/graphs/graph_sampling.h"
 #include "engine/graphs/graph_scales.h"
 #include "engine/graphs/graph_view.h"
 #include "engine/records/load_extremes.h"

@@ -1,3 +1,5 @@
+#include "engine/publish/ftp_upload.h"
+
 #include <gtest/gtest.h>
 
 #include <string>

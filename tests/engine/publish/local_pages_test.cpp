@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "engine/publish/local_pages.h"
 #include "engine/publish/local_save.h"
 #include "tests/engine/reports/tag_states.h"
 

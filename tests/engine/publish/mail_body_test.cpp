@@ -6,7 +6,6 @@
 #include <string>
 
 #include "engine/core/run_time_error.h"
-#include "engine/publish/publishing.h"
 #include "tests/engine/reports/tag_states.h"
 
 namespace nimbry::test {

@@ -1,3 +1,5 @@
+#include "engine/publish/mail.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -7,7 +9,6 @@
 
 #include "engine/publish/forced_run.h"
 #include "engine/publish/mail_body.h"
-#include "engine/publish/publishing.h"
 #include "engine/records/extremes.h"
 #include "tests/engine/reports/tag_states.h"
 

@@ -1,3 +1,5 @@
+#include "engine/publish/weather_services.h"
+
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -6,7 +8,6 @@
 
 #include "engine/core/initprog.h"
 #include "engine/publish/forced_run.h"
-#include "engine/publish/publishing.h"
 #include "tests/engine/reports/tag_states.h"
 
 namespace nimbry::test {

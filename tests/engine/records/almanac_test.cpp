@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "engine/records/almanac_roll.h"
 #include "tests/engine/records/weather_days.h"
 #include "tests/world/bare_copy.h"
 

@@ -7,7 +7,7 @@
 
 #include "engine/core/process_cycle.h"
 #include "engine/core/run_time_error.h"
-#include "engine/graphs/graph_store.h"
+#include "engine/graphs/graph_sampling.h"
 #include "engine/records/rain.h"
 #include "engine/reports/tag_words.h"
 #include "tests/engine/reports/tag_states.h"
