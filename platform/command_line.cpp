@@ -2,6 +2,8 @@
 
 #include <cstddef>
 
+#include "engine/core/version.h"
+
 namespace nimbry::platform {
 
 namespace {
@@ -47,7 +49,7 @@ CommandLine read_command_line(const std::vector<std::string>& arguments) {
 }
 
 std::string version_text(const std::string& program) {
-    return program + " " NIMBRY_VERSION "\n";
+    return program + " " + std::string(program_version) + "\n";
 }
 
 std::string help_text(const std::string& program) {

@@ -8,6 +8,8 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
+#include "engine/core/version.h"
+#include "platform/text_bytes.h"
 #include "windows/card_outline.h"
 #include "windows/palette_colours.h"
 #include "windows/svg_pictures.h"
@@ -29,7 +31,7 @@ Splash::Splash() : QWidget(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint) 
     auto* image = new QLabel;
     image->setObjectName(QStringLiteral("Image1"));
     image->setPixmap(picture(QStringLiteral("nimbry"), 128, devicePixelRatioF()));
-    auto* product = new QLabel(QStringLiteral("Nimbry 2.02"));
+    auto* product = new QLabel(QStringLiteral("Nimbry ") + platform::unicode(program_version));
     product->setObjectName(QStringLiteral("lblProduct"));
     QFont large = scaled(font(), 22.0 / 9);
     large.setBold(true);

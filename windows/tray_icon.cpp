@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "engine/core/version.h"
 #include "platform/text_bytes.h"
 #include "windows/svg_pictures.h"
 
@@ -30,7 +31,7 @@ TrayIcon::TrayIcon(const MainMenu& menu, BoxBinding& binding, const Actions& act
     menu_->addAction(bound_entry(menu.mnuRestore, "mnuRestore", actions.restore, binding));
 
     icon_.setIcon(application_icon());
-    icon_.setToolTip(QStringLiteral("Nimbry version 2.02"));
+    icon_.setToolTip(QStringLiteral("Nimbry version ") + platform::unicode(program_version));
     icon_.setContextMenu(menu_.get());
     connect(&icon_, &QSystemTrayIcon::activated, this,
             [clicked = actions.clicked](QSystemTrayIcon::ActivationReason reason) {

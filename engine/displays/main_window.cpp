@@ -1,5 +1,6 @@
 #include "engine/displays/main_window.h"
 
+#include "engine/core/version.h"
 #include "engine/core/weather_state.h"
 #include "engine/derived/number_text.h"
 
@@ -9,7 +10,7 @@ void update_caption(MainWindow& window, const MainPanel& panel) {
     if (window.minimised && !window.in_tray) {
         window.caption = trimmed(panel.Text2[0].text) + " : " + trimmed(panel.Text2[2].text);
     } else {
-        window.caption = MainWindow::plain_caption;
+        window.caption = plain_caption();
     }
 }
 

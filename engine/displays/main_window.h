@@ -8,14 +8,15 @@ namespace nimbry {
 
 struct WeatherState;
 
+/// "Nimbry 2.02 - WM-918 Weather Monitoring".
+[[nodiscard]] std::string plain_caption();
+
 /// The main window as a whole: what its title bar and the tray show. Whoever moves the window tells the engine, and the
 /// other way round: the fields say how the window is to be.
 struct MainWindow {
-    static constexpr const char* plain_caption = "Nimbry 2.02 - WM-918 Weather Monitoring";
-
     bool minimised = false;
     bool in_tray = false;  ///< hidden, with its icon in the tray
-    std::string caption = plain_caption;
+    std::string caption = plain_caption();
 };
 
 /// Sets the caption: while the window is minimised and not in the tray the outdoor temperature and humidity as their

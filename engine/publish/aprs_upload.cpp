@@ -5,6 +5,7 @@
 #include <string>
 
 #include "engine/core/file_wait.h"
+#include "engine/core/version.h"
 #include "engine/derived/number_text.h"
 #include "engine/publish/aprs_packet.h"
 #include "engine/publish/last_run.h"
@@ -97,7 +98,8 @@ void report(Copy& copy, Stream& stream, const Server& server, const std::string&
     const std::string call = trimmed(settings.txtAPRSID);
     pause_and_forget(copy, stream, after_connect);
     if (stream.state() == StreamState::connected)
-        stream.send("user " + call + " pass " + trimmed(settings.APRSpass) + " vers NBY V2.02\r\n");
+        stream.send("user " + call + " pass " + trimmed(settings.APRSpass) + " vers NBY V" +
+                    std::string(program_version) + "\r\n");
     LastRun& last = copy.state.publish.last_aprs;
     if (upper_case(trimmed(server.responds)) == "YES" && !heard(copy, stream, call)) {
         const std::string why = "No response to the user command";

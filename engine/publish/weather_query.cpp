@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "engine/core/version.h"
 #include "engine/derived/dates.h"
 #include "engine/derived/factors.h"
 #include "engine/derived/number_text.h"
@@ -119,7 +120,7 @@ const WeatherService& hamweather() {
 
 std::string weather_items(WeatherState& state, CivilTime utc) {
     return "&dateutc=" + utc_texts(utc).stamp + wind(state) + temperature(state) + rain(state) + barometer(state) +
-           moisture(state) + "&weather=&clouds=&softwaretype=Nimbry 2.02";
+           moisture(state) + "&weather=&clouds=&softwaretype=Nimbry " + std::string(program_version);
 }
 
 std::string weather_request(const WeatherService& service, const InternetDialog& settings, const std::string& items) {

@@ -13,6 +13,7 @@
 #include <utility>
 #include <variant>
 
+#include "engine/core/version.h"
 #include "programs/nimbry-station/line.h"
 #include "programs/nimbry-station/options.h"
 #include "programs/nimbry-station/patience.h"
@@ -128,7 +129,7 @@ int main(int argc, char** argv) {
         return ended;
     }
     if (options.version) {
-        std::puts("nimbry-station " NIMBRY_VERSION);
+        std::puts(("nimbry-station " + std::string(nimbry::program_version)).c_str());
         return ended;
     }
     try {
