@@ -42,7 +42,7 @@ public:
     /// Why nobody can reach this copy, in a few words; empty when it listens.
     [[nodiscard]] const std::string& error() const { return socket_.error(); }
 
-    /// Callers that are connected now.
+    /// Callers that are connected now. For tests.
     [[nodiscard]] std::size_t callers() const { return callers_.size(); }
 
 private:

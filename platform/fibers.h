@@ -41,7 +41,7 @@ public:
     /// The fiber that runs now; nullptr on the main stack.
     [[nodiscard]] Fiber* current() const { return current_; }
 
-    /// Stacks held, in use or free.
+    /// Stacks held, in use or free. For tests.
     [[nodiscard]] std::size_t stacks() const { return fibers_.size(); }
 
 private:

@@ -30,7 +30,7 @@ public:
     /// Reads again what the pop-up that is showing tells.
     void refresh();
 
-    /// The box that it is shown at; nullptr while it is hidden.
+    /// The box that it is shown at; nullptr while it is hidden. For tests.
     [[nodiscard]] const QWidget* shown_at() const { return isVisible() ? box_.data() : nullptr; }
 
     /// How far the pointer stands out of the card.

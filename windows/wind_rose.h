@@ -29,7 +29,6 @@ public:
     [[nodiscard]] QSize sizeHint() const override { return minimumSizeHint().expandedTo({200, 200}); }
     /// 168 x 168, and more where the letters are large.
     [[nodiscard]] QSize minimumSizeHint() const override;
-    [[nodiscard]] bool hasHeightForWidth() const override { return false; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -16,6 +16,7 @@ public:
 
     /// Marks a place, or none. A place beyond the map is none.
     void mark(const std::optional<Location>& place);
+    /// For tests.
     [[nodiscard]] const std::optional<Location>& marked() const { return place_; }
 
     /// The map inside the widget: as large as fits, two to one, centred.

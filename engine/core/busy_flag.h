@@ -12,6 +12,7 @@ public:
     class Held {
     public:
         Held() = default;
+        /// Takes charge of a flag that is set already: it falls with this object.
         explicit Held(BusyFlag& flag) : flag_(&flag) {}
         Held(Held&& other) noexcept : flag_(std::exchange(other.flag_, nullptr)) {}
         Held& operator=(Held&& other) noexcept {
@@ -48,7 +49,6 @@ public:
         return Held(*this);
     }
 
-    [[nodiscard]] bool is_set() const { return set_; }
     explicit operator bool() const { return set_; }
 
     /// For the flags that one routine sets and another clears (`dworkingb`, `changebusy`, `savingrafs`).

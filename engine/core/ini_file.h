@@ -51,11 +51,12 @@ public:
     bool SaveSettings(const std::vector<Setting>& settings);
 
     /// The `key=value` lines of a section in file order, without comments and blank lines, values as written (quotes
-    /// stay). With one separator between two lines they are cut at 4095 bytes in all.
+    /// stay). With one separator between two lines they are cut at 4095 bytes in all. For tests.
     [[nodiscard]] std::vector<std::string> GetSection(std::string_view section) const;
 
     /// Removes a section's header and its lines up to the next header. True on success, also when there is no such
-    /// section. A failed one is not tried again: the section may come back with the next read.
+    /// section. A failed one is not tried again: the section may come back with the next read. For
+    /// tests.
     bool DeleteSection(std::string_view section);
 
 private:

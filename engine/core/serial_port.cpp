@@ -19,6 +19,7 @@ struct FailureText {
     int number;
     const char* text;
 };
+// Kept on purpose: the last two and the general text, its spelling too, although no port of ours gives such a number.
 constexpr FailureText failure_texts[] = {
     {8002, "Please check that the selected port exists"},
     {8005, "The selected COM port is already open,"},

@@ -11,7 +11,10 @@
 
 namespace nimbry {
 
-/// The limits and tick step of the quantities that depend on a unit, in the unit in force. Set by setgraphscales().
+// Fields marked (kept) are written for whoever looks at the state; nothing in the program reads them.
+
+/// (kept) The limits and tick step of the quantities that depend on a unit, in the unit in force. Set by
+/// setgraphscales().
 struct GraphLimits {
     double grtmin = 0, grtmax = 0, grttic = 0;  ///< temperature
     double grwmin = 0, grwmax = 0, grwtic = 0;  ///< wind
@@ -43,8 +46,8 @@ struct GraphState {
     bool GraphsDisplayed = false;  ///< graphs have been drawn in this run; without that the store is not saved
     BusyFlag GrafBusy;             ///< a sample is being taken: data from the network waits
     int GrFailCount = 0;           ///< ticks of GrFailTimer that found nothing drawn
-    double Intensity = 0;          ///< set to 0 with each sample; nothing else uses it
-    double webpeakgust = 0;        ///< highest gust of the last graph minute, in the wind unit
+    double Intensity = 0;          ///< (kept) set to 0 with each sample
+    double webpeakgust = 0;        ///< (kept) highest gust of the last graph minute, in the wind unit
 
     std::array<GraphDrawing, graph_count> panes;  ///< by pane: the main one, then the five small ones
     int draws = 0;                                ///< grows with every drawing of the panes

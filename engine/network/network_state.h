@@ -37,7 +37,6 @@ struct NetworkState {
     SyncReceiver receiver;
     ReceivedFile file14;
     BusyFlag HandlingIPData;          ///< the handler of its data is at work
-    std::uint64_t data_arrivals = 0;  ///< pieces of content that have arrived
     std::uint64_t file_requests = 0;  ///< counts the requests for files; a later one ends the answer to those before
 
     // A client's conversation with its server.

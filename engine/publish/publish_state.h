@@ -37,7 +37,7 @@ struct PublishState {
     bool FtpForced = false;  ///< what is under way was asked for by a forced button
     std::string lblStatus;   ///< which one: "Forced FTP upload", "Forced email send", "Forced Underground upload"
 
-    bool ProgramDialled = false;  ///< this program has dialled, and its connection is up
+    bool ProgramDialled = false;  ///< this program has dialled; never here (internet.h)
 
     /// The position as the packet for APRS gives it, "3351.41S" and "15112.56E"; both empty without a location.
     std::string aprs_latitude, aprs_longitude;

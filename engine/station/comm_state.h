@@ -24,6 +24,8 @@ struct DigitTable {
 };
 
 /// What the line has delivered and where its handling stands.
+///
+/// Fields marked (kept) are written for whoever looks at the state; nothing in the program reads them.
 struct CommState {
     bool SerComReady = false;  ///< the port has been opened for good: receive events are taken
     bool splashing = false;    ///< the splash still shows: bytes are thrown away
@@ -31,7 +33,7 @@ struct CommState {
     BusyFlag changebusy;       ///< a changeover runs: input is thrown away meanwhile
     BusyFlag dworkingb;        ///< a frame is being read and worked on
     bool goodatab = false;     ///< the last checksum test passed
-    bool gotcomms = false;     ///< a train arrived since the last cycle ended
+    bool gotcomms = false;     ///< (kept) a train arrived since the last cycle ended
     bool ccheckflagb = false;  ///< set by the no-data timer, cleared by every byte
     bool Rflagb = false;       ///< data has flowed
 
@@ -45,7 +47,7 @@ struct CommState {
     DigitTable<28> DigitsBF;
     DigitTable<54> DigitsCF;
 
-    std::string EventWord;  ///< "weather data" and the other event words
+    std::string EventWord;  ///< (kept) "weather data" and the other event words
     std::string ErrorWord;  ///< "Framing Error" and the other error words
     /// Why a copy that should listen to a port does not, "Serial port lost (/dev/ttyUSB0)"; empty while it does. Only
     /// people read it.

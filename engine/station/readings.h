@@ -18,6 +18,8 @@ struct UtcTexts {
 
 /// The current readings as the groups give them. `rdat` is the station's own text, `raw` the metric text with a decimal
 /// point; both are texts of digits ("12.3"), without sign unless said. Empty until the first good group.
+///
+/// Fields marked (kept) are written for whoever looks at the state; nothing in the program reads them.
 struct Readings {
     // Clock (group 8F)
     std::string rdattime;   ///< "HH:MM:SS"
@@ -59,13 +61,13 @@ struct Readings {
     std::string MaxGustMs;                                       ///< highest gust since the pages were made last, m/s
     double GustMph = 0, MaxGustMph = 0;
     double GustSpeed = 0, AvgSpeed = 0;  ///< in the wind unit, one decimal
-    double PeakGust = 0, MaxAvg = 0;     ///< running maxima in the wind unit
-    double MaxGustToday = 0;
-    double wstempsng = 0;            ///< highest gust of the running graph minute, in the wind unit
-    bool HaveWind = false;           ///< a sound wind has been decoded since the start
-    int gdirint = 0, adirint = 0;    ///< degrees
-    std::string gwcompaf, awcompaf;  ///< "N", "NE", ...
-    std::string gwcompas, awcompas;  ///< "North", "North East", ...
+    double PeakGust = 0, MaxAvg = 0;     ///< (kept) running maxima in the wind unit
+    double MaxGustToday = 0;             ///< (kept) as well
+    double wstempsng = 0;                ///< highest gust of the running graph minute, in the wind unit
+    bool HaveWind = false;               ///< a sound wind has been decoded since the start
+    int gdirint = 0, adirint = 0;        ///< degrees
+    std::string gwcompaf, awcompaf;      ///< "N", "NE", ...
+    std::string gwcompas, awcompas;      ///< "North", "North East", ...
 
     // Records since the station was last reset, as it sends them; empty until the first group that has them
     std::string rawoshi, rawoslo;  ///< outdoor temperature with its sign, degrees C
@@ -77,7 +79,7 @@ struct Readings {
     /// can stand before 0: it was taken before the rounding.
     std::string DewInvariant, ChillInvariant, HeatInvariant, WetBulbInvariant;
     double Evap = 0;          ///< vapour pressure, hPa, as the dew point left it
-    bool ChillValid = false;  ///< a train has given a wind chill
+    bool ChillValid = false;  ///< (kept) a train has given a wind chill
 };
 
 }  // namespace nimbry

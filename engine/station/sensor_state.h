@@ -16,8 +16,10 @@ struct SensorFault {
 };
 
 /// The fault tests' memory.
+///
+/// Fields marked (kept) are written for whoever looks at the state; nothing in the program reads them.
 struct SensorFaults {
-    bool sensorsok = true;  ///< the last test did not report a fault
+    bool sensorsok = true;  ///< (kept) the last test did not report a fault
 
     SensorFault pewgerr;   ///< wind, of trains and lone groups alike
     SensorFault peoterr;   ///< outdoor temperature

@@ -19,7 +19,7 @@ public:
     double Latitude = 0;                ///< degrees, north positive
     double Longitude = 0;               ///< degrees, WEST positive: the opposite of what the configuration stores
     double TimeZone = 0;                ///< hours; local time is UTC minus this
-    bool DaySavings = false;            ///< adds one hour to the results
+    bool DaySavings = false;            ///< adds one hour to the results; never here (sun_texts.cpp)
     bool twilight = false;              ///< civil twilight (zenith 96 degrees) instead of sunrise and sunset (90.833)
     std::chrono::local_days DateDay{};  ///< the day to work out
 

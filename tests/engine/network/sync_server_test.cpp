@@ -434,7 +434,7 @@ TEST(SyncServer, NobodyGetsAFileThatIsNotAmongTheSix) {
     }
 }
 
-TEST(SyncServer, GarbageWithoutEndIsCountedAndThrownAway) {
+TEST(SyncServer, GarbageWithoutEndIsThrownAway) {
     Server server;
     const ScriptedPeerPtr client = server.connect();
     const std::vector<std::string> before = server.files.entries();
@@ -442,7 +442,6 @@ TEST(SyncServer, GarbageWithoutEndIsCountedAndThrownAway) {
         client->say(std::string(50'000, static_cast<char>(n)));
         server.run_for(1ms);
     }
-    EXPECT_EQ(server.state().network.data_arrivals, 200U);
     EXPECT_EQ(server.files.entries(), before);
     EXPECT_THAT(server.answers(client, "cmdServerStatus,"), ElementsAre("0: cmdServerIsOK,"));
 }

@@ -122,7 +122,7 @@ TEST(FtpWatchdog, LetsNoOtherUploadInBeforeThisOneHasReturned) {
     bool busy_at_time_out = false, others_go_on = false;
     world.pauses.after(99s, [&] {
         world.pauses.wait_until([&] { return world.upload().FtpTimedOut; });
-        busy_at_time_out = world.state.publish.uloadftpbusy.is_set();
+        busy_at_time_out = static_cast<bool>(world.state.publish.uloadftpbusy);
         others_go_on = world.timers.running(TimerId::TimComFail);
     });
     world.pauses.pause(101s);

@@ -106,7 +106,7 @@ TEST(ChangeoverFailures, WhicheverDiskCallFailsNothingRecordedIsLostAndTheNextDa
         }
         EXPECT_FALSE(days.world.engine.gone());
         EXPECT_FALSE(days.world.state().run.DuplicateError);
-        EXPECT_FALSE(days.world.state().comm.changebusy.is_set());
+        EXPECT_FALSE(days.world.state().comm.changebusy);
         EXPECT_EQ(days.world.state().records.day.maxtemp, -999);
         days.world.files.allow();
         const std::size_t rows = days.rows().size();
@@ -135,7 +135,7 @@ TEST(ChangeoverFailures, WhicheverDiskCallFailsAtAMonthsEndTheArchiveIsWholeOrNo
             EXPECT_TRUE(is_of_the_summary(calls, n));
         } else {
             EXPECT_FALSE(days.world.state().run.DuplicateError);
-            EXPECT_FALSE(days.world.state().comm.changebusy.is_set());
+            EXPECT_FALSE(days.world.state().comm.changebusy);
         }
     }
 }

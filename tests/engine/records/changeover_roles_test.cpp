@@ -30,7 +30,7 @@ TEST(ChangeoverOfAClient, RunsWholeButLocksNoWindowAndSetsNoBusyMark) {
     world.files.put("nbextreme.log", "rows\r\n");
     world.files.set_in_use("nbextreme.log", true);
     train_at(world, at(10, 5, 8, 59, 50));
-    EXPECT_FALSE(world.state.comm.changebusy.is_set());
+    EXPECT_FALSE(world.state.comm.changebusy);
     EXPECT_EQ(world.state.setup.Form2.caption, "Nimbry Setup");
     EXPECT_TRUE(world.state.setup.Form2.enabled);
     world.files.set_in_use("nbextreme.log", false);
@@ -50,7 +50,7 @@ TEST(ChangeoverOfAServer, LocksTheOpenSetupWindowsWhileItRunsAndGivesThemBackAft
     days.world.files.put("nbextreme.log", "rows\r\n");
     days.world.files.set_in_use("nbextreme.log", true);
     days.train(at(10, 5, 8, 59, 50));
-    EXPECT_TRUE(days.world.state().comm.changebusy.is_set());
+    EXPECT_TRUE(days.world.state().comm.changebusy);
     for (const SetupWindow* open : {&setup.Form2, &setup.Units}) {
         EXPECT_EQ(open->caption, "Temporarily Locked");
         EXPECT_FALSE(open->enabled);
@@ -59,7 +59,7 @@ TEST(ChangeoverOfAServer, LocksTheOpenSetupWindowsWhileItRunsAndGivesThemBackAft
     EXPECT_TRUE(setup.FTP.enabled);
     days.world.files.set_in_use("nbextreme.log", false);
     days.world.run_for(1s);
-    EXPECT_FALSE(days.world.state().comm.changebusy.is_set());
+    EXPECT_FALSE(days.world.state().comm.changebusy);
     EXPECT_EQ(setup.Form2.caption, "Nimbry Setup");
     EXPECT_EQ(setup.Units.caption, "Nimbry Units Setup");
     EXPECT_TRUE(setup.Form2.enabled && setup.Units.enabled);

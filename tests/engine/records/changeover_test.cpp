@@ -20,7 +20,7 @@ TEST(Changeover, RunsOnceInTheLastTenSecondsAndNotAgainInTheMinuteAfter) {
     EXPECT_EQ(day.changeovers(), 1);
     EXPECT_EQ(day.world.log().back(), "05 Oct 2026 08:59:52 Changeover process completed successfully");
     EXPECT_EQ(day.rows().size(), 1U);
-    EXPECT_FALSE(day.world.state().comm.changebusy.is_set());
+    EXPECT_FALSE(day.world.state().comm.changebusy);
 }
 
 TEST(Changeover, NothingHappensAtSecondFortyNine) {

@@ -117,7 +117,7 @@ TEST(Extremes, ADayWithADeadSensorIsNeverSaved) {
     readings.wind.fault_bits = 8;
     for (int n = 0; n < 31; ++n) copies.train(readings);
     EXPECT_FALSE(copies.world.files.exists("nimbrTDay.log"));
-    EXPECT_FALSE(copies.world.state().run.tdaysaving.is_set());
+    EXPECT_FALSE(copies.world.state().run.tdaysaving);
 }
 
 TEST(Extremes, TheStampMayRollTheDay) {

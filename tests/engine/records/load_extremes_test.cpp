@@ -143,7 +143,7 @@ TEST_F(LoadExtremes, TodaysFileIsWrittenInPlaceAndTheMarkFalls) {
     ASSERT_EQ(days.world.files.calls().size(), 1U);
     EXPECT_EQ(days.world.files.calls()[0].operation, "rewrite");
     EXPECT_EQ(days.world.files.calls()[0].name, "nimbrTDay.log");
-    EXPECT_FALSE(state().run.tdaysaving.is_set());
+    EXPECT_FALSE(state().run.tdaysaving);
 }
 
 TEST_F(LoadExtremes, WithoutADateNothingIsWrittenAndTheMarkFalls) {
@@ -152,7 +152,7 @@ TEST_F(LoadExtremes, WithoutADateNothingIsWrittenAndTheMarkFalls) {
     state().run.tdaysaving.set();
     SaveExtremes(days.world.copy());
     EXPECT_FALSE(days.world.files.exists("nimbrTDay.log"));
-    EXPECT_FALSE(state().run.tdaysaving.is_set());
+    EXPECT_FALSE(state().run.tdaysaving);
 }
 
 TEST_F(LoadExtremes, AFailedSaveLetsTheMarkFallToo) {
@@ -160,7 +160,7 @@ TEST_F(LoadExtremes, AFailedSaveLetsTheMarkFallToo) {
     days.world.files.refuse("nimbrTDay.log", FileResult::disk_full);
     state().run.tdaysaving.set();
     EXPECT_THROW(SaveExtremes(days.world.copy()), RunTimeError);
-    EXPECT_FALSE(state().run.tdaysaving.is_set());
+    EXPECT_FALSE(state().run.tdaysaving);
 }
 
 TEST(ExtremesTexts, TurnAtTheirLimits) {

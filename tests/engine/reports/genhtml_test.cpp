@@ -334,7 +334,7 @@ TEST_F(Genhtml, BetweenTwoFilesOtherEventsRunAndFindItBusy) {
     put("myhtml1.html", "page");
     bool busy = false, first_was_there = false, second_was_there = true;
     world.pauses.after(0ms, [&] {
-        busy = world.state.reports.htmlGenBusy.is_set();
+        busy = static_cast<bool>(world.state.reports.htmlGenBusy);
         first_was_there = there("nbyxauto.html");
         second_was_there = there("nbyxauto1.html");
     });

@@ -96,7 +96,7 @@ TEST_F(Group8F, AnImpossibleDateStopsTheTrain) {
         EXPECT_EQ(readings.HaveValidDate, c.possible);
         EXPECT_EQ(readings.dtvar != before, c.possible);
         EXPECT_EQ(panel.Text2[0].text != temperature, c.possible) << panel.Text2[0].text;
-        EXPECT_FALSE(state.comm.dworkingb.is_set());
+        EXPECT_FALSE(state.comm.dworkingb);
     }
 }
 

@@ -55,7 +55,7 @@ TEST_F(TrainAndLoneWind, ALoneGroupRunsNoCycleAndLetsTheLineGo) {
     state.comm.gotcomms = true;
     state.comm.dworkingb.set();
     lone();
-    EXPECT_FALSE(state.comm.dworkingb.is_set());
+    EXPECT_FALSE(state.comm.dworkingb);
     EXPECT_TRUE(state.comm.gotcomms) << "the cycle would have cleared it";
 }
 
@@ -65,7 +65,7 @@ TEST_F(TrainAndLoneWind, ALoneGroupIsIgnoredBeforeACycleHasBeenCompleted) {
     station.wind.gust_ms = 9;
     lone();
     EXPECT_EQ(panel.Text2[6].text, "");
-    EXPECT_FALSE(state.comm.dworkingb.is_set());
+    EXPECT_FALSE(state.comm.dworkingb);
 }
 
 TEST_F(TrainAndLoneWind, TheFirstTrainShowsNoWind) {
