@@ -4,11 +4,11 @@
 #include <utility>
 
 #include "engine/derived/number_text.h"
+#include "engine/derived/text_lines.h"
 
 namespace nimbry {
 namespace {
 
-constexpr std::string_view line_end = "\r\n";
 constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";  // some editors put it first; it is no part of a name
 constexpr std::size_t longest_value = 2047;
 constexpr std::size_t longest_section = 4095;

@@ -3,12 +3,12 @@
 #include "engine/core/run_time_error.h"
 #include "engine/core/separator.h"
 #include "engine/derived/dates.h"
+#include "engine/derived/text_lines.h"
 
 namespace nimbry {
 namespace {
 
 constexpr std::string_view computer_time = " (Computer time)";
-constexpr std::string_view line_end = "\r\n";
 
 }  // namespace
 

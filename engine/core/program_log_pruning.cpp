@@ -6,22 +6,15 @@
 #include "engine/core/copy.h"
 #include "engine/core/run_time_error.h"
 #include "engine/core/switches.h"
+#include "engine/derived/text_lines.h"
 
 namespace nimbry {
 namespace {
 
-constexpr std::string_view line_end = "\r\n";
-
 // The lines without their ends. What stands behind the last line end is a line only if it is not empty.
 std::vector<std::string_view> lines_of(std::string_view text) {
     std::vector<std::string_view> lines;
-    while (!text.empty()) {
-        const std::size_t end = text.find('\n');
-        std::string_view line = text.substr(0, end);
-        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-        if (line.ends_with('\r')) line.remove_suffix(1);
-        lines.push_back(line);
-    }
+    while (!text.empty()) lines.push_back(take_line(text, LineEnds::newline));
     return lines;
 }
 

@@ -53,6 +53,14 @@ private:
     bool fits_ = true;
 };
 
+void read_clock(Reader& reader, DateParts& parts) {
+    parts.hour = reader.number(2, 2);
+    reader.expect(':');
+    parts.minute = reader.number(2, 2);
+    reader.expect(':');
+    parts.second = reader.number(2, 2);
+}
+
 }  // namespace
 
 DateParts parts_of(CivilTime time) {
@@ -97,14 +105,35 @@ int month_number(std::string_view name) {
 }
 
 std::string stamp_text(CivilTime time) {
-    const DateParts parts = parts_of(time);
-    return date_text(time) + " " + padded(parts.hour, 2) + ":" + padded(parts.minute, 2) + ":" +
-           padded(parts.second, 2);
+    return date_text(time) + " " + clock_text(time);
 }
 
 std::string date_text(CivilTime time) {
     const DateParts parts = parts_of(time);
     return padded(parts.day, 2) + " " + month_name(parts.month) + " " + padded(parts.year, 4);
+}
+
+std::string clock_text(CivilTime time) {
+    const DateParts parts = parts_of(time);
+    return padded(parts.hour, 2) + ":" + padded(parts.minute, 2) + ":" + padded(parts.second, 2);
+}
+
+std::string iso_text(CivilTime time) {
+    const DateParts parts = parts_of(time);
+    return padded(parts.year, 4) + "-" + padded(parts.month, 2) + "-" + padded(parts.day, 2) + " " + clock_text(time);
+}
+
+std::optional<CivilTime> read_iso(std::string_view text) {
+    Reader reader(text);
+    DateParts parts;
+    parts.year = reader.number(4, 4);
+    reader.expect('-');
+    parts.month = reader.number(2, 2);
+    reader.expect('-');
+    parts.day = reader.number(2, 2);
+    reader.expect(' ');
+    read_clock(reader, parts);
+    return reader.at_end() ? civil_time(parts) : std::nullopt;
 }
 
 std::optional<CivilTime> parse_stamp(std::string_view text) {
@@ -117,11 +146,7 @@ std::optional<CivilTime> parse_stamp(std::string_view text) {
     reader.expect(' ');
     parts.year = reader.number(4, 4);
     reader.expect(' ');
-    parts.hour = reader.number(2, 2);
-    reader.expect(':');
-    parts.minute = reader.number(2, 2);
-    reader.expect(':');
-    parts.second = reader.number(2, 2);
+    read_clock(reader, parts);
     return reader.at_end() ? civil_time(parts) : std::nullopt;
 }
 

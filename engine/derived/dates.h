@@ -34,6 +34,15 @@ struct DateParts {
 /// "DD MMM YYYY".
 [[nodiscard]] std::string date_text(CivilTime time);
 
+/// "HH:MM:SS".
+[[nodiscard]] std::string clock_text(CivilTime time);
+
+/// "YYYY-MM-DD HH:MM:SS".
+[[nodiscard]] std::string iso_text(CivilTime time);
+
+/// Reads "YYYY-MM-DD HH:MM:SS", every digit there and nothing around it; nothing when it is no valid date.
+[[nodiscard]] std::optional<CivilTime> read_iso(std::string_view text);
+
 /// Reads "D MMM YYYY HH:MM:SS" (one- or two-digit day, outer blanks ignored); nothing when it is no valid date.
 [[nodiscard]] std::optional<CivilTime> parse_stamp(std::string_view text);
 

@@ -172,11 +172,6 @@ void skip_blanks(std::string_view& rest) {
     rest.remove_prefix(std::min(rest.find_first_not_of(" \t"), rest.size()));
 }
 
-void replace_all(std::string& text, std::string_view from, std::string_view to) {
-    for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
-        text.replace(at, from.size(), to);
-}
-
 }  // namespace
 
 double Round(double value, int digits) {
@@ -235,6 +230,11 @@ std::string lower_case(std::string_view text) {
 std::string repcomma(std::string text) {
     std::replace(text.begin(), text.end(), ',', '.');
     return text;
+}
+
+void replace_all(std::string& text, std::string_view from, std::string_view to) {
+    for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
+        text.replace(at, from.size(), to);
 }
 
 std::string repdegree(std::string text) {

@@ -43,6 +43,9 @@ namespace nimbry {
 /// Every "," becomes ".": what a decimal comma looks like in tag texts, logs and uploads.
 [[nodiscard]] std::string repcomma(std::string text);
 
+/// Replaces every `from`, which must not be empty, by `to`; what has been put in is not looked at again.
+void replace_all(std::string& text, std::string_view from, std::string_view to);
+
 /// Joins a value and its unit into one token: " °" to "°", "°" to "", " %" to "%", " m/S", " km/h", " MPH", " KT", "
 /// mB", " hPa", " mm" and " In" likewise, in this order, each over the whole text.
 ///   repdegree("+22.6 \xB0" "C") = "+22.6C"   repdegree("29.92 In.Hg") = "29.92In.Hg"

@@ -8,14 +8,13 @@
 #include "engine/derived/factors.h"
 #include "engine/derived/number_text.h"
 #include "engine/derived/reading_text.h"
+#include "engine/derived/text_lines.h"
 #include "engine/displays/box_list.h"
 
 namespace nimbry {
 namespace {
 
 using State = WeatherState;
-
-constexpr std::string_view line_end = "\r\n";
 
 /// A value in one unit: rounded, a blank, the unit.
 std::string in_unit(double value, int digits, std::string_view unit) {

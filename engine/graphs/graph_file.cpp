@@ -4,6 +4,7 @@
 
 #include "engine/derived/dates.h"
 #include "engine/derived/number_text.h"
+#include "engine/derived/text_lines.h"
 
 namespace nimbry {
 namespace {
@@ -25,11 +26,7 @@ public:
 
     std::string_view next() {
         if (rest_.empty()) throw Refused{GraphFileOutcome::cut_short};
-        const std::size_t end = rest_.find('\n');
-        std::string_view line = rest_.substr(0, end);
-        rest_ = end == std::string_view::npos ? std::string_view{} : rest_.substr(end + 1);
-        if (line.ends_with('\r')) line.remove_suffix(1);
-        return line;
+        return take_line(rest_, LineEnds::newline);
     }
 
     int count(int most) {

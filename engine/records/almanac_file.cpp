@@ -4,6 +4,7 @@
 
 #include "engine/core/run_time_error.h"
 #include "engine/derived/number_text.h"
+#include "engine/derived/text_lines.h"
 
 namespace nimbry {
 namespace {
@@ -27,15 +28,6 @@ std::optional<AlmanacRow> read_row(std::string_view line) {
     return row;
 }
 
-// Takes the next line off a text, without its end.
-std::string_view take_line(std::string_view& text) {
-    const std::size_t end = text.find('\n');
-    std::string_view line = text.substr(0, end);
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-    return line;
-}
-
 // What a line of the head says of the day's end, if it says anything.
 void look_for_day_end(std::string_view line, DayEnd& day_end) {
     if (line.find("Midnight") != std::string_view::npos) day_end = DayEnd::midnight;
@@ -49,7 +41,7 @@ Almanac read_almanac(std::string_view text, DayEnd fallback) {
     Almanac almanac;
     almanac.day_end = fallback;
     while (!text.empty()) {
-        const std::string_view line = take_line(text);
+        const std::string_view line = take_line(text, LineEnds::newline);
         if (!is_row(line)) {
             if (almanac.rows.empty()) look_for_day_end(line, almanac.day_end);
         } else if (almanac.rows.size() < Almanac::most_rows) {
@@ -70,7 +62,7 @@ std::size_t sound_length(std::string_view text) {
 AlmanacRain almanac_rain(std::string_view text) {
     AlmanacRain rain;
     while (!text.empty()) {
-        const std::string_view line = take_line(text);
+        const std::string_view line = take_line(text, LineEnds::newline);
         if (!is_row(line)) continue;
         const std::optional<AlmanacRow> row = read_row(line);
         const double day = row ? Val((*row)[AlmanacColumn::rain]) : 0;
@@ -84,7 +76,7 @@ AlmanacRain almanac_rain(std::string_view text) {
 int count_almanac_rows(std::string_view text) {
     int rows = 0;
     while (!text.empty())
-        if (is_row(take_line(text))) ++rows;
+        if (is_row(take_line(text, LineEnds::newline))) ++rows;
     return rows;
 }
 

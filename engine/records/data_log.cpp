@@ -2,13 +2,13 @@
 
 #include "engine/core/run_time_error.h"
 #include "engine/derived/dates.h"
+#include "engine/derived/text_lines.h"
 #include "engine/publish/local_save.h"
 #include "engine/records/archive_names.h"
 
 namespace nimbry {
 namespace {
 
-constexpr std::string_view line_end = "\r\n";
 constexpr std::string_view columns =
     "DATE,MONTH,TIME,TEMPERATURE,HUMIDITY,DEWPOINT,WINDCHILL,HEAT INDEX,WIND SPEED,WIND DIRECTION,GUST SPEED,"
     "GUST DIRECTION,BAROMETER,TREND,RAIN RATE,RAIN TOTAL,INDOOR TEMPERATURE,INDOOR HUMIDITY";

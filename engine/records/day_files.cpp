@@ -8,6 +8,7 @@
 #include "engine/core/run_time_error.h"
 #include "engine/derived/dates.h"
 #include "engine/derived/number_text.h"
+#include "engine/derived/text_lines.h"
 
 namespace nimbry {
 
@@ -21,7 +22,7 @@ struct RainLines {
 
 class LineWriter {
 public:
-    void text(std::string_view line) { text_.append(line).append("\r\n"); }
+    void text(std::string_view line) { text_.append(line).append(line_end); }
     void number(float value) { text(numtext(value)); }
     void record(float value, const std::string& time) {
         number(value);
@@ -42,10 +43,7 @@ public:
 
     std::string text() {
         if (rest_.empty()) throw RunTimeError{ErrorNumber::past_end};
-        const std::size_t end = rest_.find('\n');
-        std::string line = trimmed(without_return(rest_.substr(0, end)));
-        rest_ = end == std::string_view::npos ? std::string_view{} : rest_.substr(end + 1);
-        return line;
+        return trimmed(take_line(rest_, LineEnds::newline));
     }
     float number() {
         const std::optional<float> value = single();
@@ -68,10 +66,6 @@ private:
         const double value = Val(repcomma(line));
         if (std::abs(value) > double{std::numeric_limits<float>::max()}) return std::nullopt;
         return static_cast<float>(value);
-    }
-    static std::string_view without_return(std::string_view line) {
-        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-        return line;
     }
     std::string_view rest_;
 };

@@ -12,6 +12,7 @@
 #include "engine/derived/factors.h"
 #include "engine/derived/number_text.h"
 #include "engine/derived/reading_text.h"
+#include "engine/derived/text_lines.h"
 #include "engine/records/changeover_word.h"
 #include "engine/station/sensor_faults.h"
 
@@ -50,11 +51,7 @@ std::optional<float> counter_at_midnight(const std::string& contents, std::chron
     bool counter_follows = false;
     std::string_view rest = contents;
     while (!rest.empty()) {
-        const std::size_t end = std::min(rest.find('\n'), rest.size());
-        std::string line(rest.substr(0, end));
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-        if (!line.empty() && line.back() == '\r') line.pop_back();
-
+        const std::string line(take_line(rest, LineEnds::newline));
         if (const auto stamp = parse_stamp(line)) {
             counter_follows = date_of(*stamp) == date;
         } else if (counter_follows) {

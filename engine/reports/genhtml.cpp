@@ -5,6 +5,7 @@
 
 #include "engine/core/file_wait.h"
 #include "engine/core/run_time_error.h"
+#include "engine/derived/number_text.h"
 #include "engine/graphs/graph_svg.h"
 #include "engine/records/file_steps.h"
 #include "engine/reports/generation.h"
@@ -18,11 +19,6 @@ namespace {
 constexpr std::string_view wap_template = "nimbrywap.wml";
 constexpr std::string_view wap_work_file = "tempwap.wml";
 constexpr std::string_view wap_page = "wx.wml";
-
-void replace_all(std::string& text, std::string_view from, std::string_view to) {
-    for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
-        text.replace(at, from.size(), to);
-}
 
 // A phone of that time has no degree sign.
 std::string without_degree_signs(std::string text) {

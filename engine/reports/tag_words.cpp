@@ -7,13 +7,13 @@
 #include "engine/core/version.h"
 #include "engine/derived/dates.h"
 #include "engine/derived/number_text.h"
+#include "engine/derived/text_lines.h"
 #include "engine/reports/user_files.h"
 #include "engine/sun/location.h"
 
 namespace nimbry {
 namespace {
 
-const std::string line_end = "\r\n";
 constexpr double no_location = 999;
 
 // Two places for degrees and minutes, three for a longitude's degrees.
@@ -32,9 +32,14 @@ std::string coordinate_text(std::string_view decimal_degrees, int width, const c
            (coordinate < 0 ? negative : positive);
 }
 
+/// A heading with its line, the line of asterisks and an empty one.
+std::string ruled_off(std::string heading) {
+    return heading.append(line_end).append(separator_line).append(line_end).append(line_end);
+}
+
 std::string alarm_heading(const std::string& reason) {
-    return "Automatic ALARM email from Nimbry " + std::string(program_version) + line_end +
-           "This email was sent because " + reason + line_end + std::string(separator_line) + line_end + line_end;
+    return "Automatic ALARM email from Nimbry " + std::string(program_version) + std::string(line_end) +
+           ruled_off("This email was sent because " + reason);
 }
 
 std::string sun_sentence(const TagView& v, const std::string& sentence, const char* event) {
@@ -71,7 +76,7 @@ std::string mail_title(const TagView& v) {
         v.mail_body += alarm_heading(v.state.alarms.AlarmReason);
         return "";
     }
-    return v.state.publish.NimbryFTPSetup.MailTitle + line_end + std::string(separator_line) + line_end + line_end;
+    return ruled_off(v.state.publish.NimbryFTPSetup.MailTitle);
 }
 
 std::string time_now(const TagView& v) {

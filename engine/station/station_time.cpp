@@ -34,8 +34,8 @@ UtcTexts utc_texts(CivilTime utc) {
     const std::string year = padded(parts.year, 4);
     const std::string day = padded(parts.day, 2);
     const std::string month = full_month_name(parts.month);
-    const std::string time = padded(parts.hour, 2) + ":" + padded(parts.minute, 2) + ":" + padded(parts.second, 2);
-    return {.stamp = year + "-" + padded(parts.month, 2) + "-" + day + " " + time,
+    const std::string time = clock_text(utc);
+    return {.stamp = iso_text(utc),
             .time = time,
             .date = day + " " + month + " " + year,
             .time_utc = time + " UTC",

@@ -6,6 +6,7 @@
 
 #include "engine/derived/dates.h"
 #include "engine/derived/number_text.h"
+#include "engine/derived/text_lines.h"
 #include "engine/station/digits.h"
 
 namespace nimbry {
@@ -68,25 +69,8 @@ std::string milliseconds_text(Span span) {
 
 /// "2026-10-31 23:58:00".
 CivilTime read_clock(std::string_view text) {
-    constexpr std::string_view form = "dddd-dd-dd dd:dd:dd";
-    bool well_formed = text.size() == form.size();
-    for (std::size_t n = 0; well_formed && n < form.size(); ++n)
-        well_formed = form[n] == 'd' ? is_digit(text[n]) : text[n] == form[n];
-    const auto number = [&](std::size_t first, std::size_t count) {
-        return static_cast<int>(Val(text.substr(first, count)));
-    };
-    if (well_formed) {
-        const auto time =
-            civil_time({number(0, 4), number(5, 2), number(8, 2), number(11, 2), number(14, 2), number(17, 2)});
-        if (time) return *time;
-    }
+    if (const auto time = read_iso(text)) return *time;
     throw BadLine{"the clock is no date and time like 2026-10-31 23:58:00: " + shown(text)};
-}
-
-std::string clock_text(CivilTime time) {
-    const DateParts p = parts_of(time);
-    return padded(p.year, 4) + "-" + padded(p.month, 2) + "-" + padded(p.day, 2) + " " + padded(p.hour, 2) + ":" +
-           padded(p.minute, 2) + ":" + padded(p.second, 2);
 }
 
 Bytes read_bytes(std::string_view text) {
@@ -196,13 +180,9 @@ StreamReading read_stream(std::string_view text) {
     StreamReader reader;
     std::size_t number = 0;
     try {
-        for (std::size_t begin = 0; begin < text.size();) {
+        while (!text.empty()) {
             ++number;
-            const std::size_t end = std::min(text.find('\n', begin), text.size());
-            std::string_view line = text.substr(begin, end - begin);
-            if (line.ends_with('\r')) line.remove_suffix(1);
-            reader.take(line);
-            begin = end + 1;
+            reader.take(take_line(text, LineEnds::newline));
         }
         return {reader.finish(), ""};
     } catch (const BadLine& bad) {
@@ -212,7 +192,7 @@ StreamReading read_stream(std::string_view text) {
 
 std::string write_stream_head(const StreamFile& stream) {
     std::string text(first_line);
-    text += "\nshows: " + stream.shows + "\nfrom: " + stream.from + "\nclock: " + clock_text(stream.clock) + "\n";
+    text += "\nshows: " + stream.shows + "\nfrom: " + stream.from + "\nclock: " + iso_text(stream.clock) + "\n";
     if (stream.pace > Span::zero()) text += "pace: " + milliseconds_text(stream.pace) + "\n";
     if (stream.lasts > Span::zero()) text += "lasts: " + milliseconds_text(stream.lasts) + "\n";
     return text + "\n";

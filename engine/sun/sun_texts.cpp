@@ -17,12 +17,6 @@ std::string long_date(std::chrono::local_days day) {
     return padded(parts.day, 2) + " " + full_month_name(parts.month) + " " + padded(parts.year, 4);
 }
 
-/// "06:09:12".
-std::string clock_text(CivilTime time) {
-    const DateParts parts = parts_of(time);
-    return padded(parts.hour, 2) + ":" + padded(parts.minute, 2) + ":" + padded(parts.second, 2);
-}
-
 /// "12 hours 54 minutes": whole ones, the rest cut off.
 std::string length_text(double hours) {
     const int whole = static_cast<int>(hours);

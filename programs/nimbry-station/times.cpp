@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <string>
 
 #include "engine/derived/dates.h"
 
@@ -41,14 +42,8 @@ std::optional<std::chrono::seconds> unit_named(char letter) {
 }  // namespace
 
 std::optional<CivilTime> parse_moment(std::string_view text) {
-    const bool with_seconds = has_shape(text, "0000-00-00 00:00:00");
-    if (!with_seconds && !has_shape(text, "0000-00-00 00:00")) return std::nullopt;
-    return civil_time({.year = number_at(text, 0, 4),
-                       .month = number_at(text, 5, 2),
-                       .day = number_at(text, 8, 2),
-                       .hour = number_at(text, 11, 2),
-                       .minute = number_at(text, 14, 2),
-                       .second = with_seconds ? number_at(text, 17, 2) : 0});
+    constexpr std::string_view without_seconds = "2026-10-31 23:58";
+    return read_iso(text.size() == without_seconds.size() ? std::string(text) + ":00" : std::string(text));
 }
 
 std::optional<std::chrono::seconds> parse_time_of_day(std::string_view text) {
