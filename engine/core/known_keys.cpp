@@ -4,8 +4,12 @@
 #include <array>
 #include <utility>
 
+#include "engine/alarms/alarms_dialog.h"
+#include "engine/core/ini_file.h"
 #include "engine/core/main_settings.h"
 #include "engine/derived/number_text.h"
+#include "engine/displays/marquee.h"
+#include "engine/publish/internet_dialog.h"
 
 namespace nimbry {
 namespace {
@@ -28,74 +32,35 @@ constexpr std::array main_rows{
     Row{"LocalIP", "", unless_set},
 };
 
-constexpr std::array alarm_rows{
-    Row{"ATempHi", "37.8"},     Row{"ATempLo", "1"},        Row{"AHumHi", "95"},        Row{"AHumLo", "20"},
-    Row{"ABarHi", "1030"},      Row{"ABarLo", "995"},       Row{"AWindHi", "0"},        Row{"ARainHi", "50"},
-    Row{"ARainAm", "25"},       Row{"ADewHi", "25"},        Row{"ADewLo", "1"},         Row{"AItempHi", "37.8"},
-    Row{"AItempLo", "10"},      Row{"fAOuTempHi", "False"}, Row{"fAOuTempLo", "False"}, Row{"fAOuHumHi", "False"},
-    Row{"fAOuHumLo", "False"},  Row{"fABarHi", "False"},    Row{"fABarLo", "False"},    Row{"fAWindHi", "False"},
-    Row{"fARainHi", "False"},   Row{"fARainAm", "False"},   Row{"fADewHi", "False"},    Row{"fADewLo", "False"},
-    Row{"fAInTempHi", "False"}, Row{"fAInTempLo", "False"}, Row{"fADewCu", "False"},    Row{"fASound", "False"},
-    Row{"fAMail", "False"},
-};
+void add(std::vector<KnownKey>& keys, const char* section, std::string_view key, std::string fallback,
+         bool optional = false) {
+    keys.push_back({section, std::string(key), std::move(fallback), optional});
+}
 
-constexpr std::array marquee_rows{
-    Row{"DisHI", "False"},      Row{"DisDew", "False"},    Row{"DisChill", "False"},   Row{"DisRain", "False"},
-    Row{"DisRainTot", "False"}, Row{"DisInTemp", "False"}, Row{"DisInHum", "False"},   Row{"DisRainLH", "False"},
-    Row{"DisSunrise", "False"}, Row{"DisSunset", "False"}, Row{"DisWindGLH", "False"},
-};
+void add_main(std::vector<KnownKey>& keys) {
+    const MainSettings defaults;
+    for (const MainKey& key : main_keys())
+        add(keys, "Main", key.key, value_text(defaults, key), key.key.starts_with("SerialPort"));
+    for (const Row& row : main_rows) add(keys, "Main", row.key, row.fallback, row.optional);
+}
 
-constexpr std::array ftp_rows{
-    Row{"FTPen", "False"},
-    Row{"FTPServer"},
-    Row{"FTPRemDir"},
-    Row{"FTPRemoteFile"},
-    Row{"FTPUser"},
-    Row{"FTPPass"},
-    Row{"FTPHours", "0"},
-    Row{"FTPMins", "2"},
-    Row{"EMailEn", "False"},
-    Row{"MailServer"},
-    Row{"MailTo"},
-    Row{"MailAttach"},
-    Row{"MailMyAddr"},
-    Row{"numofentries", "0"},
-    Row{"MailList(n)"},
-    Row{"Hangup", "False"},
-    Row{"Dial", "False"},
-    Row{"EMailToo", "False"},
-    Row{"MailTitle"},
-    Row{"Mailcc"},
-    Row{"MailBcc"},
-    Row{"FTPact", "True"},
-    Row{"WUactive", "False"},
-    Row{"WUmins", "10"},
-    Row{"WUuser"},
-    Row{"WUpass"},
-    Row{"HWactive", "False"},
-    Row{"HWuser"},
-    Row{"HWpass"},
-    Row{"APRSactive", "False"},
-    Row{"APRSuser"},
-    Row{"APRSpass", "-1"},
-    Row{"LocalSave", "False"},
-    Row{"LocalPath", "C:\\"},
-    Row{"LogFTPResponses", "False"},
-    Row{"Additional_Files"},
-    Row{"UploadCount", "1"},
-    Row{"FTPSecurity", "none", unless_set},
-    Row{"MailPort", "25", unless_set},
-    Row{"MailSecurity", "none", unless_set},
-    Row{"MailUser", "", unless_set},
-    Row{"MailPass", "", unless_set},
-    Row{"MailReport", "False", unless_set},
-    Row{"WUhost", "", unless_set},
-    Row{"HWhost", "", unless_set},
-};
+void add_alarms(std::vector<KnownKey>& keys) {
+    const AlarmsDialog defaults;
+    for (const AlarmRow& row : alarm_rows()) {
+        add(keys, "Alarms", row.key, numtext(defaults.*row.threshold));
+        add(keys, "Alarms", row.switch_key, flag_text(defaults.*row.enabled));
+    }
+    for (const AlarmSwitch& which : alarm_switches())
+        add(keys, "Alarms", which.key, flag_text(defaults.*which.enabled));
+}
 
-template <class Rows>
-void add(std::vector<KnownKey>& keys, const char* section, const Rows& rows) {
-    for (const Row& row : rows) keys.push_back({section, row.key, row.fallback, row.optional});
+void add_marquee(std::vector<KnownKey>& keys) {
+    const MarqueeDialog defaults;
+    for (const MarqueeItem& item : marquee_items()) add(keys, "Marquee", item.key, flag_text(defaults.*item.ticked));
+}
+
+void add_ftp(std::vector<KnownKey>& keys) {
+    for (const InternetKey& each : internet_keys()) add(keys, "FTP", each.key, each.fallback, each.optional);
 }
 
 // "iplist(12)" gives "iplist(n)" and "(12)"; a name that is no entry of a list stays whole.
@@ -114,13 +79,10 @@ std::pair<std::string, std::string> family_of(std::string_view name) {
 
 std::vector<KnownKey> known_keys() {
     std::vector<KnownKey> keys;
-    const MainSettings defaults;
-    for (const MainKey& key : main_keys())
-        keys.push_back({"Main", std::string(key.key), value_text(defaults, key), key.key.starts_with("SerialPort")});
-    add(keys, "Main", main_rows);
-    add(keys, "Alarms", alarm_rows);
-    add(keys, "Marquee", marquee_rows);
-    add(keys, "FTP", ftp_rows);
+    add_main(keys);
+    add_alarms(keys);
+    add_marquee(keys);
+    add_ftp(keys);
     return keys;
 }
 

@@ -124,6 +124,17 @@ std::vector<DialogControl> dialog_controls(InternetDialog& dialog) {
     return controls;
 }
 
+std::vector<InternetKey> internet_keys() {
+    const D defaults;
+    std::vector<InternetKey> keys;
+    for (const Row& row : rows) keys.push_back({row.key, value_text(defaults, row), row.optional});
+    for (const auto& [password, optional] : password_rows)
+        keys.push_back({password.key, stored_password(password, defaults.*password.value), optional});
+    keys.push_back({"numofentries", "0"});
+    keys.push_back({"MailList(n)", ""});
+    return keys;
+}
+
 std::vector<InternetPassword> internet_passwords() {
     std::vector<InternetPassword> passwords;
     passwords.reserve(std::size(password_rows));

@@ -73,6 +73,16 @@ inline constexpr int most_mail_times = 1000;
 /// are no texts of the engine, are not among them.
 [[nodiscard]] std::vector<DialogControl> dialog_controls(InternetDialog& dialog);
 
+/// A key of section `FTP`.
+struct InternetKey {
+    std::string_view key;
+    std::string fallback;   ///< its value when it is not in the file
+    bool optional = false;  ///< stands in the file only when somebody has set it
+};
+
+/// All keys of the section; those of the schedule's entries as one, "MailList(n)".
+[[nodiscard]] std::vector<InternetKey> internet_keys();
+
 /// One password of the dialog, its key and control.
 struct InternetPassword {
     std::string_view key, control;
