@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "engine/core/file_steps.h"
 #include "engine/core/initprog.h"
 #include "engine/core/run_time_error.h"
 #include "engine/derived/number_text.h"
@@ -207,7 +208,8 @@ private:
         send(file.request);
         const Attempt outcome = wait_for_file(file.limit);
         if (outcome == Attempt::received) {
-            if (file.name != file.temporary) replace(std::string(file.temporary), std::string(file.name));
+            if (file.name != file.temporary)
+                replace_by(copy_.ports.files, std::string(file.temporary), std::string(file.name));
             temporary.keep();
         }
         network_.IPInvalidFile = false;
@@ -230,12 +232,6 @@ private:
         if (network_.file14.error) throw RunTimeError{*network_.file14.error};
         if (!outcome) throw ConnectionLost{};
         return *outcome;
-    }
-
-    void replace(const std::string& temporary, const std::string& name) {
-        Files& files = copy_.ports.files;
-        if (files.exists(name)) require(files.remove(name));
-        require(files.rename(temporary, name));
     }
 
     void read_in(const SyncFile& file) {
@@ -262,7 +258,7 @@ private:
     }
 
     void do_without(const SyncFile& file) {
-        if (copy_.ports.files.exists(std::string(file.name))) require(copy_.ports.files.remove(std::string(file.name)));
+        remove_if_there(copy_.ports.files, std::string(file.name));
         line("No almanac exists yet as it has been archived");
     }
 

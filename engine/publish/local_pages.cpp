@@ -5,12 +5,12 @@
 #include <utility>
 #include <vector>
 
+#include "engine/core/file_steps.h"
 #include "engine/core/run_time_error.h"
 #include "engine/derived/number_text.h"
 #include "engine/graphs/graph_svg.h"
 #include "engine/publish/local_save.h"
 #include "engine/publish/published_files.h"
-#include "engine/records/file_steps.h"
 #include "engine/reports/generation.h"
 #include "engine/reports/page_names.h"
 
@@ -52,7 +52,7 @@ FileResult put(Copy& copy, const Finished& file) {
     remove_if_there(files, work);
     const FileResult copied = files.copy(file.name, work);
     if (copied != FileResult::ok) return copied;
-    finish(files, work, target);
+    replace_by(files, work, target);
     return FileResult::ok;
 }
 

@@ -1,5 +1,6 @@
 #include "engine/publish/local_save.h"
 
+#include "engine/core/file_steps.h"
 #include "engine/core/file_wait.h"
 #include "engine/core/run_time_error.h"
 
@@ -23,8 +24,7 @@ void copy_to_local(Copy& copy, std::string_view name) {
     Files& files = copy.ports.files;
     if (twin.empty() || !files.exists(source)) return;
     wait_until_free(copy, source);
-    if (files.exists(twin)) require(files.remove(twin));
-    require(files.copy(source, twin));
+    copy_over(files, source, twin);
 }
 
 }  // namespace nimbry

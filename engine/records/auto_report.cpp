@@ -1,11 +1,11 @@
 #include "engine/records/auto_report.h"
 
+#include "engine/core/file_steps.h"
 #include "engine/core/run_time_error.h"
 #include "engine/derived/dates.h"
 #include "engine/derived/number_text.h"
 #include "engine/records/almanac.h"
 #include "engine/records/archive_names.h"
-#include "engine/records/file_steps.h"
 #include "engine/records/monthly_summary.h"
 
 namespace nimbry {

@@ -1,5 +1,6 @@
 #include "engine/records/do_changeover.h"
 
+#include "engine/core/file_steps.h"
 #include "engine/core/file_wait.h"
 #include "engine/core/run_time_error.h"
 #include "engine/publish/local_save.h"
@@ -8,7 +9,6 @@
 #include "engine/records/data_log.h"
 #include "engine/records/day_files.h"
 #include "engine/records/extremes_display.h"
-#include "engine/records/file_steps.h"
 #include "engine/records/rain.h"
 #include "engine/records/record_step.h"
 

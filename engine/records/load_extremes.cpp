@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "engine/core/exits.h"
+#include "engine/core/file_steps.h"
 #include "engine/core/run_time_error.h"
 #include "engine/derived/dates.h"
 #include "engine/derived/number_text.h"
@@ -12,7 +13,6 @@
 #include "engine/records/day_files.h"
 #include "engine/records/do_changeover.h"
 #include "engine/records/extremes_display.h"
-#include "engine/records/file_steps.h"
 #include "engine/records/rain.h"
 #include "engine/records/record_step.h"
 #include "engine/records/save_extremes.h"

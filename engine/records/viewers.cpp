@@ -1,5 +1,6 @@
 #include "engine/records/viewers.h"
 
+#include "engine/core/file_steps.h"
 #include "engine/core/run_time_error.h"
 #include "engine/core/switches.h"
 #include "engine/derived/number_text.h"
@@ -7,7 +8,6 @@
 #include "engine/records/archive_names.h"
 #include "engine/records/auto_report.h"
 #include "engine/records/data_log.h"
-#include "engine/records/file_steps.h"
 
 namespace nimbry {
 namespace {

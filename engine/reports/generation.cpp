@@ -1,7 +1,7 @@
 #include "engine/reports/generation.h"
 
+#include "engine/core/file_steps.h"
 #include "engine/core/run_time_error.h"
-#include "engine/records/file_steps.h"
 #include "engine/reports/resolvtag.h"
 #include "engine/reports/template_scanner.h"
 
@@ -41,11 +41,6 @@ void make_work_file(Files& files, const std::string& work, std::string_view page
     filled.reserve(page.size() + page.size() / 4);
     fill_template(page, resolve, filled);
     require(files.append(work, filled));
-}
-
-void finish(Files& files, const std::string& work, const std::string& finished) {
-    remove_if_there(files, finished);
-    require(files.rename(work, finished));
 }
 
 }  // namespace nimbry

@@ -29,7 +29,4 @@ using Resolve = std::function<std::string(std::string_view marker)>;
 /// Fills a template into its work file, from scratch. Throws RunTimeError.
 void make_work_file(Files& files, const std::string& work, std::string_view page, const Resolve& resolve);
 
-/// The finished file is replaced by the work file, which is complete by then. Throws RunTimeError.
-void finish(Files& files, const std::string& work, const std::string& finished);
-
 }  // namespace nimbry

@@ -3,11 +3,11 @@
 #include <optional>
 #include <string>
 
+#include "engine/core/file_steps.h"
 #include "engine/core/file_wait.h"
 #include "engine/core/run_time_error.h"
 #include "engine/derived/number_text.h"
 #include "engine/graphs/graph_svg.h"
-#include "engine/records/file_steps.h"
 #include "engine/reports/generation.h"
 #include "engine/reports/page_names.h"
 #include "engine/reports/raw_line.h"
@@ -51,7 +51,7 @@ private:
         }
         if (!page.bytes) return;
         make_work_file(files_, work, *page.bytes, plain_tags(copy_));
-        finish(files_, work, name_of(n));
+        replace_by(files_, work, name_of(n));
         let_events_run();
     }
 
@@ -69,7 +69,7 @@ private:
         const Resolve tags = plain_tags(copy_);
         make_work_file(files_, work, *page.bytes,
                        [&](std::string_view marker) { return without_degree_signs(tags(marker)); });
-        finish(files_, work, std::string(wap_page));
+        replace_by(files_, work, std::string(wap_page));
     }
 
     void let_events_run() { copy_.ports.pauses.pause(Milliseconds{0}); }

@@ -1,5 +1,6 @@
 #include "engine/reports/wxtext.h"
 
+#include "engine/core/file_steps.h"
 #include "engine/core/run_time_error.h"
 #include "engine/reports/generation.h"
 #include "engine/reports/raw_line.h"
@@ -18,7 +19,7 @@ void wxtext(Copy& copy) {
         if (report.bytes) {
             const std::string work = "tpwxtexttemplate.txt";
             make_work_file(files, work, *report.bytes, plain_tags(copy));
-            finish(files, work, "wxtext.txt");
+            replace_by(files, work, "wxtext.txt");
         }
         copy.state.reports.new_data = false;
     });

@@ -12,4 +12,7 @@ void remove_if_there(Files& files, const std::string& name);
 /// Copies a file to another name, over what is there. Throws RunTimeError.
 void copy_over(Files& files, const std::string& from, const std::string& to);
 
+/// A work file, which is complete by now, takes the place of the finished one. Throws RunTimeError.
+void replace_by(Files& files, const std::string& work, const std::string& finished);
+
 }  // namespace nimbry

@@ -1,4 +1,4 @@
-#include "engine/records/file_steps.h"
+#include "engine/core/file_steps.h"
 
 #include "engine/core/run_time_error.h"
 
@@ -11,6 +11,11 @@ void remove_if_there(Files& files, const std::string& name) {
 void copy_over(Files& files, const std::string& from, const std::string& to) {
     remove_if_there(files, to);
     require(files.copy(from, to));
+}
+
+void replace_by(Files& files, const std::string& work, const std::string& finished) {
+    remove_if_there(files, finished);
+    require(files.rename(work, finished));
 }
 
 }  // namespace nimbry
