@@ -170,7 +170,7 @@ void GraphPane::draw_picture(qreal ratio) {
     QPainter painter(&picture_);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor::fromRgb(graph_ground));
+    painter.setBrush(exact_colour(graph_ground));
     painter.drawRoundedRect(rect(), 4, 4);
 
     const GraphLayout layout = graph_layout();

@@ -72,7 +72,4 @@ private:
 /// The look of a series: its colour, its dash and the width of its line, in the pixels of a screen at 100 %.
 [[nodiscard]] QPen graph_pen(GraphPen pen);
 
-/// The ground of a pane, in both themes.
-inline constexpr QRgb graph_ground = 0xFF101418;
-
 }  // namespace nimbry::windows

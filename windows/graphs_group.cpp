@@ -111,7 +111,7 @@ void GraphLegend::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF ground(0, height() / 2.0 - 7, sample_width, 14);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor::fromRgb(graph_ground));
+    painter.setBrush(exact_colour(graph_ground));
     painter.drawRoundedRect(ground, 3, 3);
     QPen pen = graph_pen(pen_);
     pen.setWidthF(2);

@@ -14,6 +14,7 @@
 #include "engine/publish/internet_check.h"
 #include "engine/setup/comms_dialog.h"
 #include "engine/setup/units_dialog.h"
+#include "engine/sun/location.h"
 #include "engine/sun/location_dialog.h"
 #include "engine/sun/sun_texts.h"
 
@@ -44,7 +45,7 @@ Refusal apply_alarms_dialog(Copy& copy) {
 /// stored, but what was shown of a place before goes.
 Refusal apply_location_dialog(Copy& copy) {
     const MainSettings& settings = copy.state.settings;
-    if (Val(settings.Latitude) == 999 || Val(settings.Longitude) == 999) {
+    if (Val(settings.Latitude) == no_location || Val(settings.Longitude) == no_location) {
         refresh_sun_texts(copy);
         show_sun_picture(copy);
         return {};

@@ -11,6 +11,9 @@ enum class WindUnit { ms, kph, mph, knots };
 enum class BarometerUnit { mb, hpa, inhg };
 enum class RainUnit { mm, inches };
 
+/// Calm is what rounds to less than this in the unit of display.
+inline constexpr double calm_below = 0.2;
+
 /// The unit text of a temperature: a blank, the degree sign, 'C' or 'F'.
 [[nodiscard]] inline std::string degrees(char letter) {
     return std::string(" \xB0") + letter;

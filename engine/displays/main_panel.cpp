@@ -4,6 +4,7 @@
 
 #include "engine/core/weather_state.h"
 #include "engine/graphs/graph_view.h"
+#include "engine/records/day_end.h"
 
 namespace nimbry {
 namespace {
@@ -68,16 +69,17 @@ struct ChangeoverTexts {
 };
 
 ChangeoverTexts changeover_texts(const MainSettings& settings) {
-    if (settings.tmidnight) {
-        return {"Since Midnight", "24 Hours prior to Midnight", "Rainfall so far today since Midnight",
-                "Rainfall for the 24 hours prior to Midnight"};
+    switch (selected_day_end(settings)) {
+        case DayEnd::midnight:
+            return {"Since Midnight", "24 Hours prior to Midnight", "Rainfall so far today since Midnight",
+                    "Rainfall for the 24 hours prior to Midnight"};
+        case DayEnd::nine:
+            return {"Since 9:00 am", "24 Hours prior to 9:00 am", "Rainfall so far today since 9:00 am",
+                    "Rainfall for the 24 hours prior to 9:00 am"};
+        case DayEnd::ten: break;
     }
-    if (settings.AddOneHour) {
-        return {"Since 10:00 am", "24 Hours prior to 10:00 am", "Rainfall so far today since 10:00 am",
-                "Rainfall for the 24 hours prior to 10:00 am"};
-    }
-    return {"Since 9:00 am", "24 Hours prior to 9:00 am", "Rainfall so far today since 9:00 am",
-            "Rainfall for the 24 hours prior to 9:00 am"};
+    return {"Since 10:00 am", "24 Hours prior to 10:00 am", "Rainfall so far today since 10:00 am",
+            "Rainfall for the 24 hours prior to 10:00 am"};
 }
 
 int starting_scale(WindUnit unit) {

@@ -11,8 +11,9 @@
 namespace nimbry {
 namespace {
 
-constexpr int grid_intervals = 8;
-constexpr double grid_left = 490;  // the value axis
+// Of the main pane.
+constexpr float value_axis = main_plot.left + 10;
+constexpr float time_axis_begin = main_plot.left + 20;
 constexpr double minutes_per_hour = 60;
 
 // From the bottom up, each at its own bearing; the lowest is the nil wind, north is 360.
@@ -23,13 +24,11 @@ TwipPoint point(double x, double y) {
 }
 
 void add_axes(GraphDrawing& drawing) {
-    if (drawing.main) {
-        drawing.lines.push_back({GraphPen::axis, {{6432, 2400}, {500, 2400}}});
-        drawing.lines.push_back({GraphPen::axis, {{490, 2400}, {490, 385}}});
-    } else {
-        drawing.lines.push_back({GraphPen::axis, {{1560, 550}, {300, 550}}});
-        drawing.lines.push_back({GraphPen::axis, {{300, 550}, {300, 150}}});
-    }
+    const TwipBox& plot = drawing.main ? main_plot : small_plot;
+    const float time_from = drawing.main ? time_axis_begin : plot.left;
+    const float value_at = drawing.main ? value_axis : plot.left;
+    drawing.lines.push_back({GraphPen::axis, {{plot.right, plot.bottom}, {time_from, plot.bottom}}});
+    drawing.lines.push_back({GraphPen::axis, {{value_at, plot.bottom}, {value_at, plot.top}}});
 }
 
 std::string hour_text(const GraphRows& rows, int r) {
@@ -55,10 +54,10 @@ void add_grid(GraphDrawing& drawing, const GraphAxis& axis) {
     for (int k = 0; k <= grid_intervals; ++k) {
         const double value = axis.low + k * (axis.high - axis.low) / grid_intervals;
         const double y = value_y(main_plot, value, axis.low, axis.high);
-        drawing.lines.push_back({GraphPen::grid, {point(grid_left, y), point(main_plot.right, y)}});
+        drawing.lines.push_back({GraphPen::grid, {point(double{value_axis}, y), point(main_plot.right, y)}});
         const std::string text =
             drawing.kind == GraphKind::direction ? directions[static_cast<std::size_t>(k)] : numtext(Round(value, 3));
-        drawing.labels.push_back({GraphLabel::Side::left, point(grid_left, y), text});
+        drawing.labels.push_back({GraphLabel::Side::left, point(double{value_axis}, y), text});
     }
 }
 

@@ -16,12 +16,17 @@ struct TwipPoint {
     bool operator==(const TwipPoint&) const = default;
 };
 
-/// Where in the picture the graph itself lies: its axes are the lower and the left edge.
+/// Where in the picture the graph itself lies. In a small pane the axes are the lower and the left edge; in the main
+/// one the value axis stands 10 twips inside the left edge, and the time axis begins 20 inside it (as both are drawn,
+/// kept on purpose).
 struct TwipBox {
     float left, top, right, bottom;
 };
 inline constexpr TwipBox main_plot{480, 385, 6432, 2400};
 inline constexpr TwipBox small_plot{300, 150, 1560, 550};
+
+/// The ground of a pane, "#101418", in both themes.
+inline constexpr Colour graph_ground = 0x181410;
 
 /// How far the time axis' ticks reach below it.
 inline constexpr double tick_length = 40;

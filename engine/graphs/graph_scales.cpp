@@ -35,7 +35,6 @@ Limits temperature_limits(TemperatureUnit unit) {
 constexpr Limits humidity_limits{0, 100, 5};
 constexpr Limits direction_limits{0, 360, 45};
 constexpr int axis_rows = series::count;  // row 10 + s: the axis of series s
-constexpr int grid_intervals = 8;
 
 // A value just beside a tick counts as on it: samples are singles, and their last digit is not theirs.
 constexpr double tick_tolerance = 0.0001;

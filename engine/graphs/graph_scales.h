@@ -13,6 +13,9 @@ void setgraphscales(WeatherState& state);
 /// True for a value that series s may have; both limits belong to it.
 [[nodiscard]] bool within_limits(const GraphState& graphs, int s, float value);
 
+/// The intervals of an axis: grid and labels stand at their ends.
+inline constexpr int grid_intervals = 8;
+
 /// Where an axis begins and ends.
 struct GraphAxis {
     double low = 0, high = 0;

@@ -1,6 +1,7 @@
 #include "engine/graphs/graph_store.h"
 
 #include "engine/core/run_time_error.h"
+#include "engine/core/soft_error.h"
 #include "engine/core/switches.h"
 #include "engine/derived/dates.h"
 #include "engine/graphs/graph_file.h"
@@ -67,9 +68,7 @@ void savegrafdata(Copy& copy, std::string_view caller) {
     const CivilTime now = copy.ports.clock.computer_time();
     stamp_last_row(graphs.rows, now);
     const FileResult result = copy.ports.files.rewrite(file_name, graph_file_text(graphs, now));
-    if (result == FileResult::ok) return;
-    copy.log.event_or_nothing(" Error " + std::to_string(static_cast<int>(error_of(result))) + " encountered in " +
-                              std::string(caller) + ".");
+    if (result != FileResult::ok) log_soft_error(copy, error_of(result), caller);
 }
 
 void resetgraphs(Copy& copy) {

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "engine/core/run_time_error.h"
+#include "engine/core/soft_error.h"
 #include "engine/derived/code_page.h"
 #include "engine/derived/number_text.h"
 #include "engine/graphs/graph_layout.h"
@@ -103,7 +104,8 @@ public:
                 attribute("height", height) + attribute("viewBox", "0 0 " + width + " " + height) +
                 attribute("role", "img") + attribute("font-family", "DejaVu Sans, Verdana, Arial, sans-serif") +
                 attribute("font-size", number(letter_height)) + ">\n<title>" + utf8_text(title_) + "</title>\n<rect" +
-                attribute("width", width) + attribute("height", height) + attribute("fill", "#101418") + "/>\n";
+                attribute("width", width) + attribute("height", height) + attribute("fill", colour_text(graph_ground)) +
+                "/>\n";
         add_head();
         text_ += "<g" + attribute("transform", "translate(0 " + number(head_) + ")") + ">\n";
         for (const GraphLine& line : drawing_.lines) add_line(line);
@@ -206,9 +208,7 @@ void write_graph_files(Copy& copy, std::string_view caller) {
         const std::string name = "graph" + std::to_string(n + 1) + ".svg";
         const FileResult result =
             copy.ports.files.replace(name, graph_svg(copy.state, static_cast<GraphKind>(n), page_picture));
-        if (result == FileResult::ok) continue;
-        copy.log.event_or_nothing(" Error " + std::to_string(static_cast<int>(error_of(result))) + " encountered in " +
-                                  std::string(caller) + ".");
+        if (result != FileResult::ok) log_soft_error(copy, error_of(result), caller);
     }
 }
 

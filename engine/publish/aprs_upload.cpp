@@ -16,8 +16,6 @@
 namespace nimbry {
 namespace {
 
-constexpr std::size_t shortest_call = 3;
-constexpr int least_interval = 10;  // minutes between two packets that the network wants
 constexpr Milliseconds connect_limit{20000}, answer_limit{10000};
 constexpr Milliseconds after_failure{100}, after_connect{1000}, before_packet{1000}, before_close{1500};
 constexpr std::size_t most_received = 65536;
@@ -119,7 +117,7 @@ void report(Copy& copy, Stream& stream, const Server& server, const std::string&
 
 /// False for the call that is left out.
 bool is_due(PublishState& publish) {
-    if (report_interval(publish.NimbryFTPSetup) >= least_interval) return true;
+    if (report_interval(publish.NimbryFTPSetup) >= least_aprs_interval) return true;
     publish.AprsSkipped = !publish.AprsSkipped;
     return !publish.AprsSkipped;
 }

@@ -18,9 +18,6 @@
 namespace nimbry {
 namespace {
 
-// Ticks of TimerFTP, one every ten seconds.
-constexpr int ticks_to_first_upload = 3;
-constexpr int ticks_a_minute = 6;
 constexpr Milliseconds before_the_look{50};
 
 bool something_to_send(const Copy& copy) {

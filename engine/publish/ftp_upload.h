@@ -10,6 +10,10 @@ enum class UploadCause {
     after_mail,  ///< a mail that the user wants followed by an upload (`ChkDoEmailToo`)
 };
 
+/// Ticks of TimerFTP, one every ten seconds.
+inline constexpr int ticks_to_first_upload = 3;
+inline constexpr int ticks_a_minute = 6;
+
 /// TimerFTP: looks whether an upload is due.
 void ftp_schedule(Copy& copy);
 

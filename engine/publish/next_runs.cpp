@@ -4,6 +4,8 @@
 #include <string>
 
 #include "engine/derived/number_text.h"
+#include "engine/publish/aprs_upload.h"
+#include "engine/publish/ftp_upload.h"
 #include "engine/publish/weather_query.h"
 #include "engine/records/changeover.h"
 
@@ -14,11 +16,6 @@ using std::chrono::days;
 using std::chrono::hours;
 using std::chrono::minutes;
 using std::chrono::seconds;
-
-// The schedule of uploads, as its ticks count it (ftp_upload.cpp).
-constexpr int ticks_to_first_upload = 3;
-constexpr int ticks_a_minute = 6;
-constexpr int least_aprs_interval = 10;
 
 /// The computer's time at which a timer ticks for the n-th time from now.
 std::optional<CivilTime> nth_tick(const Copy& copy, TimerId id, int n) {

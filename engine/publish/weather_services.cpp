@@ -18,7 +18,6 @@ namespace nimbry {
 namespace {
 
 constexpr std::size_t longest_user_not_forced = 4;
-constexpr std::size_t shortest_call = 3;
 constexpr Milliseconds reply_limit{10000};
 constexpr int not_found = 404;
 

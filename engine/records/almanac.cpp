@@ -1,7 +1,5 @@
 #include "engine/records/almanac.h"
 
-#include <cmath>
-
 #include "engine/core/run_time_error.h"
 #include "engine/derived/number_text.h"
 #include "engine/derived/reading_text.h"
@@ -11,12 +9,11 @@
 #include "engine/records/do_changeover.h"
 #include "engine/records/extremes_display.h"
 #include "engine/records/record_step.h"
+#include "engine/records/record_units.h"
 #include "engine/records/save_extremes.h"
 
 namespace nimbry {
 namespace {
-
-constexpr double calm_below = 0.2;
 
 // The blank before MIN WIND CHILL TIME is part of the line.
 constexpr std::string_view columns =
@@ -28,27 +25,25 @@ constexpr std::string_view columns =
     "TOTAL RAINFALL FOR LAST 24 HOURS,DAYS SINCE RAIN,LAST RAIN AMOUNT";
 
 std::string_view cotime(const MainSettings& settings) {
-    if (settings.tmidnight) return "Midnight";
-    return settings.AddOneHour ? "10.00am" : "9.00am";
+    switch (selected_day_end(settings)) {
+        case DayEnd::midnight: return "Midnight";
+        case DayEnd::nine: return "9.00am";
+        case DayEnd::ten: break;
+    }
+    return "10.00am";
 }
 
-std::string temperature(float celsius, const Units& units) {
-    const float shown =
-        units.temperature == TemperatureUnit::celsius ? celsius : roundnst(static_cast<double>(celsius));
-    return sign_of(static_cast<double>(shown)) + numtext(std::fabs(shown));
-}
-
-std::string scaled(float value, double factor, int digits) {
-    return numtext(Round(static_cast<double>(value) * factor, digits));
+std::string hundredths(float value, double factor) {
+    return numtext(scaled(value, factor, 2));
 }
 
 std::string gust(float ms, double factor) {
-    const double speed = Round(static_cast<double>(ms) * factor, 1);
+    const double speed = scaled(ms, factor, 1);
     return speed < calm_below ? "0" : numtext(speed);
 }
 
 std::string rain_of_row(const WeatherState& state) {
-    return scaled(state.rain.raintoday, state.units.rcorr, 2);
+    return hundredths(state.rain.raintoday, state.units.rcorr);
 }
 
 // A dry day counts up; a day of rain, or of a counter that was reset, starts the count anew.
@@ -125,31 +120,31 @@ std::string almanac_row(const WeatherState& state, const std::string& date, cons
     // The degree sign of the bearing stays behind.
     const std::string bearing = d.maxwindir.substr(0, d.maxwindir.empty() ? 0 : d.maxwindir.size() - 1);
     std::string row = date + "," + month;
-    for (const std::string& field : {temperature(d.maxtemp, u),
+    for (const std::string& field : {signed_temperature(d.maxtemp, u),
                                      d.maxtemptime,
-                                     temperature(d.mintemp, u),
+                                     signed_temperature(d.mintemp, u),
                                      d.mintemptime,
                                      numtext(d.maxhum),
                                      d.maxhumtime,
                                      numtext(d.minhum),
                                      d.minhumtime,
-                                     temperature(d.maxdew, u),
+                                     signed_temperature(d.maxdew, u),
                                      d.maxdewtime,
-                                     temperature(d.mindew, u),
+                                     signed_temperature(d.mindew, u),
                                      d.mindewtime,
-                                     temperature(d.maxintemp, u),
+                                     signed_temperature(d.maxintemp, u),
                                      d.maxintemptime,
-                                     temperature(d.minintemp, u),
+                                     signed_temperature(d.minintemp, u),
                                      d.minintemptime,
-                                     temperature(d.minwc, u),
+                                     signed_temperature(d.minwc, u),
                                      d.minwctime,
-                                     heat ? temperature(d.maxhi, u) : std::string("-999"),
+                                     heat ? signed_temperature(d.maxhi, u) : std::string("-999"),
                                      heat ? d.maxhitime : std::string("00:00"),
-                                     scaled(d.maxrain, u.rcorr, 2),
+                                     hundredths(d.maxrain, u.rcorr),
                                      d.maxraintime,
-                                     scaled(d.maxbar, u.bcorr, 2),
+                                     hundredths(d.maxbar, u.bcorr),
                                      d.maxbartime,
-                                     scaled(d.minbar, u.bcorr, 2),
+                                     hundredths(d.minbar, u.bcorr),
                                      d.minbartime,
                                      gust(d.maxwind, u.wcorr),
                                      d.maxwindtime,

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/records/day_end.h"
+
 namespace nimbry {
 
 // The bytes of an almanac, `nbextreme.log` or a monthly archive of it: a head, then one comma-separated row for each
@@ -63,9 +65,6 @@ struct AlmanacRow {
         return fields[static_cast<std::size_t>(column) + 1];
     }
 };
-
-/// When the weather day of a file ends.
-enum class DayEnd { midnight, nine, ten };
 
 /// An almanac as it was read.
 struct Almanac {

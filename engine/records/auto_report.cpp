@@ -18,11 +18,6 @@ const std::string template_file = "nimbrysummarytemplate.html";
 const std::string work_page = "TempSummary.html";
 const std::string finished_page = "nimbrysummary.html";
 
-DayEnd selected_day_end(const MainSettings& settings) {
-    if (settings.tmidnight) return DayEnd::midnight;
-    return settings.AddOneHour ? DayEnd::ten : DayEnd::nine;
-}
-
 // The year of a live almanac is the station's, of an archive the two digits of its name.
 int year_of(const Copy& copy, const std::string& name, bool live) {
     const int computer_year = parts_of(copy.ports.clock.computer_time()).year;

@@ -5,6 +5,7 @@
 #include "engine/core/event.h"
 #include "engine/core/run_time_error.h"
 #include "engine/publish/publishing.h"
+#include "engine/records/day_end.h"
 #include "engine/records/do_changeover.h"
 #include "engine/records/record_step.h"
 
@@ -67,11 +68,25 @@ void catch_up_what_was_put_off(Copy& copy) {
     });
 }
 
+// The hour at which the day ends: the last one before it, and its own, as the station's clock shows them.
+struct ChangeHour {
+    hours since_midnight;
+    std::string_view ctrigtime, mctrigtime;
+};
+
+ChangeHour change_hour(const MainSettings& settings) {
+    switch (selected_day_end(settings)) {
+        case DayEnd::midnight: return {hours{0}, "23", "00"};
+        case DayEnd::nine: return {hours{9}, "08", "09"};
+        case DayEnd::ten: break;
+    }
+    return {hours{10}, "09", "10"};
+}
+
 }  // namespace
 
 CivilTime changeover_instant(const MainSettings& settings, CivilTime now) {
-    const hours hour{settings.tmidnight ? 0 : settings.AddOneHour ? 10 : 9};
-    return std::chrono::floor<std::chrono::days>(now) + hour + seconds{1};
+    return std::chrono::floor<std::chrono::days>(now) + change_hour(settings).since_midnight + seconds{1};
 }
 
 void MailChangeover(Copy& copy) {
@@ -80,18 +95,16 @@ void MailChangeover(Copy& copy) {
     tagged("MailChangeover", [&] {
         const MainSettings& settings = state.settings;
         const StationClock clock = cut(state.readings.rdattime);
-        const bool midnight = settings.tmidnight;
         bool& triggered = state.records.ChangeTriggered;
         state.records.coMailSent = false;
         if (*state.readings.dtvar - changeover_instant(settings, *state.readings.dtvar) >= settled) triggered = false;
 
-        const std::string_view ctrigtime = midnight ? "23" : settings.AddOneHour ? "09" : "08";
-        if (early(clock, ctrigtime)) {
+        const ChangeHour hour = change_hour(settings);
+        if (early(clock, hour.ctrigtime)) {
             record_step(copy, [&] { trigger(copy); });
             record_step(copy, [&] { mail_changeover(copy); });
         }
-        const std::string_view mctrigtime = midnight ? "00" : settings.AddOneHour ? "10" : "09";
-        if (first_minute(clock, mctrigtime) && !triggered) record_step(copy, [&] { trigger(copy); });
+        if (first_minute(clock, hour.mctrigtime) && !triggered) record_step(copy, [&] { trigger(copy); });
 
         state.comm.changebusy.clear();
         drop_unsent_changeover_mail(copy);

@@ -1,10 +1,16 @@
 #include "engine/records/changeover_word.h"
 
+#include "engine/records/day_end.h"
+
 namespace nimbry {
 
 std::string_view changeover_word(const MainSettings& settings) {
-    if (settings.tmidnight) return " midnight ";
-    return settings.AddOneHour ? " 10.00am " : " 9.00am ";
+    switch (selected_day_end(settings)) {
+        case DayEnd::midnight: return " midnight ";
+        case DayEnd::nine: return " 9.00am ";
+        case DayEnd::ten: break;
+    }
+    return " 10.00am ";
 }
 
 }  // namespace nimbry

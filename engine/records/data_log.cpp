@@ -1,6 +1,7 @@
 #include "engine/records/data_log.h"
 
 #include "engine/core/run_time_error.h"
+#include "engine/core/soft_error.h"
 #include "engine/derived/dates.h"
 #include "engine/derived/text_lines.h"
 #include "engine/publish/local_save.h"
@@ -50,10 +51,9 @@ void softly(Copy& copy, std::string_view routine, Work&& work) {
     try {
         work();
     } catch (const RunTimeError& error) {
-        const std::string text =
-            "Error " + std::to_string(static_cast<int>(error.number)) + " encountered in " + std::string(routine) + ".";
-        copy.log.event_or_nothing(" " + text);
-        copy.ports.notices.balloon({.title = "Log File Error", .text = text, .icon = "!"});
+        log_soft_error(copy, error.number, routine);
+        copy.ports.notices.balloon(
+            {.title = "Log File Error", .text = soft_error_text(error.number, routine), .icon = "!"});
     }
 }
 

@@ -1,32 +1,22 @@
 #include "engine/records/extremes_texts.h"
 
-#include <cmath>
-
 #include "engine/derived/number_text.h"
 #include "engine/derived/reading_text.h"
+#include "engine/records/record_units.h"
 
 namespace nimbry {
 namespace {
 
 const std::string no_valid_data = "- No Valid Data -";
-constexpr double calm_below = 0.2;
-
 std::string at(const std::string& time) {
     return " at " + time;
-}
-
-double scaled(float value, double factor, int digits) {
-    return Round(static_cast<double>(value) * factor, digits);
 }
 
 }  // namespace
 
 std::string temperature_record(float celsius, float reset, const std::string& time, const Units& units) {
     if (celsius == reset) return no_valid_data;
-    // A single is printed as a single: widened, 12.3 would show digits that nobody measured.
-    const float shown =
-        units.temperature == TemperatureUnit::celsius ? celsius : roundnst(static_cast<double>(celsius));
-    return sign_of(static_cast<double>(shown)) + numtext(std::fabs(shown)) + units.temperature_text + at(time);
+    return signed_temperature(celsius, units) + units.temperature_text + at(time);
 }
 
 std::string humidity_record(float percent, float reset, const std::string& time) {

@@ -14,8 +14,6 @@
 namespace nimbry {
 namespace {
 
-constexpr double no_location = 999;
-
 // Two places for degrees and minutes, three for a longitude's degrees.
 std::string coordinate_text(std::string_view decimal_degrees, int width, const char* negative, const char* positive) {
     const std::string text = repcomma(std::string(decimal_degrees));

@@ -19,9 +19,6 @@ namespace {
 
 using namespace digits_cf;
 
-// Calm is what rounds to less than this in the unit of display.
-constexpr double calm_below = 0.2;
-
 const DigitTable<54>& digits_of(const WeatherState& state, WindSource source) {
     return source == WindSource::train ? state.comm.DigitsCF : state.comm.DigitsCFLone;
 }

@@ -7,12 +7,10 @@
 namespace nimbry {
 namespace {
 
-constexpr double none_entered = 999;
-
 std::optional<double> coordinate(std::string_view text) {
     if (!IsNumeric(text)) return {};
     const double degrees = Val(repcomma(std::string(text)));
-    if (degrees == none_entered) return {};
+    if (degrees == no_location) return {};
     return degrees;
 }
 

@@ -6,6 +6,7 @@
 
 #include "engine/derived/number_text.h"
 #include "engine/publish/publishing.h"
+#include "engine/sun/location.h"
 #include "engine/sun/sun_texts.h"
 
 namespace nimbry {
@@ -56,7 +57,6 @@ constexpr Coordinate longitude{
      "Enter the seconds part of your longitude (0 to 60)"}};
 
 constexpr std::string_view section = "Main";
-constexpr std::string_view none_entered = "999";
 constexpr double sixty = 60;
 
 /// The number in a box; nothing when it is no number. An empty box is 0.
@@ -213,7 +213,8 @@ std::optional<LocationRefusal> accept_location(Copy& copy, const LocationDialog&
 }
 
 void forget_location(Copy& copy) {
-    store(copy, {std::string(none_entered), std::string(none_entered)});
+    const std::string none = numtext(no_location);
+    store(copy, {none, none});
 }
 
 }  // namespace nimbry

@@ -21,6 +21,7 @@
 #include "windows/form1.h"
 #include "windows/graph_pane.h"
 #include "windows/graphs_group.h"
+#include "windows/palette_colours.h"
 
 namespace nimbry::test {
 namespace {
@@ -243,7 +244,7 @@ TEST_F(Graphs, AreDarkInBothThemes) {
         QApplication::processEvents();
         for (int n = 0; n < 6; ++n) {
             const QImage picture = pane(n)->grab().toImage();
-            EXPECT_EQ(picture.pixelColor(picture.width() / 2, 4), QColor::fromRgb(windows::graph_ground)) << n;
+            EXPECT_EQ(picture.pixelColor(picture.width() / 2, 4), windows::exact_colour(graph_ground)) << n;
         }
     }
     QApplication::setPalette(usual);
