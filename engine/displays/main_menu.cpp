@@ -72,16 +72,14 @@ void reset_main_menu(MainMenu& menu) {
 }
 
 void set_menu_for_role(MainMenu& menu, bool client, bool fullystarted) {
-    for (Box* needs_a_train : {&menu.mnuInternet, &menu.mnuEditComment, &menu.mnuEditComment2, &menu.mnuEditDSR,
-                               &menu.mnulogFTP, &menu.mnulogMail, &menu.mnuLogWU, &menu.mnuLogHW, &menu.mnuLogAPRS}) {
-        needs_a_train->enabled = fullystarted && !client;
-    }
+    const bool publishes = fullystarted && !client;
+    for (Box MainMenu::*entry : publishing_entries) (menu.*entry).enabled = publishes;
+    for (Box* text : {&menu.mnuEditComment, &menu.mnuEditComment2, &menu.mnuEditDSR}) text->enabled = publishes;
     menu.mnuFTPdebug.enabled = !client;
     if (client) {
         for (Box* entry : {&menu.mnulogFTP, &menu.mnulogMail, &menu.mnuFTPdebug}) entry->checked = false;
     } else {
-        for (Box* entry : {&menu.mnuAlarms, &menu.mnuLatLong, &menu.mnuNoFTPPop, &menu.mnuNoMailPop})
-            entry->enabled = true;
+        for (Box MainMenu::*entry : server_entries) (menu.*entry).enabled = true;
     }
 }
 

@@ -41,6 +41,14 @@ struct MainMenu {
     bool fmb_locked = false;  ///< an upload has the row of buttons off
 };
 
+/// Entries of what goes out to the world: a client has no use for them.
+inline constexpr std::array publishing_entries{&MainMenu::mnuInternet, &MainMenu::mnulogFTP, &MainMenu::mnulogMail,
+                                               &MainMenu::mnuLogWU,    &MainMenu::mnuLogHW,  &MainMenu::mnuLogAPRS};
+
+/// Entries of settings that a client takes from its server.
+inline constexpr std::array server_entries{&MainMenu::mnuAlarms, &MainMenu::mnuLatLong, &MainMenu::mnuNoFTPPop,
+                                           &MainMenu::mnuNoMailPop};
+
 /// Captions, and enabled as the window's load leaves it: off is what needs a first train, and `mnuRestore` while there
 /// is nothing to bring back. No switch is checked but those that a missing key would check.
 void reset_main_menu(MainMenu& menu);
