@@ -57,6 +57,22 @@ TEST(CivilTime, TakesOnlyDatesAndTimesThatThereAre) {
     }
 }
 
+TEST(IsoText, IsReadBackAsTheSameMoment) {
+    EXPECT_EQ(clock_text(at(2026, 10, 5, 9, 5, 7)), "09:05:07");
+    EXPECT_EQ(iso_text(at(2026, 10, 5, 9, 5, 7)), "2026-10-05 09:05:07");
+    EXPECT_EQ(iso_text(at(7, 1, 2)), "0007-01-02 00:00:00");
+    EXPECT_EQ(read_iso("2026-10-31 23:58:09"), at(2026, 10, 31, 23, 58, 9));
+    EXPECT_EQ(read_iso(iso_text(at(2024, 2, 29, 0, 0, 1))), at(2024, 2, 29, 0, 0, 1));
+}
+
+TEST(IsoText, OfAnotherFormOrOfNoDateIsNothing) {
+    for (const char* text : {"", "2026-10-31", "2026-10-31 23:58", "2026-10-31 23:58:0", "2026-10-31 23:58:000",
+                             " 2026-10-31 23:58:00", "2026-10-31 23:58:00 ", "2026-10-31T23:58:00", "26-10-31 23:58:00",
+                             "2026-1-31 23:58:00", "2026/10/31 23:58:00", "2026-10-31 23.58.00", "2026-10-+1 23:58:00",
+                             "2026-02-29 00:00:00", "2026-10-31 24:00:00", "0000-10-31 00:00:00"})
+        EXPECT_FALSE(read_iso(text)) << text;
+}
+
 TEST(CivilTime, ComesApartIntoThePartsItWasMadeOf) {
     // Every 31 hours, 7 minutes and 13 seconds over three centuries meets every day and hour of leap and common years.
     const auto step = hours{31} + minutes{7} + seconds{13};
