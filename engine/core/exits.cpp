@@ -26,21 +26,6 @@ void exit_step(const std::function<void()>& step) {
     }
 }
 
-/// Saves unless that save is running already, and waits for its end either way.
-void save_and_wait(Copy& copy, const char* name, BusyFlag& saving, void (*save)(Copy&)) {
-    exit_step([&] {
-        if (saving) return;
-        saving.set();
-        try {
-            save(copy);
-        } catch (...) {
-            saving.clear();
-            throw;
-        }
-    });
-    wait_for(copy, name, [&] { return !saving; });
-}
-
 void write_stop_line(Copy& copy, std::string_view word) {
     RunState& run = copy.state.run;
     if (!copy.ports.files.exists(std::string(ProgramLog::file))) return;
@@ -61,8 +46,8 @@ void save_and_stop(Copy& copy, std::string_view word) {
     RunState& run = copy.state.run;
     copy.ports.pauses.cancel_all();
     if (!run.HaveError) {
-        save_and_wait(copy, "savingrafs", run.savingrafs, [](Copy& c) { savegrafdata(c, "mnuExit1"); });
-        save_and_wait(copy, "tdaysaving", run.tdaysaving, SaveExtremes);
+        exit_step([&] { save_first(copy, "savingrafs", run.savingrafs, [&] { savegrafdata(copy, "mnuExit1"); }); });
+        exit_step([&] { save_first(copy, "tdaysaving", run.tdaysaving, [&] { SaveExtremes(copy); }); });
     }
     write_stop_line(copy, word);
 }

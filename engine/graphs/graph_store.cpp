@@ -13,18 +13,6 @@ namespace {
 
 const std::string file_name(graph_file);
 
-/// Holds a flag that the caller has set, and lets it go on every way out.
-class EndOfSave {
-public:
-    explicit EndOfSave(BusyFlag& flag) : flag_(flag) {}
-    ~EndOfSave() { flag_.clear(); }
-    EndOfSave(const EndOfSave&) = delete;
-    EndOfSave& operator=(const EndOfSave&) = delete;
-
-private:
-    BusyFlag& flag_;
-};
-
 /// The newest row must bear a time, or a reader could not tell where the day ends.
 void stamp_last_row(GraphRows& rows, CivilTime computer_time) {
     const int last = rows.windsamples();
@@ -62,7 +50,7 @@ void loadgrafdata(Copy& copy) {
 }
 
 void savegrafdata(Copy& copy, std::string_view caller) {
-    const EndOfSave end(copy.state.run.savingrafs);
+    const BusyFlag::Held saving(copy.state.run.savingrafs);
     GraphState& graphs = copy.state.graphs;
     if (graphs.rows.windsamples() < 2 || !copy.state.run.fullystarted || !graphs.GraphsDisplayed) return;
     const CivilTime now = copy.ports.clock.computer_time();

@@ -41,16 +41,6 @@ bool is_over(const Copy& copy, const FileRequest& request) {
     return network.connection != request.connection || network.file_requests != request.number;
 }
 
-/// Runs a save, or waits for the end of one that is under way.
-template <class Save>
-void save_first(Copy& copy, const char* name, BusyFlag& saving, Save save) {
-    if (!saving) {
-        saving.set();
-        save();
-    }
-    wait_for(copy, name, [&] { return !saving; });
-}
-
 /// Brings the requested file up to date, and returns its name.
 std::string prepare(Copy& copy, SyncCommand command) {
     RunState& run = copy.state.run;

@@ -4,24 +4,9 @@
 #include "engine/records/day_files.h"
 
 namespace nimbry {
-namespace {
-
-// Clears a flag that somebody else set, on every way out.
-class ClearAtEnd {
-public:
-    explicit ClearAtEnd(BusyFlag& flag) : flag_(flag) {}
-    ~ClearAtEnd() { flag_.clear(); }
-    ClearAtEnd(const ClearAtEnd&) = delete;
-    ClearAtEnd& operator=(const ClearAtEnd&) = delete;
-
-private:
-    BusyFlag& flag_;
-};
-
-}  // namespace
 
 void SaveExtremes(Copy& copy) {
-    const ClearAtEnd clear(copy.state.run.tdaysaving);
+    const BusyFlag::Held saving(copy.state.run.tdaysaving);
     const WeatherState& state = copy.state;
     const RecordsState& records = state.records;
     if (state.log_fields.logdate.empty() || !state.readings.dtvar || records.day.outdoor_record_missing()) return;
