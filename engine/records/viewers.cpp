@@ -36,6 +36,7 @@ Shown show_copy(Copy& copy, std::string_view live, std::string_view shown, std::
     }
 }
 
+// Judged by the archive's date; units_dialog.cpp judges by its age, and looks into both folders.
 bool archived_today(const Copy& copy) {
     if (!copy.state.readings.dtvar) return false;
     const CivilTime month = *copy.state.readings.dtvar - std::chrono::days{2};

@@ -58,6 +58,7 @@ MainSettings in_force(const WeatherState& state) {
 /// One second past a day.
 constexpr std::chrono::seconds roll_guard{86401};
 
+/// Judged by the archive's age, in both folders; viewers.cpp judges by its date.
 bool archived_lately(const Copy& copy) {
     const std::optional<CivilTime>& date = copy.state.readings.dtvar;
     if (!date) return false;
