@@ -4,13 +4,14 @@
 #include <cstdint>
 #include <string_view>
 
+#include "engine/derived/hexadecimal.h"
+#include "engine/derived/text_lines.h"
+
 namespace nimbry::platform {
 namespace {
 
-constexpr std::string_view line_end = "\r\n";
 constexpr std::size_t longest_line = 998;
 constexpr std::size_t encoded_line = 76;
-constexpr std::string_view hexadecimal = "0123456789ABCDEF";
 
 bool is_ascii(char c) {
     return static_cast<unsigned char>(c) < 0x80;
@@ -41,7 +42,7 @@ bool has_long_line(std::string_view lines) {
 
 std::string escaped(char c) {
     const auto byte = static_cast<unsigned char>(c);
-    return {'=', hexadecimal[byte >> 4U], hexadecimal[byte & 15U]};
+    return {'=', upper_hexadecimal[byte >> 4U], upper_hexadecimal[byte & 15U]};
 }
 
 // Lines of at most 76 characters; "=" at the end of one says that it goes on.

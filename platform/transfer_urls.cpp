@@ -2,11 +2,12 @@
 
 #include <algorithm>
 
+#include "engine/derived/hexadecimal.h"
+
 namespace nimbry::platform {
 namespace {
 
 std::string escape(std::string_view text, bool (*stays)(char)) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
     std::string url;
     for (const char c : text) {
         if (stays(c)) {
@@ -14,8 +15,8 @@ std::string escape(std::string_view text, bool (*stays)(char)) {
         } else {
             const auto byte = static_cast<unsigned char>(c);
             url += '%';
-            url += digits[byte >> 4U];
-            url += digits[byte & 15U];
+            url += upper_hexadecimal[byte >> 4U];
+            url += upper_hexadecimal[byte & 15U];
         }
     }
     return url;

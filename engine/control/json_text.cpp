@@ -1,9 +1,10 @@
 #include "engine/control/json_text.h"
 
+#include "engine/derived/hexadecimal.h"
+
 namespace nimbry {
 
 std::string json_string(std::string_view text) {
-    static constexpr std::string_view digits = "0123456789abcdef";
     std::string json = "\"";
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);
@@ -16,8 +17,8 @@ std::string json_string(std::string_view text) {
             default:
                 if (byte < 0x20) {
                     json += "\\u00";
-                    json += digits[byte >> 4U];
-                    json += digits[byte & 0xFU];
+                    json += lower_hexadecimal[byte >> 4U];
+                    json += lower_hexadecimal[byte & 0xFU];
                 } else {
                     json += c;
                 }

@@ -6,6 +6,7 @@
 #include "engine/core/run_time_error.h"
 #include "engine/core/soft_error.h"
 #include "engine/derived/code_page.h"
+#include "engine/derived/hexadecimal.h"
 #include "engine/derived/number_text.h"
 #include "engine/graphs/graph_layout.h"
 #include "engine/graphs/graph_scales.h"
@@ -32,12 +33,11 @@ std::string number(double value) {
 }
 
 std::string colour_text(Colour colour) {
-    static constexpr char digits[] = "0123456789abcdef";
     std::string text = "#";
     for (const unsigned shift : {0U, 8U, 16U}) {
         const unsigned part = (colour >> shift) & 255U;
-        text += digits[part / 16];
-        text += digits[part % 16];
+        text += lower_hexadecimal[part / 16];
+        text += lower_hexadecimal[part % 16];
     }
     return text;
 }

@@ -3,11 +3,11 @@
 #include <array>
 #include <string_view>
 
+#include "engine/derived/hexadecimal.h"
+
 namespace nimbry {
 
 namespace {
-
-constexpr std::string_view hexadecimal = "0123456789ABCDEF";
 
 // A train is 282 digits, and a busy relay decodes thousands of trains in a moment: both digits of a byte come from one
 // look-up.
@@ -16,7 +16,7 @@ using DigitPairs = std::array<std::array<char, 2>, 256>;
 constexpr DigitPairs all_digit_pairs() {
     DigitPairs pairs{};
     for (std::size_t byte = 0; byte < pairs.size(); ++byte)
-        pairs[byte] = {hexadecimal[byte / 16], hexadecimal[byte % 16]};
+        pairs[byte] = {upper_hexadecimal[byte / 16], upper_hexadecimal[byte % 16]};
     return pairs;
 }
 
@@ -33,7 +33,7 @@ void write_digits(std::span<const std::uint8_t> bytes, std::span<char> digits) {
 }
 
 int hex_value(char digit) {
-    const std::size_t value = hexadecimal.find(digit);
+    const std::size_t value = upper_hexadecimal.find(digit);
     return value == std::string_view::npos ? -1 : static_cast<int>(value);
 }
 
