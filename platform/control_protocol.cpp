@@ -12,7 +12,7 @@ namespace {
 
 using Kind = AnswerPiece::Kind;
 
-constexpr std::array kTextPieces{
+constexpr std::array text_pieces{
     std::pair{Kind::out, "out"},
     std::pair{Kind::err, "err"},
 };
@@ -53,7 +53,7 @@ std::optional<std::vector<std::string>> parse_request(const QByteArray& line) {
 }
 
 QByteArray answer_line(const AnswerPiece& piece) {
-    for (const auto& [kind, name] : kTextPieces) {
+    for (const auto& [kind, name] : text_pieces) {
         if (piece.kind == kind) return line_of({{name, QString::fromStdString(piece.text)}});
     }
     if (piece.kind == Kind::screen) return line_of({{"screen", list_of(piece.layouts)}});
@@ -62,7 +62,7 @@ QByteArray answer_line(const AnswerPiece& piece) {
 
 std::optional<AnswerPiece> parse_answer(const QByteArray& line) {
     const QJsonObject object = object_of(line);
-    for (const auto& [kind, name] : kTextPieces) {
+    for (const auto& [kind, name] : text_pieces) {
         if (const QJsonValue text = object.value(name); text.isString()) {
             return AnswerPiece{kind, text.toString().toStdString(), 0};
         }

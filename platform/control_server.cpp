@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "engine/control/verb_status.h"
 #include "platform/control_protocol.h"
 #include "platform/text_bytes.h"
 
@@ -14,16 +15,13 @@ namespace nimbry::platform {
 
 namespace {
 
-constexpr int kFailed = 1;
-constexpr int kBadUsage = 2;
-
 // A screen is skipped while this much of the ones before has not been read.
-constexpr qint64 kScreensUnread = qint64{256} * 1024;
+constexpr qint64 screens_unread = qint64{256} * 1024;
 
 /// Tells a caller that there is no room, as far as its socket takes the few bytes at once.
 void turn_away(const Descriptor& caller) {
     const QByteArray answer = answer_line({AnswerPiece::Kind::err, "Too many requests at a time: try again", 0}) +
-                              answer_line({AnswerPiece::Kind::status, "", kFailed});
+                              answer_line({AnswerPiece::Kind::status, "", static_cast<int>(VerbStatus::failed)});
     (void)::send(caller.number(), answer.data(), static_cast<std::size_t>(answer.size()), MSG_NOSIGNAL | MSG_DONTWAIT);
 }
 
@@ -50,7 +48,7 @@ public:
     void print(std::string_view text) override { put({AnswerPiece::Kind::out, std::string(text), 0}); }
     void complain(std::string_view line) override { put({AnswerPiece::Kind::err, std::string(line), 0}); }
     void show(const std::vector<std::string>& layouts) override {
-        if (socket_.bytesToWrite() <= kScreensUnread) put({AnswerPiece::Kind::screen, "", 0, layouts});
+        if (socket_.bytesToWrite() <= screens_unread) put({AnswerPiece::Kind::screen, "", 0, layouts});
     }
     [[nodiscard]] bool listening() const override { return socket_.state() == QLocalSocket::ConnectedState; }
 
@@ -86,7 +84,7 @@ private:
     void refuse(std::string_view why) {
         asked_ = true;
         complain(why);
-        finish(kBadUsage);
+        finish(static_cast<int>(VerbStatus::bad_usage));
     }
 
     void put(const AnswerPiece& piece) {

@@ -14,8 +14,8 @@ namespace nimbry::platform {
 
 namespace {
 
-constexpr const char* kSocketName = "nimbry.socket";
-constexpr int kWaitingConnections = 16;
+constexpr const char* socket_name = "nimbry.socket";
+constexpr int waiting_connections = 16;
 
 /// The address of the socket in a folder. A socket's address holds 107 bytes, so the folder is named by its descriptor.
 class Address {
@@ -29,7 +29,7 @@ public:
         }
         owner_ = facts.st_uid;
         path_ = in_folder
-                    ? "/proc/self/fd/" + std::to_string(folder_.number()) + '/' + kSocketName
+                    ? "/proc/self/fd/" + std::to_string(folder_.number()) + '/' + socket_name
                     : "/tmp/nimbry-" + std::to_string(facts.st_dev) + '-' + std::to_string(facts.st_ino) + ".socket";
         address_.sun_family = AF_UNIX;
         path_.copy(address_.sun_path, sizeof address_.sun_path - 1);
@@ -76,7 +76,7 @@ Descriptor listen_at(const Address& address) {
     if (!listener || ::fchmod(listener.number(), 0600) != 0) return {};
     address.remove_socket();
     if (::bind(listener.number(), address.get(), Address::size()) != 0) return {};
-    if (::listen(listener.number(), kWaitingConnections) != 0) return {};
+    if (::listen(listener.number(), waiting_connections) != 0) return {};
     return listener;
 }
 

@@ -25,7 +25,7 @@ namespace nimbry::platform {
 namespace {
 
 // A name that fits beside the longest one that the file system takes, with what replace() puts around it.
-constexpr std::size_t kLongestTemporaryStem = NAME_MAX - 5;
+constexpr std::size_t longest_temporary_stem = NAME_MAX - 5;
 
 FileResult result_of(int error) {
     switch (error) {
@@ -164,11 +164,11 @@ FileResult DiskFiles::read(const std::string& name, std::string& bytes, std::siz
     if (const auto result = open_file(path(name), O_RDONLY, file, facts); result != FileResult::ok) return result;
 
     // The length that the system states saves growing, but only the end of the file ends the reading.
-    constexpr std::size_t kPiece = std::size_t{64} * 1024;
+    constexpr std::size_t piece_size = std::size_t{64} * 1024;
     bytes.reserve(std::min(limit, static_cast<std::size_t>(facts.st_size)) + 1);
     while (bytes.size() < limit) {
         const std::size_t held = bytes.size();
-        const std::size_t room = std::min(limit - held, std::max(bytes.capacity() - held, kPiece));
+        const std::size_t room = std::min(limit - held, std::max(bytes.capacity() - held, piece_size));
         bytes.resize(held + room);
         const ssize_t got = ::read(file.number(), bytes.data() + held, room);
         const int error = errno;
@@ -201,9 +201,9 @@ FileResult DiskFiles::rewrite(const std::string& name, std::string_view bytes) {
     if (opened != FileResult::ok) return opened;
 
     // A file that is saved every few minutes mostly has the room for its new length already.
-    constexpr off_t kBlock = 512;
+    constexpr off_t block_size = 512;
     const auto length = static_cast<off_t>(bytes.size());
-    if (length > old.st_blocks * kBlock && ::fallocate(file.number(), FALLOC_FL_KEEP_SIZE, 0, length) != 0) {
+    if (length > old.st_blocks * block_size && ::fallocate(file.number(), FALLOC_FL_KEEP_SIZE, 0, length) != 0) {
         const FileResult room = result_of(errno);
         if (room == FileResult::disk_full) return room;
     }
@@ -221,7 +221,7 @@ FileResult DiskFiles::replace(const std::string& name, std::string_view bytes, b
     if (!is_new && ::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) return result_of(errno);
 
     const std::string folder = folder_of(target);
-    const std::string temporary = folder + "/." + leaf_of(target).substr(0, kLongestTemporaryStem) + ".new";
+    const std::string temporary = folder + "/." + leaf_of(target).substr(0, longest_temporary_stem) + ".new";
     ::unlink(temporary.c_str());
     // An existing file's contents may be private, so nobody else reads the temporary before it has that file's mode.
     const mode_t mode = is_new && !private_to_owner ? 0666 : 0600;

@@ -36,8 +36,8 @@ void LoopPauses::start(std::function<void()> work) {
     fibers_.run([this, work = std::move(work)] {
         try {
             work();
-        } catch (const WaitCancelled&) {  // the program is closing: the conversation has unwound, and nobody waits for
-                                          // its result
+        } catch (const WaitCancelled&) {
+            // The program is closing: the conversation has unwound, and nobody waits for its result.
         }
         unhurried_.erase(fibers_.current());
     });

@@ -19,8 +19,8 @@ struct FolderHints {
 
 /// The program's folder, or why there is none.
 struct ProgramFolder {
-    std::string
-        path;  ///< absolute and without links, so that two spellings of one folder give one path; empty on an error
+    /// Absolute and without links, so that two spellings of one folder give one path; empty on an error.
+    std::string path;
     std::string error;  ///< one line for standard error; empty when there is a folder
     explicit operator bool() const { return error.empty(); }
 };

@@ -2,22 +2,13 @@
 
 #include <cstdio>
 
+#include "engine/control/one_line.h"
 #include "platform/text_bytes.h"
 
 namespace nimbry::platform {
 
-std::string notice_line(std::string_view title, std::string_view text) {
-    std::string line(title);
-    line += ": ";
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        if (text[at] == '\r' || text[at] == '\n') {
-            line += " / ";
-            if (text.substr(at, 2) == "\r\n") ++at;
-        } else {
-            line += text[at];
-        }
-    }
-    return utf8(line);
+std::string stderr_line(std::string_view title, std::string_view text) {
+    return utf8(title) + ": " + one_line(text);
 }
 
 void write_line_to_stderr(std::string_view line) {
@@ -27,11 +18,11 @@ void write_line_to_stderr(std::string_view line) {
 }
 
 void StderrNotices::balloon(const Balloon& balloon) {
-    write_line_to_stderr(notice_line(balloon.title, balloon.text));
+    write_line_to_stderr(stderr_line(balloon.title, balloon.text));
 }
 
 Answer StderrNotices::box(const MessageBox& box) {
-    write_line_to_stderr(notice_line(box.title, box.text));
+    write_line_to_stderr(stderr_line(box.title, box.text));
     switch (box.choices) {
         case Choices::yes_no: return Answer::no;
         case Choices::ok_cancel:

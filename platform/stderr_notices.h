@@ -21,8 +21,8 @@ public:
 };
 
 /// A notice as one line of UTF-8 without its line end: title, ": ", text, with each line end of the text as " / ".
-///   notice_line("Nimbry", "COM Port Error,\r\nClick Retry") = "Nimbry: COM Port Error, / Click Retry"
-[[nodiscard]] std::string notice_line(std::string_view title, std::string_view text);
+///   stderr_line("Nimbry", "COM Port Error,\r\nClick Retry") = "Nimbry: COM Port Error, / Click Retry"
+[[nodiscard]] std::string stderr_line(std::string_view title, std::string_view text);
 
 /// Writes one line to standard error, unbuffered. A standard error that cannot be written is passed over.
 void write_line_to_stderr(std::string_view line);

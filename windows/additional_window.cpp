@@ -102,12 +102,8 @@ void AdditionalWindow::build() {
     column->addLayout(groups, 1);
     column->addWidget(buttons);
 
-    // A window that is too small for its content, or a large font, scrolls instead of cutting.
     auto* scroll = new QScrollArea;
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setWidget(content);
+    scroll_in(*scroll, content);
     setCentralWidget(scroll);
     new AreaKeys(*this, {calculated, extremes, sun, rain, uptime, buttons});
     setMinimumSize(480, 320);
@@ -134,7 +130,11 @@ bool AdditionalWindow::event(QEvent* event) {
 }
 
 void AdditionalWindow::keyPressEvent(QKeyEvent* event) {
-    event->key() == Qt::Key_Escape ? static_cast<void>(close()) : QMainWindow::keyPressEvent(event);
+    if (event->key() == Qt::Key_Escape) {
+        close();
+    } else {
+        QMainWindow::keyPressEvent(event);
+    }
 }
 
 void AdditionalWindow::closeEvent(QCloseEvent* event) {

@@ -44,10 +44,7 @@ AlarmsWindow::AlarmsWindow(const WeatherState& state, std::function<void(const A
 
     // On a screen that is too small for all rows they scroll; the buttons stay.
     auto* scroll = new QScrollArea;
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setWidget(content);
+    scroll_in(*scroll, content);
     connect(qApp, &QApplication::focusChanged, this, [scroll, content](QWidget*, QWidget* now) {
         if (now != nullptr && content->isAncestorOf(now)) scroll->ensureWidgetVisible(now);
     });

@@ -1,8 +1,7 @@
 #include "windows/bound_boxes.h"
 
 #include "engine/derived/number_text.h"
-#include "engine/displays/additional_panel.h"
-#include "engine/displays/main_panel.h"
+#include "engine/displays/box_list.h"
 #include "platform/text_bytes.h"
 #include "windows/caption_label.h"
 
@@ -38,8 +37,7 @@ CaptionLabel* bound_label(BoxBinding& binding, const Box& source, const char* na
 }
 
 QString caption_text(const char* box_name) {
-    const std::string_view caption = panel_caption(box_name);
-    return platform::unicode(caption.empty() ? additional_caption(box_name) : caption);
+    return platform::unicode(caption_of(box_name));
 }
 
 }  // namespace nimbry::windows

@@ -6,6 +6,7 @@
 
 #include "engine/displays/box_list.h"
 #include "platform/text_bytes.h"
+#include "windows/middle_blank.h"
 #include "windows/palette_colours.h"
 #include "windows/tip_keys.h"
 
@@ -38,9 +39,7 @@ void CaptionLabel::use_two_lines() {
 }
 
 QStringList CaptionLabel::halves(const QString& text) {
-    const qsizetype middle = text.size() / 2;
-    const qsizetype before = text.lastIndexOf(u' ', middle), after = text.indexOf(u' ', middle);
-    const qsizetype cut = after < 0 || (before >= 0 && middle - before <= after - middle) ? before : after;
+    const qsizetype cut = middle_blank(text);
     return cut < 0 ? QStringList{text} : QStringList{text.left(cut), text.mid(cut + 1)};
 }
 

@@ -106,12 +106,8 @@ void Form1::build() {
     column->addWidget(lower_row(extremes, graphs), 7);
     column->addWidget(buttons);
 
-    // A window that is too small for its content, or a large font, scrolls instead of cutting.
     auto* scroll = new QScrollArea;
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setWidget(content);
+    scroll_in(*scroll, content);
     setCentralWidget(scroll);
 
     std::vector<QWidget*> areas{header};

@@ -50,15 +50,12 @@ public:
 
 QScrollArea* scrolled(QWidget* tab) {
     auto* scroll = new TabScroll;
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setWidget(tab);
+    scroll_in(*scroll, tab);
     scroll->setMinimumWidth(tab->sizeHint().width() + scroll->verticalScrollBar()->sizeHint().width());
     return scroll;
 }
 
-/// What one of the dialog's controls holds is bound by the window itself: it is no line of text.
+/// True for a control that this window binds itself: it is no line of text.
 bool is_own(std::string_view name) {
     for (const std::string_view own :
          {"txtFTPHours", "txtFTPMins", "txtUploadCount", "txtWUMins", "cboFTPSecurity", "cboMailSecurity"}) {
@@ -385,8 +382,7 @@ void InternetWindow::refresh() {
         seen_ = now;
         show_everything();
     }
-    setWindowTitle(platform::unicode(window.caption));
-    setEnabled(window.enabled);
+    show_window(window);
 }
 
 }  // namespace nimbry::windows

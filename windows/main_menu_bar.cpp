@@ -78,7 +78,13 @@ constexpr Entry entries[]{
 MainMenuBar::MainMenuBar(const WeatherState& state, const MenuActions& actions, BoxBinding& binding, QWidget* parent)
     : QMenuBar(parent) {
     QMenu* menu = nullptr;
-    const auto add = [&](QAction* action) { menu != nullptr ? menu->addAction(action) : addAction(action); };
+    const auto add = [&](QAction* action) {
+        if (menu != nullptr) {
+            menu->addAction(action);
+        } else {
+            addAction(action);
+        }
+    };
     for (const Entry& entry : entries) {
         switch (entry.kind) {
             case Kind::menu: {

@@ -1,6 +1,7 @@
 #include "windows/screen_room.h"
 
 #include <QScreen>
+#include <QScrollArea>
 
 namespace nimbry::windows {
 
@@ -11,6 +12,13 @@ QSize size_on_screen(QSize wanted, QSize available) {
 
 QSize size_on_screen(QSize wanted, const QWidget& window) {
     return size_on_screen(wanted, window.screen()->availableSize());
+}
+
+void scroll_in(QScrollArea& area, QWidget* content) {
+    area.setFrameShape(QFrame::NoFrame);
+    area.setWidgetResizable(true);
+    area.setFocusPolicy(Qt::NoFocus);
+    area.setWidget(content);
 }
 
 }  // namespace nimbry::windows

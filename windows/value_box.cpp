@@ -14,6 +14,7 @@
 #include "engine/displays/box_list.h"
 #include "platform/text_bytes.h"
 #include "windows/accessibility.h"
+#include "windows/middle_blank.h"
 #include "windows/svg_pictures.h"
 #include "windows/tabular_text.h"
 #include "windows/tip_keys.h"
@@ -30,11 +31,7 @@ constexpr double time_line = 0.88;
 QStringList lines_of(const QString& text, bool two_lines) {
     constexpr qsizetype short_text = 14;
     qsizetype cut = two_lines ? text.indexOf(QStringLiteral(" at ")) : -1;
-    if (two_lines && cut < 0 && text.size() > short_text) {
-        const qsizetype middle = text.size() / 2;
-        const qsizetype before = text.lastIndexOf(u' ', middle), after = text.indexOf(u' ', middle);
-        cut = after < 0 || (before >= 0 && middle - before <= after - middle) ? before : after;
-    }
+    if (two_lines && cut < 0 && text.size() > short_text) cut = middle_blank(text);
     if (cut < 0) return {text};
     return {text.left(cut), text.mid(cut + 1)};
 }

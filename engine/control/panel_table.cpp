@@ -22,7 +22,7 @@ std::size_t least_width(PanelLayout layout) {
     return layout == PanelLayout::wide ? 16 : 13;
 }
 
-constexpr std::array<std::array<std::string_view, 2>, 10> kPresent{{
+constexpr std::array<std::array<std::string_view, 2>, 10> present_boxes{{
     {"Text2(0)", "Text2(6)"},
     {"Text2(2)", "Text2(7)"},
     {"Text2(1)", "Text2(3)"},
@@ -35,7 +35,7 @@ constexpr std::array<std::array<std::string_view, 2>, 10> kPresent{{
     {"TxtForecast", "TxtRainTot"},
 }};
 
-constexpr std::array<std::array<std::string_view, 3>, 8> kExtremes{{
+constexpr std::array<std::array<std::string_view, 3>, 8> extreme_boxes{{
     {"TxtTempMax", "TxtYTempMax", "TxtOShi"},
     {"TxtTempMin", "TxtYTempMin", "TxtOSLo"},
     {"TxtHumMax", "TxtYHumMax", "TxtOsHumHi"},
@@ -56,18 +56,18 @@ std::string rain_caption(PanelLayout layout, std::string period) {
     return trimmed("Rain " + period);
 }
 
-std::string caption_of(const MainPanel& panel, PanelLayout layout, std::string_view name) {
+std::string caption_in_layout(const MainPanel& panel, PanelLayout layout, std::string_view name) {
     if (name == "TxtRainToday") return rain_caption(layout, panel.lblRainT.text);
     if (name == "TxtRainYest") return rain_caption(layout, panel.lblRainY.text);
     if (name == "TxtWindGLH" && layout == PanelLayout::narrow) return "Max. gust in the last hour";
     return std::string(panel_caption(name));
 }
 
-std::string text_of(const WeatherState& state, std::string_view name) {
-    const Box* box = find_box(state, name);
-    std::string text = box == nullptr ? std::string() : trimmed(box->text);
-    // An hour without wind has the bare number in its box; between readings with units it looks like a fault.
-    if (name == "TxtWindGLH" && text == "0") text += " " + state.units.wind_text;
+using Boxes = std::vector<NamedConstBox>;
+
+// An hour without wind has the bare number in its box; between readings with units it looks like a fault.
+std::string with_unit_of_zero(std::string_view name, std::string text, const Units& units) {
+    if (name == "TxtWindGLH" && text == "0") text += " " + units.wind_text;
     return text;
 }
 
@@ -101,42 +101,44 @@ std::string trouble_line(const WeatherState& state) {
     return trouble.empty() ? "\n" : " " + utf8_text(trouble) + "\n";
 }
 
-Rows present_rows(const WeatherState& state, PanelLayout layout) {
+Rows present_rows(const WeatherState& state, const Boxes& boxes, PanelLayout layout) {
     Rows rows;
-    for (const auto& names : kPresent) {
+    for (const auto& names : present_boxes) {
         rows.emplace_back();
         for (const std::string_view name : names) {
-            rows.back().push_back(caption_of(state.panel, layout, name));
-            rows.back().push_back(text_of(state, name));
+            rows.back().push_back(caption_in_layout(state.panel, layout, name));
+            rows.back().push_back(with_unit_of_zero(name, text_of(boxes, name), state.units));
         }
     }
     return rows;
 }
 
-/// The columns of kExtremes from `first` to `last` with a row for each that has a text there.
-Rows extreme_rows(const WeatherState& state, std::size_t first, std::size_t last) {
-    const std::array<std::string, 3> heads{state.panel.lblToday.text, state.panel.lblYesterday.text,
+/// The columns of extreme_boxes from `first` to `last` with a row for each that has a text there.
+Rows extreme_rows(const MainPanel& panel, const Boxes& boxes, std::size_t first, std::size_t last) {
+    const std::array<std::string, 3> heads{panel.lblToday.text, panel.lblYesterday.text,
                                            "Since the last station reset"};
     Rows rows{{"Extreme Conditions"}};
     for (std::size_t n = first; n <= last; ++n) rows.back().push_back(heads[n]);
-    for (const auto& names : kExtremes) {
+    for (const auto& names : extreme_boxes) {
         if (names[first].empty()) continue;
         rows.push_back({std::string(panel_caption(names[0]))});
-        for (std::size_t n = first; n <= last; ++n) rows.back().push_back(text_of(state, names[n]));
+        for (std::size_t n = first; n <= last; ++n) rows.back().push_back(text_of(boxes, names[n]));
     }
     return rows;
 }
 
-std::string extremes_table(const WeatherState& state, PanelLayout layout) {
-    if (layout == PanelLayout::wide) return lines_of(extreme_rows(state, 0, 2), layout);
-    return lines_of(extreme_rows(state, 0, 1), layout) + '\n' + lines_of(extreme_rows(state, 2, 2), layout);
+std::string extremes_table(const MainPanel& panel, const Boxes& boxes, PanelLayout layout) {
+    if (layout == PanelLayout::wide) return lines_of(extreme_rows(panel, boxes, 0, 2), layout);
+    return lines_of(extreme_rows(panel, boxes, 0, 1), layout) + '\n' +
+           lines_of(extreme_rows(panel, boxes, 2, 2), layout);
 }
 
 }  // namespace
 
 std::string panel_table(const WeatherState& state, PanelLayout layout) {
+    const Boxes boxes = named_boxes(state);
     return lines_of(head_rows(state.panel), layout) + trouble_line(state) +
-           lines_of(present_rows(state, layout), layout) + '\n' + extremes_table(state, layout);
+           lines_of(present_rows(state, boxes, layout), layout) + '\n' + extremes_table(state.panel, boxes, layout);
 }
 
 }  // namespace nimbry

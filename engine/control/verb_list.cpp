@@ -7,7 +7,7 @@ namespace nimbry {
 
 namespace {
 
-constexpr std::array kVerbs{
+constexpr std::array verbs{
     VerbUsage{"boxes", "[NAME...] [--json]", "the boxes of the windows with their texts"},
     VerbUsage{"status", "[--json]", "role, station time, serial line and what it has delivered"},
     VerbUsage{"notices", "[--json]", "the last 50 notices, oldest first"},
@@ -40,12 +40,12 @@ constexpr std::array kVerbs{
 }  // namespace
 
 std::span<const VerbUsage> verb_list() {
-    return kVerbs;
+    return verbs;
 }
 
 const VerbUsage* verb_named(std::string_view name) {
-    const auto* verb = std::find_if(kVerbs.begin(), kVerbs.end(), [&](const VerbUsage& v) { return v.name == name; });
-    return verb == kVerbs.end() ? nullptr : verb;
+    const auto* verb = std::find_if(verbs.begin(), verbs.end(), [&](const VerbUsage& v) { return v.name == name; });
+    return verb == verbs.end() ? nullptr : verb;
 }
 
 std::string usage_line(const VerbUsage& verb) {

@@ -15,8 +15,8 @@ namespace nimbry {
 
 namespace {
 
-constexpr std::string_view kJson = "--json";
-constexpr Milliseconds kBetweenLooks{200};
+constexpr std::string_view json_switch = "--json";
+constexpr Milliseconds between_looks{200};
 
 std::string json_text(std::string_view text) {
     return json_string(utf8_text(text));
@@ -73,12 +73,12 @@ bool take_boxes(const WeatherState& state, const std::vector<std::string>& names
 }  // namespace
 
 VerbStatus boxes_verb(Copy& copy, const std::vector<std::string>& arguments, Asker& asker) {
-    const VerbArguments given(arguments, {kJson});
+    const VerbArguments given(arguments, {json_switch});
     if (!given.right()) return VerbStatus::bad_usage;
     std::vector<NamedConstBox> boxes;
     if (!take_boxes(copy.state, given.words(), boxes, asker)) return VerbStatus::failed;
 
-    if (given.has(kJson)) {
+    if (given.has(json_switch)) {
         std::vector<std::string> objects;
         objects.reserve(boxes.size());
         for (const NamedConstBox& box : boxes) objects.push_back(box_json(box));
@@ -92,19 +92,19 @@ VerbStatus boxes_verb(Copy& copy, const std::vector<std::string>& arguments, Ask
 }
 
 VerbStatus status_verb(Copy& copy, const std::vector<std::string>& arguments, Asker& asker) {
-    const VerbArguments given(arguments, {kJson});
+    const VerbArguments given(arguments, {json_switch});
     if (!given.right() || !given.words().empty()) return VerbStatus::bad_usage;
     const std::vector<StatusField> fields = copy_status(copy);
-    asker.print(given.has(kJson) ? status_json(fields) : status_lines(fields));
+    asker.print(given.has(json_switch) ? status_json(fields) : status_lines(fields));
     return VerbStatus::done;
 }
 
 VerbStatus notices_verb(Copy& copy, const std::vector<std::string>& arguments, Asker& asker) {
-    const VerbArguments given(arguments, {kJson});
+    const VerbArguments given(arguments, {json_switch});
     if (!given.right() || !given.words().empty()) return VerbStatus::bad_usage;
     const auto& notices = copy.state.notices.notices;
 
-    if (given.has(kJson)) {
+    if (given.has(json_switch)) {
         std::vector<std::string> objects;
         objects.reserve(notices.size());
         for (const Notice& notice : notices) objects.push_back(notice_json(notice));
@@ -130,7 +130,7 @@ VerbStatus panel_verb(Copy& copy, const std::vector<std::string>& arguments, Ask
         if (now != shown) asker.show(now);
         if (given.has(once)) break;
         shown = std::move(now);
-        copy.ports.pauses.pause(kBetweenLooks);
+        copy.ports.pauses.pause(between_looks);
     }
     return VerbStatus::done;
 }

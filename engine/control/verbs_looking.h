@@ -21,9 +21,8 @@ namespace nimbry {
 /// `notices [--json]`: the last notices, oldest first, as `time<TAB>title<TAB>text` lines or as an array of objects.
 [[nodiscard]] VerbStatus notices_verb(Copy& copy, const std::vector<std::string>& arguments, Asker& asker);
 
-/// `panel [--once]`: panel_table(), shown again whenever it has changed for as long as the asker is there; printed once
-/// with
-/// `--once`.
+/// `panel [--once]`: panel_table(), shown again whenever it has changed for as long as the asker is there; with
+/// `--once` printed once.
 [[nodiscard]] VerbStatus panel_verb(Copy& copy, const std::vector<std::string>& arguments, Asker& asker);
 
 }  // namespace nimbry

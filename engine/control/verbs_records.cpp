@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 
 #include "engine/core/run_time_error.h"
 #include "engine/derived/code_page.h"
-#include "engine/derived/number_text.h"
-#include "engine/displays/additional_panel.h"
 #include "engine/displays/box_list.h"
 #include "engine/records/almanac_file.h"
 #include "engine/records/auto_report.h"
@@ -21,7 +20,7 @@ struct Pair {
     std::string_view today, yesterday;
 };
 
-constexpr std::array kRecords{
+constexpr std::array record_boxes{
     Pair{"TxtTempMax", "TxtYTempMax"},
     Pair{"TxtTempMin", "TxtYTempMin"},
     Pair{"TxtHumMax", "TxtYHumMax"},
@@ -43,16 +42,9 @@ constexpr std::array kRecords{
     Pair{"txtMnthTotal", ""},
 };
 
-std::string_view caption_of(std::string_view box) {
+std::string record_caption(std::string_view box) {
     // The panel's own captions of the two rains are times ("Since 9:00 am").
-    if (box == "TxtRainToday") return "Rainfall";
-    const std::string_view caption = panel_caption(box);
-    return caption.empty() ? additional_caption(box) : caption;
-}
-
-std::string text_of(const WeatherState& state, std::string_view name) {
-    const Box* box = find_box(state, name);
-    return box == nullptr ? std::string() : trimmed(box->text);
+    return std::string(box == "TxtRainToday" ? "Rainfall" : caption_of(box));
 }
 
 }  // namespace
@@ -60,9 +52,10 @@ std::string text_of(const WeatherState& state, std::string_view name) {
 VerbStatus extremes_verb(Copy& copy, const std::vector<std::string>& arguments, Asker& asker) {
     if (!arguments.empty()) return VerbStatus::bad_usage;
     std::string lines;
-    for (const Pair& record : kRecords) {
-        lines += std::string(caption_of(record.today)) + '\t' + text_of(copy.state, record.today) + '\t' +
-                 text_of(copy.state, record.yesterday) + '\n';
+    const auto boxes = named_boxes(std::as_const(copy.state));
+    for (const Pair& record : record_boxes) {
+        lines += record_caption(record.today) + '\t' + text_of(boxes, record.today) + '\t' +
+                 text_of(boxes, record.yesterday) + '\n';
     }
     asker.print(utf8_text(lines));
     return VerbStatus::done;

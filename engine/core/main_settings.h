@@ -47,8 +47,9 @@ struct MainSettings {
     bool WUactive = false, HWactive = false;  ///< log switches of the two weather services
     bool newchill = true;                     ///< wind chill by formula; false: the station's own value
     std::string alRoll = "5";                 ///< almanac roll, minutes
-    std::string SerialPort1 = default_device(1), SerialPort2 = default_device(2);  ///< device names; never written
-    std::string SerialPort3 = default_device(3), SerialPort4 = default_device(4);  ///< unless somebody sets one
+    /// Device names; never written unless somebody sets one.
+    std::string SerialPort1 = default_device(1), SerialPort2 = default_device(2);
+    std::string SerialPort3 = default_device(3), SerialPort4 = default_device(4);
 };
 
 /// One key of section `Main` and the field that holds its value.

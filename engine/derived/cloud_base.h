@@ -8,9 +8,9 @@ struct CloudBase {
     int feet = 0;
 };
 
-/// The height at which rising air has cooled to its dew point: 125 m for each degree C between them. Feet are 3.28
-/// times the metres before these are cut; both are cut to their whole part, toward zero, never rounded. Constants as
-/// given.
+/// The height at which rising air has cooled to its dew point: 125 m for each degree C between them (Espy's rule:
+/// rising air cools by 9.8 degrees a kilometre, its dew point by 1.8). Feet are 3.28 times the metres before these are
+/// cut; both are cut to their whole part, toward zero, never rounded. Constants as given.
 ///
 /// `temperature` and `dew_point` in degrees C, one decimal each. A dew point above the temperature (a humidity read as
 /// 100 and a rounding) gives a negative height.

@@ -9,7 +9,7 @@ namespace nimbry {
 namespace {
 
 // The code page from 0x80 to 0x9F; every other byte is the character of its own number.
-constexpr std::array<char16_t, 32> kUpperControls{
+constexpr std::array<char16_t, 32> upper_controls{
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,  // 80: € . ‚ ƒ „ … † ‡
     0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,  // 88: ˆ ‰ Š ‹ Œ . Ž .
     0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,  // 90: . ‘ ’ “ ” • – —
@@ -22,26 +22,26 @@ struct Lead {
     std::uint32_t bits, smallest;
 };
 
-constexpr Lead kNoLead{-1, 0, 0};
+constexpr Lead no_lead{-1, 0, 0};
 
 Lead lead_of(unsigned char byte) {
     if (byte < 0x80) return {0, byte, 0};
     if (byte >> 5U == 0b110) return {1, byte & 0x1FU, 0x80};
     if (byte >> 4U == 0b1110) return {2, byte & 0x0FU, 0x800};
     if (byte >> 3U == 0b11110) return {3, byte & 0x07U, 0x10000};
-    return kNoLead;
+    return no_lead;
 }
 
 }  // namespace
 
 char16_t character_of(unsigned char byte) {
-    return byte >= 0x80 && byte <= 0x9F ? kUpperControls[byte - 0x80U] : char16_t{byte};
+    return byte >= 0x80 && byte <= 0x9F ? upper_controls[byte - 0x80U] : char16_t{byte};
 }
 
 char byte_of(char16_t character) {
     if (character < 0x80 || (character >= 0xA0 && character <= 0xFF)) return static_cast<char>(character);
-    const auto* place = std::find(kUpperControls.begin(), kUpperControls.end(), character);
-    return place == kUpperControls.end() ? '?' : static_cast<char>(0x80 + (place - kUpperControls.begin()));
+    const auto* place = std::find(upper_controls.begin(), upper_controls.end(), character);
+    return place == upper_controls.end() ? '?' : static_cast<char>(0x80 + (place - upper_controls.begin()));
 }
 
 std::string utf8_text(std::string_view bytes) {

@@ -13,8 +13,9 @@ struct HeatIndex {
 };
 
 /// The sixteen-term polynomial, degrees F, not rounded, of `temperature` in degrees F and `humidity` in percent, summed
-/// from left to right. Constants as given: do not improve. It is a fit: outside the weather it was made from its
-/// results are no weather (dry air at 68 degrees gives less than 68).
+/// from left to right. A fit to Steadman's table of apparent temperatures (1979), as printed in Stull's Meteorology for
+/// Scientists and Engineers. Constants as given: do not improve. Outside the weather it was made from its results are
+/// no weather (dry air at 68 degrees gives less than 68).
 ///   heat_index_sum(68, 50) = 75.75827358   heat_index_sum(86, 97) = 107.98044445   heat_index_sum(68, 1) = 61.50999849
 [[nodiscard]] double heat_index_sum(double temperature, double humidity);
 

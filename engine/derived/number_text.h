@@ -46,8 +46,8 @@ namespace nimbry {
 /// Replaces every `from`, which must not be empty, by `to`; what has been put in is not looked at again.
 void replace_all(std::string& text, std::string_view from, std::string_view to);
 
-/// Joins a value and its unit into one token: " °" to "°", "°" to "", " %" to "%", " m/S", " km/h", " MPH", " KT", "
-/// mB", " hPa", " mm" and " In" likewise, in this order, each over the whole text.
+/// Joins a value and its unit into one token: " °" to "°", "°" to "", " %" to "%", and likewise
+/// " m/S", " km/h", " MPH", " KT", " mB", " hPa", " mm" and " In", in this order, each over the whole text.
 ///   repdegree("+22.6 \xB0" "C") = "+22.6C"   repdegree("29.92 In.Hg") = "29.92In.Hg"
 [[nodiscard]] std::string repdegree(std::string text);
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <string>
 #include <string_view>
 
 namespace nimbry {
@@ -22,6 +23,16 @@ enum class LineEnds {
     text.remove_prefix(end);
     text.remove_prefix(text.starts_with(line_end) ? line_end.size() : std::min<std::size_t>(1, text.size()));
     if (newline_only && line.ends_with('\r')) line.remove_suffix(1);
+    return line;
+}
+
+/// The text with a blank for each line end, which is CR LF, CR or LF.
+[[nodiscard]] inline std::string in_one_line(std::string_view text) {
+    std::string line;
+    for (std::size_t n = 0; n < text.size(); ++n) {
+        if (text[n] == '\n' && n > 0 && text[n - 1] == '\r') continue;
+        line += text[n] == '\r' || text[n] == '\n' ? ' ' : text[n];
+    }
     return line;
 }
 

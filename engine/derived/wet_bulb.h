@@ -14,8 +14,8 @@ namespace nimbry {
 
 /// How far the wet bulb stands below the air, in kelvin, one decimal: both the wet bulb and the difference are rounded.
 ///
-///   wet_bulb_depression(20, 14.22523F) = 5.8    wet_bulb_depression(8.1, 4.719F) = 3.4    wet_bulb_depression(30, 30)
-///   = 0
+///   wet_bulb_depression(20, 14.22523F) = 5.8    wet_bulb_depression(8.1, 4.719F) = 3.4
+///   wet_bulb_depression(30, 30) = 0
 [[nodiscard]] double wet_bulb_depression(double temperature, float wet_bulb);
 
 }  // namespace nimbry

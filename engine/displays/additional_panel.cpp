@@ -2,38 +2,36 @@
 
 #include <array>
 
+#include "engine/displays/box_caption.h"
+
 namespace nimbry {
 namespace {
 
-struct Caption {
-    std::string_view box, caption;
-};
-
 constexpr std::array captions{
-    Caption{"txtWetBulb", "Wet Bulb Temperature"},
-    Caption{"txtWBDep", "Wet Bulb Depression"},
-    Caption{"txtCloudBase", "Base height of convective (Cu) cloud"},
-    Caption{"txtMaxDew", "Maximum Dew Point"},
-    Caption{"txtYMaxDew", "Maximum Dew Point"},
-    Caption{"txtMinDew", "Minimum Dew Point"},
-    Caption{"txtYMinDew", "Minimum Dew Point"},
-    Caption{"txtMinWC", "Minimum Wind Chill"},
-    Caption{"txtYMinWC", "Minimum Wind Chill"},
-    Caption{"txtMaxHI", "Maximum Heat Index"},
-    Caption{"txtYMaxHI", "Maximum Heat Index"},
-    Caption{"txtMaxInTemp", "Maximum Indoor Temp"},
-    Caption{"txtYMaxInTemp", "Maximum Indoor Temp"},
-    Caption{"txtMinInTemp", "Minimum Indoor Temp"},
-    Caption{"txtYMinInTemp", "Minimum Indoor Temp"},
-    Caption{"txtDSR", "Days Since rain"},
-    Caption{"txtAmtLastRain", "Last Rain Amount"},
-    Caption{"txtRainDays", "Number of rain days"},
-    Caption{"txtMnthTotal", "Total This Month"},
-    Caption{"txtSolarNoon", "Solar noon"},
-    Caption{"txtDayLength", "Length of day"},
-    Caption{"txtVisLight", "Length of visible light"},
-    Caption{"txtStarted", "Nimbry was started at"},
-    Caption{"txtRunning", "and has been running for"},
+    BoxCaption{"txtWetBulb", "Wet Bulb Temperature"},
+    BoxCaption{"txtWBDep", "Wet Bulb Depression"},
+    BoxCaption{"txtCloudBase", "Base height of convective (Cu) cloud"},
+    BoxCaption{"txtMaxDew", "Maximum Dew Point"},
+    BoxCaption{"txtYMaxDew", "Maximum Dew Point"},
+    BoxCaption{"txtMinDew", "Minimum Dew Point"},
+    BoxCaption{"txtYMinDew", "Minimum Dew Point"},
+    BoxCaption{"txtMinWC", "Minimum Wind Chill"},
+    BoxCaption{"txtYMinWC", "Minimum Wind Chill"},
+    BoxCaption{"txtMaxHI", "Maximum Heat Index"},
+    BoxCaption{"txtYMaxHI", "Maximum Heat Index"},
+    BoxCaption{"txtMaxInTemp", "Maximum Indoor Temp"},
+    BoxCaption{"txtYMaxInTemp", "Maximum Indoor Temp"},
+    BoxCaption{"txtMinInTemp", "Minimum Indoor Temp"},
+    BoxCaption{"txtYMinInTemp", "Minimum Indoor Temp"},
+    BoxCaption{"txtDSR", "Days Since rain"},
+    BoxCaption{"txtAmtLastRain", "Last Rain Amount"},
+    BoxCaption{"txtRainDays", "Number of rain days"},
+    BoxCaption{"txtMnthTotal", "Total This Month"},
+    BoxCaption{"txtSolarNoon", "Solar noon"},
+    BoxCaption{"txtDayLength", "Length of day"},
+    BoxCaption{"txtVisLight", "Length of visible light"},
+    BoxCaption{"txtStarted", "Nimbry was started at"},
+    BoxCaption{"txtRunning", "and has been running for"},
 };
 
 }  // namespace
@@ -46,10 +44,7 @@ void reset_additional_panel(AdditionalPanel& panel) {
 }
 
 std::string_view additional_caption(std::string_view box_name) {
-    for (const Caption& entry : captions) {
-        if (entry.box == box_name) return entry.caption;
-    }
-    return {};
+    return caption_in(captions, box_name);
 }
 
 }  // namespace nimbry

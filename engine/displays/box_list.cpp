@@ -3,6 +3,7 @@
 #include <array>
 
 #include "engine/core/weather_state.h"
+#include "engine/derived/number_text.h"
 
 namespace nimbry {
 namespace {
@@ -199,7 +200,6 @@ auto found(const List& list, std::string_view name) -> decltype(list.front().box
 template <class Entry, class State>
 std::vector<Entry> listed(State& state) {
     std::vector<Entry> list;
-    list.reserve(160);
     const auto add = [&list](std::string_view name, BoxKind kind, auto& box) { list.push_back({name, kind, &box}); };
     add_panel_readings(add, state.panel);
     add_panel_labels_and_pictures(add, state.panel);
@@ -226,6 +226,20 @@ Box* find_box(WeatherState& state, std::string_view name) {
 
 const Box* find_box(const WeatherState& state, std::string_view name) {
     return found(named_boxes(state), name);
+}
+
+const Box* find_box(const std::vector<NamedConstBox>& boxes, std::string_view name) {
+    return found(boxes, name);
+}
+
+std::string text_of(const std::vector<NamedConstBox>& boxes, std::string_view name) {
+    const Box* box = find_box(boxes, name);
+    return box == nullptr ? std::string() : trimmed(box->text);
+}
+
+std::string_view caption_of(std::string_view box_name) {
+    const std::string_view caption = panel_caption(box_name);
+    return caption.empty() ? additional_caption(box_name) : caption;
 }
 
 std::string object_name(std::string_view box_name) {

@@ -42,6 +42,16 @@ struct NamedConstBox {
 [[nodiscard]] Box* find_box(WeatherState& state, std::string_view name);
 [[nodiscard]] const Box* find_box(const WeatherState& state, std::string_view name);
 
+/// The same in a list made before, for whoever asks for many.
+[[nodiscard]] const Box* find_box(const std::vector<NamedConstBox>& boxes, std::string_view name);
+
+/// What a box shows, without outer blanks; empty for a name that no box has.
+[[nodiscard]] std::string text_of(const std::vector<NamedConstBox>& boxes, std::string_view name);
+
+/// The caption that stands by a box of the main window or of the additional data window (panel_caption(),
+/// additional_caption()).
+[[nodiscard]] std::string_view caption_of(std::string_view box_name);
+
 /// The name as a widget's objectName: "Text2(0)" is "Text2_0", "Form1.mnuHide" is "mnuHide".
 [[nodiscard]] std::string object_name(std::string_view box_name);
 

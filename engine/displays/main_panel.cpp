@@ -3,6 +3,7 @@
 #include <string>
 
 #include "engine/core/weather_state.h"
+#include "engine/displays/box_caption.h"
 #include "engine/graphs/graph_view.h"
 #include "engine/records/day_end.h"
 
@@ -92,51 +93,47 @@ int starting_scale(WindUnit unit) {
     return 50;
 }
 
-struct Caption {
-    std::string_view box, caption;
-};
-
 constexpr std::array captions{
-    Caption{"TxtForecast", "Forecast"},
-    Caption{"Text2(0)", "Outdoor Temp."},
-    Caption{"Text2(1)", "Dew Point"},
-    Caption{"Text2(2)", "Outdoor Humidity"},
-    Caption{"Text2(3)", "Wind Speed Avg."},
-    Caption{"Text2(4)", "Barometer"},
-    Caption{"Text2(5)", "Peak Rain Rate"},
-    Caption{"TxtPeakRain", "Peak Rain Rate"},
-    Caption{"Text2(6)", "Wind Speed Gust"},
-    Caption{"Text2(7)", "Wind Direction"},
-    Caption{"TxtWinDir", "Wind Direction"},
-    Caption{"Text2(8)", "Indoor Temp."},
-    Caption{"Text2(9)", "Indoor Humidity"},
-    Caption{"TxtWindChill", "Wind Chill"},
-    Caption{"TxtHeatInd", "Heat Index"},
-    Caption{"TxtWindGLH", "Maximum wind gust in the last hour"},
-    Caption{"TxtBarTrend", "Barometer Trend"},
-    Caption{"TxtRainLH", "Rainfall in the last hour"},
-    Caption{"TxtRainTot", "Total Rainfall"},
-    Caption{"TxtTempMax", "Maximum Temperature"},
-    Caption{"TxtYTempMax", "Maximum Temperature"},
-    Caption{"TxtOShi", "Maximum Temperature"},
-    Caption{"TxtTempMin", "Minimum Temperature"},
-    Caption{"TxtYTempMin", "Minimum Temperature"},
-    Caption{"TxtOSLo", "Minimum Temperature"},
-    Caption{"TxtHumMax", "Maximum Humidity"},
-    Caption{"TxtYHumMax", "Maximum Humidity"},
-    Caption{"TxtOsHumHi", "Maximum Humidity"},
-    Caption{"TxtHumMin", "Minimum Humidity"},
-    Caption{"TxtYHumMin", "Minimum Humidity"},
-    Caption{"TxtOsHumLo", "Minimum Humidity"},
-    Caption{"TxtGustMax", "Maximum Wind Speed"},
-    Caption{"TxtYGustMax", "Maximum Wind Speed"},
-    Caption{"TxtWindHiG", "Maximum Wind Speed"},
-    Caption{"TxtRainMax", "Max. Peak Rain Rate"},
-    Caption{"TxtYRainMax", "Max. Peak Rain Rate"},
-    Caption{"TxtBarMax", "Barometer Maximum"},
-    Caption{"TxtYBarMax", "Barometer Maximum"},
-    Caption{"TxtBarMin", "Barometer Minimum"},
-    Caption{"TxtYBarMin", "Barometer Minimum"},
+    BoxCaption{"TxtForecast", "Forecast"},
+    BoxCaption{"Text2(0)", "Outdoor Temp."},
+    BoxCaption{"Text2(1)", "Dew Point"},
+    BoxCaption{"Text2(2)", "Outdoor Humidity"},
+    BoxCaption{"Text2(3)", "Wind Speed Avg."},
+    BoxCaption{"Text2(4)", "Barometer"},
+    BoxCaption{"Text2(5)", "Peak Rain Rate"},
+    BoxCaption{"TxtPeakRain", "Peak Rain Rate"},
+    BoxCaption{"Text2(6)", "Wind Speed Gust"},
+    BoxCaption{"Text2(7)", "Wind Direction"},
+    BoxCaption{"TxtWinDir", "Wind Direction"},
+    BoxCaption{"Text2(8)", "Indoor Temp."},
+    BoxCaption{"Text2(9)", "Indoor Humidity"},
+    BoxCaption{"TxtWindChill", "Wind Chill"},
+    BoxCaption{"TxtHeatInd", "Heat Index"},
+    BoxCaption{"TxtWindGLH", "Maximum wind gust in the last hour"},
+    BoxCaption{"TxtBarTrend", "Barometer Trend"},
+    BoxCaption{"TxtRainLH", "Rainfall in the last hour"},
+    BoxCaption{"TxtRainTot", "Total Rainfall"},
+    BoxCaption{"TxtTempMax", "Maximum Temperature"},
+    BoxCaption{"TxtYTempMax", "Maximum Temperature"},
+    BoxCaption{"TxtOShi", "Maximum Temperature"},
+    BoxCaption{"TxtTempMin", "Minimum Temperature"},
+    BoxCaption{"TxtYTempMin", "Minimum Temperature"},
+    BoxCaption{"TxtOSLo", "Minimum Temperature"},
+    BoxCaption{"TxtHumMax", "Maximum Humidity"},
+    BoxCaption{"TxtYHumMax", "Maximum Humidity"},
+    BoxCaption{"TxtOsHumHi", "Maximum Humidity"},
+    BoxCaption{"TxtHumMin", "Minimum Humidity"},
+    BoxCaption{"TxtYHumMin", "Minimum Humidity"},
+    BoxCaption{"TxtOsHumLo", "Minimum Humidity"},
+    BoxCaption{"TxtGustMax", "Maximum Wind Speed"},
+    BoxCaption{"TxtYGustMax", "Maximum Wind Speed"},
+    BoxCaption{"TxtWindHiG", "Maximum Wind Speed"},
+    BoxCaption{"TxtRainMax", "Max. Peak Rain Rate"},
+    BoxCaption{"TxtYRainMax", "Max. Peak Rain Rate"},
+    BoxCaption{"TxtBarMax", "Barometer Maximum"},
+    BoxCaption{"TxtYBarMax", "Barometer Maximum"},
+    BoxCaption{"TxtBarMin", "Barometer Minimum"},
+    BoxCaption{"TxtYBarMin", "Barometer Minimum"},
 };
 
 }  // namespace
@@ -180,10 +177,7 @@ void set_changeover_captions(MainPanel& panel, const MainSettings& settings) {
 }
 
 std::string_view panel_caption(std::string_view box_name) {
-    for (const Caption& entry : captions) {
-        if (entry.box == box_name) return entry.caption;
-    }
-    return {};
+    return caption_in(captions, box_name);
 }
 
 }  // namespace nimbry

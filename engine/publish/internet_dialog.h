@@ -10,8 +10,8 @@
 
 namespace nimbry {
 
-/// The values of the internet dialog `NimbryFTPSetup`; a value here is the default of its key in section `FTP`. Fields
-/// have the names of their controls where those are old, else of their keys. Numbers are texts as typed. Passwords are
+/// The values of the internet dialog `NimbryFTPSetup`; a value here is the default of its key in section `FTP`. Some
+/// fields have the names of their controls, the others those of their keys. Numbers are texts as typed. Passwords are
 /// plain here, in UTF-8 as servers expect them.
 struct InternetDialog {
     bool ChkEnableFTP = false;     ///< key `FTPen`: pages go out by FTP
@@ -22,8 +22,8 @@ struct InternetDialog {
     std::string FTPHours = "0";    ///< the upload interval is the sum of both
     std::string FTPMins = "2";
     bool FTPact = true;  ///< the server opens the data connections
-    std::string FTPSecurity =
-        "none";  ///< "none", "explicit" (TLS asked for after connecting), "implicit" (from the first byte)
+    /// "none", "explicit" (TLS asked for after connecting), "implicit" (from the first byte).
+    std::string FTPSecurity = "none";
     std::string Additional_Files;   ///< further files, joined by ","
     std::string UploadCount = "1";  ///< they go with every so many uploads
     bool chkLogResponses = false;   ///< key `LogFTPResponses`: the exchange is written to `NimbryFTPLOG.txt`
@@ -31,8 +31,8 @@ struct InternetDialog {
     bool ChkSendMail = false;  ///< key `EMailEn`: mails go out by schedule
     std::string MailServer;    ///< SMTP host
     std::string MailPort = "25";
-    std::string MailSecurity =
-        "none";  ///< "none", "starttls" (TLS asked for after connecting), "tls" (from the first byte)
+    /// "none", "starttls" (TLS asked for after connecting), "tls" (from the first byte).
+    std::string MailSecurity = "none";
     std::string MailUser, MailPass;     ///< login; without a user there is none
     std::string MailTo;                 ///< recipients, joined by ";"
     std::string Mailcc, MailBcc;        ///< likewise; empty or "null" for none

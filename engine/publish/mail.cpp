@@ -138,7 +138,11 @@ void send(Copy& copy, const MadeMail& made) {
     copy.ports.pauses.wait_until([&] { return !delivery->under_way(); });
     const std::string fault = delivery->fault();
     note_run(copy, copy.state.publish.last_mail, fault.empty() ? run_went_well : fault);
-    fault.empty() ? tell_success(copy) : tell_failure(copy, fault);
+    if (fault.empty()) {
+        tell_success(copy);
+    } else {
+        tell_failure(copy, fault);
+    }
 }
 
 /// From the test of the line to the server's answer. The caller holds `emailbusy`.

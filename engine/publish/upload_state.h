@@ -20,7 +20,7 @@ struct UploadState {
     int ExtraFileCounter = 0;  ///< uploads, counted up to `UploadCount`, for the additional files
 
     bool TimComFail_rests = false;  ///< stopped for the upload, and to be started again after it
-    bool TimAlarm_rests = false;    //
+    bool TimAlarm_rests = false;    ///< likewise
 
     std::string fault;       ///< why the last upload failed, as the program log says it; empty when it went well
     std::string debug_text;  ///< what the debug window shows (ftp_debug.h)

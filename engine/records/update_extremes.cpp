@@ -105,7 +105,7 @@ void update_indoor_extremes(Copy& copy) {
         lower_to(temperature, day.minintemp, day.minintemptime, time);
         show_today_indoor(state);
     }
-    (void)sensor_sound(copy, Sensor::indoor_humidity);
+    sensor_sound(copy, Sensor::indoor_humidity);  // asked for its notice: it has no record
 }
 
 }  // namespace nimbry

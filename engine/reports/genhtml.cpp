@@ -20,7 +20,7 @@ constexpr std::string_view wap_template = "nimbrywap.wml";
 constexpr std::string_view wap_work_file = "tempwap.wml";
 constexpr std::string_view wap_page = "wx.wml";
 
-// A phone of that time has no degree sign.
+// A WAP page has no degree sign.
 std::string without_degree_signs(std::string text) {
     replace_all(text, "\xB0", " Deg.");
     replace_all(text, "  Deg.", " Deg.");

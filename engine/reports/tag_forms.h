@@ -16,7 +16,8 @@ namespace nimbry {
 /// A metric temperature in Fahrenheit with its sign: "-4" for "-20". Without a reading it is "+0".
 [[nodiscard]] std::string fahrenheit(std::string_view metric);
 
-/// The same in the older form. Kept on purpose: the sign goes before a number that has one already, so "-30" gives
+/// The same for the tags that say so. Kept on purpose: the sign goes before a number that has one already, so "-30"
+/// gives
 /// "--22".
 [[nodiscard]] std::string fahrenheit_double_sign(std::string_view metric);
 

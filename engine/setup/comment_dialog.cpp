@@ -2,22 +2,13 @@
 
 #include "engine/core/switches.h"
 #include "engine/derived/number_text.h"
+#include "engine/derived/text_lines.h"
 
 namespace nimbry {
 namespace {
 
 std::string MainSettings::*setting_of(Comment which) {
     return which == Comment::first ? &MainSettings::WebComment : &MainSettings::WebComment2;
-}
-
-/// Each line break, of one character or of two, as one blank.
-std::string in_one_line(const std::string& text) {
-    std::string line;
-    for (std::size_t n = 0; n < text.size(); ++n) {
-        if (text[n] == '\n' && n > 0 && text[n - 1] == '\r') continue;
-        line += text[n] == '\r' || text[n] == '\n' ? ' ' : text[n];
-    }
-    return line;
 }
 
 }  // namespace

@@ -6,8 +6,7 @@ namespace nimbry {
 
 // The five groups of a train and the lone wind group: from the raw texts and digit tables to readings, boxes and
 // alarms. Each runs under the tag of its name ("8F group" .. "BF group", "CF Group", "WG group"). Before the first
-// cycle
-// (`fullystarted` clear) only the clock is read, and group_cf still ends with the cycle.
+// cycle (`fullystarted` clear) only the clock is read, and group_cf still ends with the cycle.
 
 /// Clock and humidity. Sets `HaveValidDate`; when it stays false, nothing else of the train may be used.
 void group_8f(Copy& copy);

@@ -16,8 +16,7 @@ namespace nimbry {
 /// It owns the bytes that have arrived and no line, no clock and no timer: time is an argument. The owner
 ///   - pushes bytes as they arrive;
 ///   - at wake_at(), first pushes whatever else the system holds for the port and then calls poll(): the count is taken
-///   of
-///     everything that has arrived by then;
+///     of everything that has arrived by then;
 ///   - works on the frame, throws away what has arrived meanwhile, and calls work_done().
 ///
 ///     State     Is left when

@@ -25,8 +25,8 @@ struct Readings {
     std::string rdattime;   ///< "HH:MM:SS"
     std::string rdatday;    ///< day of the month without a leading zero, "5"
     std::string rdatmonth;  ///< "Jan" to "Dec"; empty for a month digit that is none
-    std::optional<CivilTime>
-        dtvar;  ///< the station's date-time, in the computer's year; nothing before the first valid one
+    /// The station's date-time, in the computer's year; nothing before the first valid one.
+    std::optional<CivilTime> dtvar;
     bool HaveValidDate = false;  ///< the last 8F group held a possible date and time
     int YesterDay = 0;           ///< day of the month one minute before dtvar
     UtcTexts utc;

@@ -193,8 +193,13 @@ LocationDialog typed_location(std::string_view latitude_text, std::string_view l
 
 void change_way_of_input(LocationDialog& dialog) {
     dialog.Check3 = !dialog.Check3;
-    for (const Coordinate* which : {&latitude, &longitude})
-        dialog.Check3 ? to_decimal(dialog, *which) : to_parts(dialog, *which);
+    for (const Coordinate* which : {&latitude, &longitude}) {
+        if (dialog.Check3) {
+            to_decimal(dialog, *which);
+        } else {
+            to_parts(dialog, *which);
+        }
+    }
 }
 
 std::optional<LocationRefusal> read_location(const LocationDialog& dialog, LocationTexts& texts) {

@@ -58,36 +58,36 @@ PseudoTerminal::~PseudoTerminal() {
 }
 
 void PseudoTerminal::before_frame() {
-    if (!computer_end_.is_open()) return;
+    if (!computer_end_) return;
     // A reader that was killed leaves its claim on the terminal behind, because we keep the terminal alive.
-    ioctl(computer_end_.get(), TIOCNXCL);
+    ioctl(computer_end_.number(), TIOCNXCL);
     int unread = 0;
-    if (ioctl(computer_end_.get(), FIONREAD, &unread) == 0 && std::cmp_greater(unread, train_length)) {
-        tcflush(computer_end_.get(), TCIFLUSH);  // nobody listens: whoever comes shall not hear old weather
+    if (ioctl(computer_end_.number(), FIONREAD, &unread) == 0 && std::cmp_greater(unread, train_length)) {
+        tcflush(computer_end_.number(), TCIFLUSH);  // nobody listens: whoever comes shall not hear old weather
     }
 }
 
 void PseudoTerminal::send(std::uint8_t byte) {
-    if (station_end_.is_open()) (void)gone_after_writing(station_end_.get(), byte);
+    if (station_end_) (void)gone_after_writing(station_end_.number(), byte);
 }
 
 void PseudoTerminal::unplug() {
-    if (!station_end_.is_open()) return;
+    if (!station_end_) return;
     if (link_target(path_) == name_) unlink(path_.c_str());  // another station may have taken the path over
     station_end_.close();
     computer_end_.close();
 }
 
 void PseudoTerminal::replug() {
-    if (station_end_.is_open()) return;
-    Descriptor master(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
+    if (station_end_) return;
+    platform::Descriptor master(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
     std::array<char, 128> name{};
-    if (!master.is_open() || grantpt(master.get()) != 0 || unlockpt(master.get()) != 0 ||
-        ptsname_r(master.get(), name.data(), name.size()) != 0) {
+    if (!master || grantpt(master.number()) != 0 || unlockpt(master.number()) != 0 ||
+        ptsname_r(master.number(), name.data(), name.size()) != 0) {
         fail(path_, "no pseudo-terminal to be had");
     }
-    Descriptor slave(open(name.data(), O_RDWR | O_NOCTTY | O_CLOEXEC));
-    if (!slave.is_open() || !set_up(slave.get())) fail(path_, "the pseudo-terminal cannot be set up");
+    platform::Descriptor slave(open(name.data(), O_RDWR | O_NOCTTY | O_CLOEXEC));
+    if (!slave || !set_up(slave.number())) fail(path_, "the pseudo-terminal cannot be set up");
     if (is_link(path_)) unlink(path_.c_str());
     if (symlink(name.data(), path_.c_str()) != 0) fail(path_, "the link cannot be made");
     name_ = name.data();
@@ -97,12 +97,12 @@ void PseudoTerminal::replug() {
 
 SerialDevice::SerialDevice(std::string path)
     : path_(std::move(path)), device_(open(path_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK)) {
-    if (!device_.is_open()) fail(path_, "cannot be opened");
-    if (!set_up(device_.get())) fail(path_, "is no serial line");
+    if (!device_) fail(path_, "cannot be opened");
+    if (!set_up(device_.number())) fail(path_, "is no serial line");
 }
 
 void SerialDevice::send(std::uint8_t byte) {
-    if (plugged_ && gone_after_writing(device_.get(), byte)) fail(path_, "the line has gone");
+    if (plugged_ && gone_after_writing(device_.number(), byte)) fail(path_, "the line has gone");
 }
 
 }  // namespace nimbry::simulator

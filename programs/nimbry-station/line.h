@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "programs/nimbry-station/descriptor.h"
+#include "platform/descriptor.h"
 
 namespace nimbry::simulator {
 
@@ -47,12 +47,12 @@ public:
     void send(std::uint8_t byte) override;
     void unplug() override;
     void replug() override;
-    [[nodiscard]] int descriptor() const override { return station_end_.get(); }
+    [[nodiscard]] int descriptor() const override { return station_end_.number(); }
 
 private:
     std::string path_;
     std::string name_;  ///< of the computer's end, "/dev/pts/5"
-    Descriptor station_end_, computer_end_;
+    platform::Descriptor station_end_, computer_end_;
 };
 
 /// A real serial line at 9600 baud, 8N1. Unplugged, it keeps its device and sends nothing.
@@ -65,11 +65,11 @@ public:
     void send(std::uint8_t byte) override;
     void unplug() override { plugged_ = false; }
     void replug() override { plugged_ = true; }
-    [[nodiscard]] int descriptor() const override { return device_.get(); }
+    [[nodiscard]] int descriptor() const override { return device_.number(); }
 
 private:
     std::string path_;
-    Descriptor device_;
+    platform::Descriptor device_;
     bool plugged_ = true;
 };
 

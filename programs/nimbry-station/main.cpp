@@ -14,6 +14,7 @@
 #include <variant>
 
 #include "engine/core/version.h"
+#include "programs/exit_status.h"
 #include "programs/nimbry-station/line.h"
 #include "programs/nimbry-station/options.h"
 #include "programs/nimbry-station/patience.h"
@@ -24,8 +25,6 @@
 using namespace nimbry::simulator;
 
 namespace {
-
-constexpr int ended = 0, failed = 1, bad_usage = 2;
 
 /// A file that cannot be read, understood or written; what() is a sentence for the user.
 class FileFailure : public std::runtime_error {
@@ -121,22 +120,22 @@ int main(int argc, char** argv) {
     const auto parsed = parse_options(arguments.empty() ? arguments : arguments.subspan(1));
     if (const auto* error = std::get_if<UsageError>(&parsed)) {
         std::fprintf(stderr, "nimbry-station: %s (--help tells more)\n", error->what.c_str());
-        return bad_usage;
+        return nimbry::exit_status::bad_usage;
     }
     const Options& options = std::get<Options>(parsed);
     if (options.help) {
         std::fputs(std::string(help_text()).c_str(), stdout);
-        return ended;
+        return nimbry::exit_status::done;
     }
     if (options.version) {
         std::puts(("nimbry-station " + std::string(nimbry::program_version)).c_str());
-        return ended;
+        return nimbry::exit_status::done;
     }
     try {
         run(options);
-        return ended;
+        return nimbry::exit_status::done;
     } catch (const std::exception& why) {
         std::fprintf(stderr, "nimbry-station: %s\n", why.what());
-        return failed;
+        return nimbry::exit_status::failed;
     }
 }

@@ -8,8 +8,8 @@ namespace {
 
 /// -1 to 1, one value a knot.
 double knot(std::uint64_t seed, std::uint64_t channel, std::int64_t index) {
-    constexpr double kSpan = 9007199254740992.0;  // 2^53: what a double holds exactly
-    return static_cast<double>(mixed_bits(seed, channel, index) >> 11) / kSpan * 2 - 1;
+    constexpr double span = 9007199254740992.0;  // 2^53: what a double holds exactly
+    return static_cast<double>(mixed_bits(seed, channel, index) >> 11) / span * 2 - 1;
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 
 namespace nimbry::simulator {
 
-/// Chance that can be asked for any moment in any order: the same seed always plays the same weather.
+// Chance that can be asked for any moment in any order: the same seed always plays the same weather.
 
 /// 64 well-mixed bits of a seed, a channel and an index; equal arguments give equal bits on every machine.
 [[nodiscard]] std::uint64_t mixed_bits(std::uint64_t seed, std::uint64_t channel, std::int64_t index);

@@ -10,7 +10,7 @@ namespace nimbry::simulator {
 namespace {
 
 template <typename Number>
-std::optional<Number> whole_number(std::string_view text) {
+std::optional<Number> read_whole_number(std::string_view text) {
     Number value{};
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
@@ -36,10 +36,10 @@ std::optional<std::string> set(Options& options, std::string_view name, std::str
         options.start = parse_moment(value);
         if (!options.start) return "--start takes a date and time like \"2026-10-31 23:58:00\"";
     } else if (name == "--speed") {
-        options.speed = whole_number<int>(value).value_or(0);
+        options.speed = read_whole_number<int>(value).value_or(0);
         if (options.speed < 1 || options.speed > fastest) return "--speed takes a whole number from 1 to 1000";
     } else {
-        const auto seed = whole_number<std::uint64_t>(value);
+        const auto seed = read_whole_number<std::uint64_t>(value);
         if (!seed) return "--seed takes a whole number, 0 or more";
         options.seed = *seed;
     }

@@ -25,7 +25,7 @@ Patience::Patience() {
     sigemptyset(&ending);
     for (const int number : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&ending, number);
     sigprocmask(SIG_BLOCK, &ending, nullptr);
-    signals_ = Descriptor(signalfd(-1, &ending, SFD_CLOEXEC | SFD_NONBLOCK));
+    signals_ = platform::Descriptor(signalfd(-1, &ending, SFD_CLOEXEC | SFD_NONBLOCK));
 }
 
 Instant Patience::now() {
@@ -35,7 +35,7 @@ Instant Patience::now() {
 
 bool Patience::wait_until(Instant moment, int line) {
     for (;;) {
-        std::array<pollfd, 2> watched{pollfd{signals_.get(), POLLIN, 0}, pollfd{line, POLLIN, 0}};
+        std::array<pollfd, 2> watched{pollfd{signals_.number(), POLLIN, 0}, pollfd{line, POLLIN, 0}};
         const timespec left = as_timespec(std::max(moment - now(), MonotonicClock::duration(0)));
         (void)ppoll(watched.data(), watched.size(), &left, nullptr);
         if (watched[0].revents != 0) return false;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/ports/clock.h"
-#include "programs/nimbry-station/descriptor.h"
+#include "platform/descriptor.h"
 
 namespace nimbry::simulator {
 
@@ -22,7 +22,7 @@ public:
     void wait_for_end(int line);
 
 private:
-    Descriptor signals_;
+    platform::Descriptor signals_;
 };
 
 }  // namespace nimbry::simulator

@@ -22,7 +22,7 @@ seconds duration(Words& words, std::string_view what) {
     return *length;
 }
 
-int whole_number(std::string_view word, int low, int high, std::string_view what) {
+int read_whole_number(std::string_view word, int low, int high, std::string_view what) {
     int value = 0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
     if (error != std::errc() || end != word.data() + word.size() || value < low || value > high) {
@@ -140,7 +140,7 @@ private:
         }
     }
 
-    int damage_count() { return whole_number(words_.take("the count"), 1, 1000, "the count"); }
+    int damage_count() { return read_whole_number(words_.take("the count"), 1, 1000, "the count"); }
 
     void stray() {
         StrayBytes stray;
@@ -167,7 +167,7 @@ private:
     void digit() {
         const GroupSpan& span = group(words_.take("the group"));
         const int last = static_cast<int>(2 * span.length) - 2;
-        const int place = whole_number(words_.take("the digit's number"), 3, last, "the digit's number");
+        const int place = read_whole_number(words_.take("the digit's number"), 3, last, "the digit's number");
         const std::string_view word = words_.take("the digit");
         unsigned value = 0;
         const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value, 16);

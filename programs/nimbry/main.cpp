@@ -9,6 +9,7 @@
 #include "platform/instance_lock.h"
 #include "platform/program_folder.h"
 #include "platform/stderr_notices.h"
+#include "programs/exit_status.h"
 #include "programs/nimbry/other_instance.h"
 #include "programs/nimbry/window_program.h"
 #include "windows/field_style.h"
@@ -17,8 +18,6 @@ namespace {
 
 using namespace nimbry;
 using namespace nimbry::platform;
-
-constexpr int bad_usage = 2;
 
 /// Standard error is for what concerns the person who started the program. What the window system and the serial port
 /// have to say beside that (a line without control signals, say) is known.
@@ -30,7 +29,7 @@ int run(const CommandLine& command_line) {
     const ProgramFolder folder = program_folder(FolderHints::of_process(command_line.dir));
     if (!folder) {
         write_line_to_stderr("nimbry: " + folder.error);
-        return bad_usage;
+        return exit_status::bad_usage;
     }
     InstanceLock lock(folder.path);
     const InstanceLock::Result taken = lock.take();
@@ -48,7 +47,7 @@ int main(int argc, char** argv) {
         case CommandLine::Wish::help: std::fputs(help_text("nimbry").c_str(), stdout); return 0;
         case CommandLine::Wish::bad_usage:
             write_line_to_stderr(usage_complaint("nimbry", command_line.complaint));
-            return bad_usage;
+            return nimbry::exit_status::bad_usage;
         case CommandLine::Wish::run: break;
     }
     qInstallMessageHandler(pass_on_serious_messages);

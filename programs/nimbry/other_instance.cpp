@@ -3,15 +3,11 @@
 #include <QCoreApplication>
 
 #include "platform/instance_lock.h"
+#include "programs/exit_status.h"
 #include "windows/message_dialog.h"
 #include "windows/svg_pictures.h"
 
 namespace nimbry {
-namespace {
-
-constexpr int other_instance = 3;
-
-}  // namespace
 
 int tell_of_other_instance() {
     windows::MessageDialog dialog({.title = "Nimbry", .text = platform::already_running_text, .icon = "!"});
@@ -19,7 +15,7 @@ int tell_of_other_instance() {
     QObject::connect(&dialog, &QDialog::finished, qApp, &QCoreApplication::quit);
     dialog.show();
     QCoreApplication::exec();
-    return other_instance;
+    return exit_status::other_instance;
 }
 
 }  // namespace nimbry

@@ -22,16 +22,17 @@
 #include "platform/control_protocol.h"
 #include "platform/control_socket.h"
 #include "platform/program_folder.h"
+#include "programs/exit_status.h"
 #include "programs/nimbryctl/panel_screen.h"
 #include "programs/nimbryctl/png_picture.h"
 
 namespace {
 
+using namespace nimbry::exit_status;
 using nimbry::platform::AnswerPiece;
 using nimbry::platform::ControlConnection;
 using nimbry::platform::Descriptor;
-
-enum Status { done = 0, failed = 1, bad_usage = 2, no_copy = 4 };
+using nimbry::terminal::PanelScreen;
 
 void say(FILE* where, std::string_view text) {
     std::fwrite(text.data(), 1, text.size(), where);
@@ -203,5 +204,6 @@ int main(int argc, char** argv) {
     PanelScreen screen(below.value_or(""), std::find(arguments.begin(), arguments.end(), "--once") != arguments.end());
     const int status = ask(copy, with_whole_path(arguments), out, screen);
     if (!png || status != done) return status;
-    return write_png(picture, *png) ? done : refuse(failed, "the picture could not be written to " + *png);
+    return nimbry::terminal::write_png(picture, *png) ? done
+                                                      : refuse(failed, "the picture could not be written to " + *png);
 }

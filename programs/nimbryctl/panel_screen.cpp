@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <utility>
 
+namespace nimbry::terminal {
 namespace {
 
 // A terminal without a size takes everything.
@@ -138,3 +139,5 @@ void PanelScreen::wait_for(int socket) const {
         if (terminal_) draw();
     }
 }
+
+}  // namespace nimbry::terminal

@@ -4,6 +4,8 @@
 #include <string_view>
 #include <vector>
 
+namespace nimbry::terminal {
+
 /// A terminal's size in characters; 0 where it does not say.
 struct TerminalSize {
     int columns = 0, rows = 0;
@@ -35,3 +37,5 @@ private:
     bool terminal_;
     std::vector<std::string> layouts_;
 };
+
+}  // namespace nimbry::terminal

@@ -7,11 +7,17 @@
 #include <QPainter>
 #include <QString>
 #include <QSvgRenderer>
+#endif
 
+namespace nimbry::terminal {
+
+#ifdef NIMBRYCTL_DRAWS
 namespace {
+
 /// What Qt has to say about its surroundings (no XDG_RUNTIME_DIR, no fonts ...) is nothing for standard error, which is
 /// for reasons of a failure.
 void drop_message(QtMsgType, const QMessageLogContext&, const QString&) {}
+
 }  // namespace
 
 bool write_png(std::string_view svg, const std::string& file) {
@@ -37,3 +43,5 @@ bool write_png(std::string_view, const std::string&) {
     return false;
 }
 #endif
+
+}  // namespace nimbry::terminal

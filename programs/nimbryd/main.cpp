@@ -25,13 +25,12 @@
 #include "platform/stderr_notices.h"
 #include "platform/system_clock.h"
 #include "platform/system_desktop.h"
+#include "programs/exit_status.h"
 
 namespace {
 
 using namespace nimbry;
 using namespace nimbry::platform;
-
-enum ExitStatus { bad_usage = 2, other_instance = 3 };
 
 /// Standard error carries notices and boxes only; what Qt has to say (a device without control lines, say) is known
 /// here.
@@ -79,13 +78,13 @@ int run(const CommandLine& command_line) {
     const ProgramFolder folder = program_folder(FolderHints::of_process(command_line.dir));
     if (!folder) {
         write_line_to_stderr("nimbryd: " + folder.error);
-        return bad_usage;
+        return exit_status::bad_usage;
     }
     InstanceLock lock(folder.path);
     const InstanceLock::Result taken = lock.take();
     if (taken == InstanceLock::Result::other_instance) {
         write_line_to_stderr("nimbryd: " + lock.refusal());
-        return other_instance;
+        return exit_status::other_instance;
     }
     // A folder that takes no lock takes no program log either, and that is how the copy reports it.
     return run_copy(folder.path, command_line.device, taken == InstanceLock::Result::held);
@@ -101,7 +100,7 @@ int main(int argc, char** argv) {
         case CommandLine::Wish::help: std::fputs(help_text("nimbryd").c_str(), stdout); return 0;
         case CommandLine::Wish::bad_usage:
             write_line_to_stderr(usage_complaint("nimbryd", command_line.complaint));
-            return bad_usage;
+            return nimbry::exit_status::bad_usage;
         case CommandLine::Wish::run: break;
     }
     qInstallMessageHandler(drop_message);

@@ -80,6 +80,6 @@ protected:
     std::optional<ControlServer> server;
 };
 
-inline constexpr const char* kDone = "{\"status\":0}\n";
+inline constexpr const char* done_line = "{\"status\":0}\n";
 
 }  // namespace nimbry::platform::test

@@ -27,7 +27,7 @@ using namespace std::chrono_literals;
 TEST_F(ControlServerTest, ARequestIsAnsweredAndTheConnectionCloses) {
     TestCaller caller(folder.path());
     caller.ask({"one", "two"});
-    EXPECT_EQ(caller.answer(), std::string("{\"out\":\"one\\n\"}\n{\"out\":\"two\\n\"}\n") + kDone);
+    EXPECT_EQ(caller.answer(), std::string("{\"out\":\"one\\n\"}\n{\"out\":\"two\\n\"}\n") + done_line);
     EXPECT_TRUE(comes([this] { return server->callers() == 0; }));
     EXPECT_EQ(caller.process(), ::getpid());
 }
@@ -62,13 +62,13 @@ TEST_F(ControlServerTest, ARequestMayComeByteByByte) {
         caller.send(QByteArray(1, byte));
         run_pending_events();
     }
-    EXPECT_EQ(caller.answer(), std::string("{\"out\":\"slow\\n\"}\n") + kDone);
+    EXPECT_EQ(caller.answer(), std::string("{\"out\":\"slow\\n\"}\n") + done_line);
 }
 
 TEST_F(ControlServerTest, OnlyTheFirstLineIsARequest) {
     TestCaller caller(folder.path());
     caller.send(request_line({"one"}) + request_line({"two"}));
-    EXPECT_EQ(caller.answer(), std::string("{\"out\":\"one\\n\"}\n") + kDone);
+    EXPECT_EQ(caller.answer(), std::string("{\"out\":\"one\\n\"}\n") + done_line);
 }
 
 TEST_F(ControlServerTest, ARequestThatWaitsHoldsUpNoOther) {
@@ -83,10 +83,10 @@ TEST_F(ControlServerTest, ARequestThatWaitsHoldsUpNoOther) {
     ASSERT_TRUE(comes([this] { return pauses.waiting() == 1; }));
     TestCaller fast(folder.path());
     fast.ask({"fast"});
-    EXPECT_EQ(fast.answer(), std::string("{\"out\":\"fast\"}\n") + kDone);
+    EXPECT_EQ(fast.answer(), std::string("{\"out\":\"fast\"}\n") + done_line);
     EXPECT_EQ(slow.received(), "");
     go = true;
-    EXPECT_EQ(slow.answer(), std::string("{\"out\":\"slow\"}\n") + kDone);
+    EXPECT_EQ(slow.answer(), std::string("{\"out\":\"slow\"}\n") + done_line);
 }
 
 TEST_F(ControlServerTest, GarbageIsRefused) {
@@ -130,7 +130,7 @@ TEST_F(ControlServerTest, AnAnswerMayTakeLongerThanTheRequestMay) {
     };
     TestCaller caller(folder.path());
     caller.ask({"x"});
-    EXPECT_EQ(caller.answer(), std::string("{\"out\":\"late\"}\n") + kDone);
+    EXPECT_EQ(caller.answer(), std::string("{\"out\":\"late\"}\n") + done_line);
 }
 
 TEST_F(ControlServerTest, AVerbSeesThatItsCallerHasGone) {
@@ -157,7 +157,7 @@ TEST_F(ControlServerTest, ALongAnswerArrivesWhole) {
     };
     TestCaller caller(folder.path());
     caller.ask({"x"});
-    EXPECT_EQ(caller.answer(), "{\"out\":\"" + text + "\"}\n" + kDone);
+    EXPECT_EQ(caller.answer(), "{\"out\":\"" + text + "\"}\n" + done_line);
 }
 
 TEST_F(ControlServerTest, ACallerWhoDoesNotTakeItsAnswerIsDropped) {
@@ -194,7 +194,7 @@ TEST_F(ControlServerTest, ScreensThatACallerHasNoTimeForAreLeftOut) {
     TestCaller caller(folder.path());
     caller.ask({"x"});
     const std::string answer = caller.answer();
-    EXPECT_TRUE(answer.ends_with(kDone));
+    EXPECT_TRUE(answer.ends_with(done_line));
     EXPECT_LT(answer.size(), 2'000'000U);
 }
 
@@ -210,7 +210,7 @@ TEST_F(ControlServerTest, MoreCallersThanThereIsRoomForAreTurnedAway) {
     ASSERT_TRUE(comes([this] { return server->callers() < ControlServer::most_callers; }));
     TestCaller next(folder.path());
     next.ask({"x"});
-    EXPECT_EQ(next.answer(), std::string("{\"out\":\"x\\n\"}\n") + kDone);
+    EXPECT_EQ(next.answer(), std::string("{\"out\":\"x\\n\"}\n") + done_line);
 }
 
 /// The processor time that this thread has used, seconds.
@@ -241,7 +241,7 @@ TEST_F(ControlServerTest, WhileTheSystemHasNoDescriptorLeftACallerWaitsAndCostsN
     EXPECT_EQ(caller.received(), "");
 
     ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &limit), 0);
-    EXPECT_EQ(caller.answer(), std::string("{\"out\":\"x\\n\"}\n") + kDone);
+    EXPECT_EQ(caller.answer(), std::string("{\"out\":\"x\\n\"}\n") + done_line);
 }
 
 TEST_F(ControlServerTest, ItEndsWithCallersStillThere) {

@@ -52,7 +52,7 @@ TEST_F(ControlSocketTest, AFoldersNameMayBeOfAnyLength) {
     EXPECT_TRUE(std::filesystem::exists(deep + "/nimbry.socket"));
     TestCaller caller(deep);
     caller.ask({"x"});
-    EXPECT_EQ(caller.answer(), std::string("{\"out\":\"x\\n\"}\n") + kDone);
+    EXPECT_EQ(caller.answer(), std::string("{\"out\":\"x\\n\"}\n") + done_line);
 }
 
 TEST_F(ControlSocketTest, TheSocketOfAKilledCopyIsReplaced) {

@@ -26,7 +26,7 @@ TEST(NoticeLine, TitleAndTextAreOneLineHoweverTheTextEndsItsLines) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
-        EXPECT_EQ(notice_line("Nimbry", c.text), c.line);
+        EXPECT_EQ(stderr_line("Nimbry", c.text), c.line);
     }
 }
 
