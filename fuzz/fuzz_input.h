@@ -30,6 +30,9 @@ public:
         return byte;
     }
 
+    /// A number from the next byte, 0 to less than `limit`, which is 256 at the most.
+    std::size_t below(std::size_t limit) { return static_cast<std::size_t>(next()) % limit; }
+
     /// As many bytes as the next one says, or what is left.
     std::string text() { return take(static_cast<std::size_t>(next())); }
 

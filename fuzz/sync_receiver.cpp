@@ -7,46 +7,29 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "engine/network/sync_receiver.h"
+#include "fuzz/fuzz_input.h"
 
 namespace {
 
 using namespace std::chrono_literals;
 using namespace nimbry;
+using fuzz::expect;
+using fuzz::Input;
 
 constexpr std::size_t longest_command = 21;
-
-void require(bool holds) {
-    if (!holds) std::abort();
-}
-
-class Input {
-public:
-    explicit Input(std::span<const std::uint8_t> data) : data_(data) {}
-    [[nodiscard]] bool empty() const { return data_.empty(); }
-    std::uint8_t next() {
-        if (data_.empty()) return 0;
-        const std::uint8_t byte = data_.front();
-        data_ = data_.subspan(1);
-        return byte;
-    }
-
-private:
-    std::span<const std::uint8_t> data_;
-};
 
 /// Letters that begin commands come often.
 std::string content_of(Input& input) {
     constexpr std::string_view letters = "cmdfilended,cc1,2\r\n";
     std::string content;
-    for (std::size_t n = input.next() % 24; n > 0; --n) {
-        content.push_back(letters[input.next() % letters.size()]);
+    for (std::size_t n = input.below(24); n > 0; --n) {
+        content.push_back(letters[input.below(letters.size())]);
         if (content.ends_with("cmd")) content.back() = 'x';
     }
     return content;
@@ -63,10 +46,10 @@ std::vector<Answer> conversation_of(Input& input) {
     while (!input.empty() && answers.size() < 12) {
         constexpr SyncCommand ends[] = {SyncCommand::filended, SyncCommand::filended, SyncCommand::InvalidFile,
                                         SyncCommand::ServerIsOK};
-        Answer answer{{}, ends[input.next() % 4]};
+        Answer answer{{}, ends[input.below(4)]};
         if (answer.end == SyncCommand::filended) {
             std::string whole;
-            for (std::size_t n = input.next() % 4; n > 0; --n) {
+            for (std::size_t n = input.below(4); n > 0; --n) {
                 answer.pieces.push_back(content_of(input));
                 // Nor may "cmd" come about where two pieces meet.
                 whole += answer.pieces.back();
@@ -95,7 +78,7 @@ std::string received(const std::vector<std::vector<std::string>>& arrivals) {
             else if (receiver.file_open())
                 all += piece.content;
         }
-        require(receiver.held() <= longest_command);
+        expect(receiver.held() <= longest_command);
     };
     for (const std::vector<std::string>& answer : arrivals) {
         receiver.open_file();
@@ -121,7 +104,7 @@ std::vector<std::string> sends_of(const Answer& answer) {
 std::vector<std::string> sliced(const std::string& whole, Input& slices) {
     std::vector<std::string> arrivals;
     for (std::size_t at = 0; at < whole.size();) {
-        const std::size_t length = slices.empty() ? whole.size() : slices.next() % 16 + 1U;
+        const std::size_t length = slices.empty() ? whole.size() : slices.below(16) + 1;
         arrivals.push_back(whole.substr(at, length));
         at += length;
     }
@@ -131,10 +114,10 @@ std::vector<std::string> sliced(const std::string& whole, Input& slices) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::span<const std::uint8_t> all(data, size);
-    Input input(all);
+    Input input(data, size);
     const std::vector<Answer> answers = conversation_of(input);
-    Input slices(all.subspan(size / 2));
+    const auto second_half = std::span(data, size).subspan(size / 2);
+    Input slices(second_half.data(), second_half.size());
 
     std::vector<std::vector<std::string>> separate;
     std::vector<std::vector<std::string>> split;
@@ -147,8 +130,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         joined.push_back({whole});
     }
     const std::string expected = received(separate);
-    require(received(split) == expected);
-    require(received(joined) == expected);
+    expect(received(split) == expected);
+    expect(received(joined) == expected);
 
     // Garbage, in slices: nothing grows.
     std::vector<std::vector<std::string>> garbage{sliced(std::string(all.begin(), all.end()), slices)};

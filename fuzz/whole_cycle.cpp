@@ -1,11 +1,10 @@
 #include <cstdint>
-#include <cstdlib>
 #include <iostream>
-#include <span>
 #include <string>
 
 #include "engine/displays/box_list.h"
 #include "engine/station/group_layout.h"
+#include "fuzz/fuzz_input.h"
 #include "tests/world/world.h"
 
 // The law: whatever the digits of frames with right checksums say, a running copy goes on, and no box shows what is no
@@ -14,21 +13,7 @@
 namespace nimbry::test {
 namespace {
 
-/// The input, a byte at a time; 0 when it has run out.
-class Input {
-public:
-    explicit Input(std::span<const std::uint8_t> bytes) : rest_(bytes) {}
-    [[nodiscard]] bool empty() const { return rest_.empty(); }
-    int next() {
-        if (rest_.empty()) return 0;
-        const int byte = rest_.front();
-        rest_ = rest_.subspan(1);
-        return byte;
-    }
-
-private:
-    std::span<const std::uint8_t> rest_;
-};
+using fuzz::Input;
 
 /// A frame with up to 15 digits overwritten: a byte for the kind and count, then two bytes a digit.
 Bytes next_frame(Input& input, const StationReadings& station) {
@@ -47,7 +32,7 @@ Bytes next_frame(Input& input, const StationReadings& station) {
 
 void fail(const std::string& why) {
     std::cerr << why << '\n';
-    std::abort();
+    fuzz::expect(false);
 }
 
 bool says_humidity_zero(const WeatherState& state) {
@@ -69,7 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     using namespace nimbry::test;
     using namespace std::chrono_literals;
 
-    Input input({data, size});
+    Input input(data, size);
     World world;
     const int units = input.next();
     world.files.put("Nimbry.ini",

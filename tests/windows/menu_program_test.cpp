@@ -171,7 +171,7 @@ TEST(ProgramMenu, HasEveryEntryActWithOneClick) {
                       before = clicks();
                       entry("mnuExit1")->trigger();
                   });
-    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.name(), false, &sounds), 0);
+    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.device(), false, &sounds), 0);
     EXPECT_EQ(clicks(), before + 1) << "mnuExit1";
     EXPECT_TRUE(onlooker.saw_all());
 }
@@ -202,7 +202,7 @@ TEST(ProgramMenu, SoundsTheClickOfTheMonthlySummaryOnceWhateverIsChosen) {
         EXPECT_EQ(sounds.played.size(), before + 1);
         form()->close();
     });
-    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.name(), false, &sounds), 0);
+    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.device(), false, &sounds), 0);
     EXPECT_TRUE(onlooker.saw_all());
 }
 

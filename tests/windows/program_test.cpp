@@ -61,7 +61,7 @@ TEST(Program, ShowsTheSplashThenTheWindowThenTheStation) {
     });
     play.start(250);
     onlooker.when(is_shown, [] { visible_window<windows::Form1>()->findChild<QAction*>("mnuExit1")->trigger(); });
-    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.name(), false), 0);
+    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.device(), false), 0);
     EXPECT_TRUE(onlooker.saw_all());
     EXPECT_GE(sent, 2);
     EXPECT_NE(contents(folder, "nbyprog.log").find("Program stopped, normal exit"), std::string::npos);
@@ -115,7 +115,7 @@ TEST(Program, TakesACommentAndTheDaysSinceRainFromTheirEditors) {
                       trigger("mnuExit1");
                   });
     QObject::connect(&play, &QTimer::timeout, &onlooker, [&] { station.send(train); });
-    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.name(), false), 0);
+    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.device(), false), 0);
     EXPECT_TRUE(onlooker.saw_all());
     EXPECT_NE(contents(folder, "Nimbry.ini").find("WebComment2=fog <i>again</i>\r\n"), std::string::npos);
 }
@@ -124,21 +124,22 @@ TEST(Program, ShowsANewcomerTheSetupWindowAndGoesOnWithWhatIsAccepted) {
     const QTemporaryDir folder;
     const PseudoTerminal station;
     Onlooker onlooker;
-    onlooker.when([] { return visible_window<windows::CommsWindow>() != nullptr; },
-                  [&] {
-                      EXPECT_EQ(visible_window<windows::Form1>(), nullptr);
-                      EXPECT_EQ(contents(folder, "Nimbry.ini").find("HasRun=True"), std::string::npos);
-                      auto* dialog = visible_window<windows::CommsWindow>();
-                      dialog->findChild<QComboBox*>("SerialPort1")->setEditText(QString::fromStdString(station.name()));
-                      dialog->findChild<QAbstractButton*>("Command1")->click();
-                  });
+    onlooker.when(
+        [] { return visible_window<windows::CommsWindow>() != nullptr; },
+        [&] {
+            EXPECT_EQ(visible_window<windows::Form1>(), nullptr);
+            EXPECT_EQ(contents(folder, "Nimbry.ini").find("HasRun=True"), std::string::npos);
+            auto* dialog = visible_window<windows::CommsWindow>();
+            dialog->findChild<QComboBox*>("SerialPort1")->setEditText(QString::fromStdString(station.device()));
+            dialog->findChild<QAbstractButton*>("Command1")->click();
+        });
     onlooker.when([] { return visible_window<windows::Form1>() != nullptr; },
                   [] { visible_window<windows::Form1>()->findChild<QAction*>("SetupComms")->trigger(); });
     onlooker.when([] { return visible_window<windows::CommsWindow>() != nullptr; },
                   [&] {
                       auto* dialog = visible_window<windows::CommsWindow>();
                       EXPECT_EQ(dialog->findChild<QComboBox*>("SerialPort1")->currentText().toStdString(),
-                                station.name());
+                                station.device());
                       dialog->findChild<QAbstractButton*>("Check3")->click();
                       dialog->findChild<QAbstractButton*>("Command1")->click();
                   });
@@ -148,7 +149,7 @@ TEST(Program, ShowsANewcomerTheSetupWindowAndGoesOnWithWhatIsAccepted) {
     EXPECT_TRUE(onlooker.saw_all());
     const std::string settings = contents(folder, "Nimbry.ini");
     EXPECT_NE(settings.find("HasRun=True"), std::string::npos);
-    EXPECT_NE(settings.find("SerialPort1=" + station.name()), std::string::npos);
+    EXPECT_NE(settings.find("SerialPort1=" + station.device()), std::string::npos);
 }
 
 TEST(Program, ASetupWindowThatANewcomerClosesLeavesTheDefaults) {
@@ -159,7 +160,7 @@ TEST(Program, ASetupWindowThatANewcomerClosesLeavesTheDefaults) {
                   [] { visible_window<windows::CommsWindow>()->close(); });
     onlooker.when([] { return visible_window<windows::Form1>() != nullptr; },
                   [] { visible_window<windows::Form1>()->findChild<QAction*>("mnuExit1")->trigger(); });
-    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.name(), false), 0);
+    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.device(), false), 0);
     EXPECT_TRUE(onlooker.saw_all());
     EXPECT_NE(contents(folder, "Nimbry.ini").find("HasRun=True"), std::string::npos);
     EXPECT_EQ(contents(folder, "Nimbry.ini").find("numofentries"), std::string::npos) << "nothing was accepted";
@@ -175,7 +176,7 @@ TEST(Program, LeavesAtTheSessionsEndAsByTheWindowsClose) {
                       alignas(QSessionManager) static std::byte room[sizeof(QSessionManager)];
                       Q_EMIT qGuiApp->commitDataRequest(reinterpret_cast<QSessionManager&>(room));
                   });
-    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.name(), false), 0);
+    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.device(), false), 0);
     EXPECT_TRUE(onlooker.saw_all());
     EXPECT_NE(contents(folder, "nbyprog.log").find("Program stopped, forced exit (Windows closing)"),
               std::string::npos);
@@ -195,7 +196,7 @@ TEST(Program, TakesTheAlarmDialogsValuesIntoForce) {
                   });
     onlooker.when([&folder] { return contents(folder, "Nimbry.ini").find("fAWindHi=True") != std::string::npos; },
                   [] { visible_window<windows::Form1>()->findChild<QAction*>("mnuExit1")->trigger(); });
-    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.name(), false), 0);
+    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.device(), false), 0);
     EXPECT_TRUE(onlooker.saw_all());
     EXPECT_NE(contents(folder, "Nimbry.ini").find("ATempHi=37.8\r\n"), std::string::npos) << "all keys are written";
 }
@@ -250,7 +251,7 @@ TEST(Program, DoesWhatIsChosenInTheUnitsAndTheLocationWindow) {
                   });
     onlooker.when(stored("Latitude=51.500000"),
                   [] { visible_window<windows::Form1>()->findChild<QAction*>("mnuExit1")->trigger(); });
-    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.name(), false), 0);
+    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.device(), false), 0);
     EXPECT_TRUE(onlooker.saw_all());
 }
 
@@ -291,7 +292,7 @@ TEST(Program, OpensItsFurtherDisplaysAndTakesTheMarqueeIntoForce) {
             visible_window<windows::BigWindow>()->close();
             entry("mnuExit1")->trigger();
         });
-    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.name(), false), 0);
+    EXPECT_EQ(run_with_window(folder.path().toStdString(), station.device(), false), 0);
     EXPECT_TRUE(onlooker.saw_all());
     EXPECT_NE(contents(folder, "Nimbry.ini").find("DisDew=True"), std::string::npos);
 }

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 #include <QApplication>
 #include <QFile>
 #include <QTemporaryDir>
@@ -15,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-#include "engine/ports/bytes.h"
+#include "tests/support/pseudo_terminal.h"
 
 // What the tests of the running program need: somebody who looks on while its event loop runs, and a station.
 
@@ -52,31 +50,6 @@ private:
     std::vector<Step> steps_;
     std::size_t next_ = 0;
     QTimer look_;
-};
-
-/// A pseudo-terminal in the place of the station's port.
-class PseudoTerminal {
-public:
-    PseudoTerminal() : master_(opened()), name_(ptsname(master_)) {}
-    ~PseudoTerminal() { ::close(master_); }
-    PseudoTerminal(const PseudoTerminal&) = delete;
-    PseudoTerminal& operator=(const PseudoTerminal&) = delete;
-
-    [[nodiscard]] const std::string& name() const { return name_; }
-    void send(const Bytes& bytes) const {
-        EXPECT_EQ(::write(master_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
-    }
-
-private:
-    static int opened() {
-        const int master = posix_openpt(O_RDWR | O_NOCTTY);
-        grantpt(master);
-        unlockpt(master);
-        return master;
-    }
-
-    int master_;
-    std::string name_;
 };
 
 /// The folder of a copy that has run before.

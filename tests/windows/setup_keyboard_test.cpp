@@ -24,6 +24,7 @@
 #include "windows/alarms_window.h"
 #include "windows/comment_window.h"
 #include "windows/comms_window.h"
+#include "windows/internet_window.h"
 #include "windows/location_window.h"
 #include "windows/marquee_window.h"
 #include "windows/rain_days_window.h"
@@ -85,6 +86,13 @@ const WindowCase cases[]{
     {"rain_days",
      [](const WeatherState& state, Asked& asked) -> std::unique_ptr<windows::SetupDialog> {
          return std::make_unique<windows::RainDaysWindow>(state, [&asked](const RainDaysDialog&) { ++asked.accepted; });
+     }},
+    {"internet",
+     [](const WeatherState& state, Asked& asked) -> std::unique_ptr<windows::SetupDialog> {
+         windows::InternetWindow::Actions actions;
+         actions.opened = actions.closed = [] {};
+         actions.accepted = [&asked](const InternetDialog&) { ++asked.accepted; };
+         return std::make_unique<windows::InternetWindow>(state, actions);
      }},
 };
 

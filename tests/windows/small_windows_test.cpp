@@ -174,20 +174,29 @@ TEST(StatusMessage, ShowsForThreeSecondsAndNineTenths) {
     EXPECT_FALSE(world.state().status_message.open) << "the timer has stopped";
 }
 
-TEST(StatusMessage, StandsInAWindowThatTakesNoFocusUntilTheModelHasItGone) {
+/// The windows that the model has shown by their names, over the port for notices.
+struct ByName {
+    ByName() { windows.offer_to(notices); }
+    QWidget* show(const char* name) {
+        notices.show_window(name);
+        QCoreApplication::processEvents();
+        return parent.findChild<QWidget*>(QString::fromLatin1(name));
+    }
+
     WeatherState state;
     QWidget parent;
     VirtualClock clock;
     VirtualPauses pauses{clock};
-    WindowNotices notices(pauses);
-    SmallWindows windows(state, &parent);
-    windows.offer_to(notices);
-    state.status_message = {true, "Forced FTP upload"};
-    windows.refresh();
-    EXPECT_EQ(parent.findChild<QWidget*>("NimbryDisplay"), nullptr) << "it is opened by its name";
-    notices.show_window("NimbryDisplay");
-    QCoreApplication::processEvents();
-    auto* window = parent.findChild<QWidget*>("NimbryDisplay");
+    WindowNotices notices{pauses};
+    SmallWindows windows{state, &parent};
+};
+
+TEST(StatusMessage, StandsInAWindowThatTakesNoFocusUntilTheModelHasItGone) {
+    ByName shown;
+    shown.state.status_message = {true, "Forced FTP upload"};
+    shown.windows.refresh();
+    EXPECT_EQ(shown.parent.findChild<QWidget*>("NimbryDisplay"), nullptr) << "it is opened by its name";
+    QWidget* window = shown.show("NimbryDisplay");
     ASSERT_NE(window, nullptr);
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(window->windowTitle(), "Nimbry Status Message");
@@ -195,32 +204,22 @@ TEST(StatusMessage, StandsInAWindowThatTakesNoFocusUntilTheModelHasItGone) {
     EXPECT_TRUE(window->windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus));
     EXPECT_TRUE(window->testAttribute(Qt::WA_ShowWithoutActivating));
 
-    state.status_message.text = "Forced email send";
-    notices.show_window("NimbryDisplay");
-    QCoreApplication::processEvents();
+    shown.state.status_message.text = "Forced email send";
+    shown.show("NimbryDisplay");
     EXPECT_EQ(label(*window, "Label1"), "Forced email send");
-    state.status_message.open = false;
-    windows.refresh();
+    shown.state.status_message.open = false;
+    shown.windows.refresh();
     EXPECT_FALSE(window->isVisible());
-    notices.show_window("NimbryDisplay");
-    QCoreApplication::processEvents();
+    shown.show("NimbryDisplay");
     EXPECT_FALSE(window->isVisible()) << "its moment was over before the window came to it";
 }
 
 TEST(SyncWindow, FollowsItsTextAndClosesWhenTheModelSaysSo) {
-    WeatherState state;
-    QWidget parent;
-    VirtualClock clock;
-    VirtualPauses pauses{clock};
-    WindowNotices notices(pauses);
-    SmallWindows windows(state, &parent);
-    windows.offer_to(notices);
-    SyncProgress& model = state.network.frmSync;
+    ByName shown;
+    SyncProgress& model = shown.state.network.frmSync;
     model.open = true;
     model.Text1 = "A Nimbry server was detected at 10.0.0.1\r\n";
-    notices.show_window("frmSync");
-    QCoreApplication::processEvents();
-    auto* window = parent.findChild<QWidget*>("frmSync");
+    QWidget* window = shown.show("frmSync");
     ASSERT_NE(window, nullptr);
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(window->windowTitle(), "Nimbry Client/Server Synchronization");
@@ -230,11 +229,11 @@ TEST(SyncWindow, FollowsItsTextAndClosesWhenTheModelSaysSo) {
     EXPECT_EQ(text->toPlainText(), "A Nimbry server was detected at 10.0.0.1\n");
 
     model.Text1 += "Client is requesting a connection\r\n";
-    windows.refresh();
+    shown.windows.refresh();
     EXPECT_TRUE(text->toPlainText().endsWith("connection\n"));
     EXPECT_TRUE(text->textCursor().atEnd());
     model = {};
-    windows.refresh();
+    shown.windows.refresh();
     EXPECT_FALSE(window->isVisible());
 }
 

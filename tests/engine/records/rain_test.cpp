@@ -319,7 +319,9 @@ TEST_F(Rain, AFailedWriteIsAnErrorAndNotRepeatedInThatMinute) {
     } catch (const RunTimeError& error) {
         EXPECT_EQ(error.number, ErrorNumber::disk_full);
     }
+    world.files.forget_calls();
     EXPECT_NO_THROW(midnight_rain_file(world.copy));
+    EXPECT_TRUE(world.files.calls().empty());
 }
 
 // Since midnight.

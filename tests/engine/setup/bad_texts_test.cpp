@@ -4,7 +4,11 @@
 #include <gtest/gtest.h>
 
 #include "engine/alarms/alarms_dialog.h"
+#include "engine/displays/marquee.h"
+#include "engine/publish/internet_check.h"
+#include "engine/setup/comment_dialog.h"
 #include "engine/setup/comms_dialog.h"
+#include "engine/setup/rain_days_dialog.h"
 #include "engine/setup/units_dialog.h"
 #include "engine/sun/location_dialog.h"
 #include "tests/world/bare_copy.h"
@@ -39,7 +43,7 @@ constexpr const char* device_wrong = "The name of a serial device can not be use
 struct Field {
     const char* name;
     std::string (*accept)(test::BareCopy& world, const std::string& text);
-    const char* outcomes[kinds];
+    std::string outcomes[kinds];
 };
 
 template <class Member>
@@ -119,6 +123,28 @@ const Field fields[] = {
      },
      {address_wrong, address_wrong, address_wrong, address_wrong, address_wrong, address_wrong, address_wrong,
       address_wrong}},
+    {"comment",
+     [](test::BareCopy& world, const std::string& text) {
+         accept_comment(world.copy, Comment::second, {text});
+         return "=" + world.ini.GetSetting("Main", "WebComment2", "");
+     },
+     // Any text is one, up to its greatest length.
+     {"=<!--empty-->", "=<!--empty-->", "=abc", "=1e400", "=1,5", "=\xFC", "=" + std::string(2000, 'x'),
+      "=" + std::string(2000, '7')}},
+    {"days since rain",
+     [](test::BareCopy& world, const std::string& text) {
+         world.state.records.DaySinceRain = 3;
+         accept_rain_days(world.copy, {text, "0"});
+         return "=" + std::to_string(world.state.records.DaySinceRain);
+     },
+     // What is no number changes nothing; halves go to the even day.
+     {"=3", "=3", "=3", "=2147483647", "=2", "=3", "=3", "=2147483647"}},
+    {"amount of the last rain",
+     [](test::BareCopy& world, const std::string& text) {
+         accept_rain_days(world.copy, {"1", text});
+         return "=" + numtext(world.state.records.LastRain);
+     },
+     {"=0", "=0", "=0", "=0", "=1.5", "=0", "=0", "=0"}},
 };
 
 /// Everything that the dialogs could have changed.
@@ -138,8 +164,29 @@ TEST(BadTexts, are_taken_as_meant_or_refused_and_never_change_half_a_setting) {
             world.state.settings.Longitude = "20.000000";
             const std::string before = settings_of(world);
             EXPECT_EQ(field.accept(world, typed[n].text), field.outcomes[n]);
-            const bool refused = field.outcomes[n][0] != '=';
-            EXPECT_TRUE(!refused || settings_of(world) == before);
+            const bool refused = !field.outcomes[n].starts_with('=');
+            if (refused) EXPECT_EQ(settings_of(world), before);
+        }
+    }
+}
+
+TEST(BadTexts, of_the_internet_dialog_are_kept_as_typed_while_nothing_is_switched_on) {
+    // A key of the configuration file is read without outer blanks and up to 2047 characters.
+    const std::string read[kinds] = {
+        "", "", "abc", "1e400", "1,5", "\xFC", std::string(2047, 'x'), std::string(2047, '7')};
+    InternetDialog names;
+    const std::size_t count = dialog_controls(names).size();
+    for (std::size_t control = 0; control < count; ++control) {
+        for (std::size_t n = 0; n < kinds; ++n) {
+            InternetDialog dialog;
+            const DialogControl field = dialog_controls(dialog)[control];
+            SCOPED_TRACE(std::string(field.name) + ": " + typed[n].name);
+            if (!std::holds_alternative<std::string*>(field.value)) continue;
+            *std::get<std::string*>(field.value) = typed[n].text;
+            test::BareCopy world;
+            EXPECT_FALSE(accept_internet(world.copy, dialog));
+            const DialogControl kept = dialog_controls(world.state.publish.NimbryFTPSetup)[control];
+            EXPECT_EQ(*std::get<std::string*>(kept.value), read[n]);
         }
     }
 }
@@ -152,9 +199,12 @@ std::vector<std::string> text_fields(Dialog dialog) {
     return names;
 }
 
-TEST(BadTexts, have_no_other_field_to_go_to) {
+TEST(BadTexts, have_no_other_field_to_go_to_but_those_of_the_internet_dialog) {
     EXPECT_TRUE(text_fields(AlarmsDialog{}).empty());
     EXPECT_TRUE(text_fields(UnitsDialog{}).empty());
+    EXPECT_TRUE(text_fields(MarqueeDialog{}).empty());
+    EXPECT_EQ(text_fields(CommentDialog{}), std::vector<std::string>{"txtComment"});
+    EXPECT_EQ(text_fields(RainDaysDialog{}), (std::vector<std::string>{"txtEDSR", "txtALR"}));
     EXPECT_EQ(text_fields(LocationDialog{}),
               (std::vector<std::string>{"Text7", "Text3", "Text4", "Text8", "Text5", "Text6"}));
     EXPECT_EQ(text_fields(CommsDialog{}), (std::vector<std::string>{"SerialPort1", "SerialPort2", "SerialPort3",
