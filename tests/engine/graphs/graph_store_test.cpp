@@ -5,14 +5,12 @@
 
 #include "engine/core/exits.h"
 #include "engine/core/process_cycle.h"
-#include "engine/derived/dates.h"
-#include "engine/graphs/graph_file.h"
 #include "engine/graphs/graph_sampling.h"
 #include "engine/graphs/graph_scales.h"
 #include "engine/graphs/graph_view.h"
 #include "engine/records/load_extremes.h"
 #include "engine/setup/units_dialog.h"
-#include "tests/world/bare_copy.h"
+#include "tests/engine/graphs/stored_day.h"
 #include "tests/world/front_day.h"
 #include "tests/world/started_world.h"
 
@@ -23,38 +21,10 @@ using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// A copy that runs and has drawn, with `count` samples up to now.
-struct Store : BareCopy {
-    explicit Store(int count = 0) {
-        state.run.fullystarted = true;
-        state.readings.dtvar = clock.computer_time() - 20s;
-        setgraphscales(state);
-        for (int r = 1; r <= count; ++r) {
-            GraphRow row;
-            row.set_gtime(stamp_text(clock.computer_time() - std::chrono::minutes{count - r}));
-            row.set_gdata(series::barometer, 1000 + static_cast<float>(r % 30));
-            row.set_gdata(series::outdoor_temperature, static_cast<float>(r % 10));
-            state.graphs.rows.append(row);
-        }
-        state.graphs.GraphsDisplayed = true;
-    }
-    GraphState& graphs = state.graphs;
-    GraphRows& rows = state.graphs.rows;
-
-    void save(const char* caller = "process routine") {
-        state.run.savingrafs.set();
-        savegrafdata(copy, caller);
-        EXPECT_FALSE(state.run.savingrafs) << "on every way out";
-    }
-    [[nodiscard]] std::string file() const { return files.contents("grafdata.dat"); }
-    /// Another copy's file, as this one would have saved it.
-    [[nodiscard]] std::string saved_file() const { return graph_file_text(graphs, clock.computer_time()); }
-};
-
 // --- Saving
 
 TEST(GraphSave, writes_the_whole_store_in_one_call_and_in_place) {
-    Store store(5);
+    StoredDay store(5);
     store.save();
     EXPECT_EQ(store.file(), store.saved_file());
     ASSERT_EQ(store.files.calls().size(), 1U);
@@ -62,7 +32,7 @@ TEST(GraphSave, writes_the_whole_store_in_one_call_and_in_place) {
 }
 
 TEST(GraphSave, bears_the_computers_time_although_its_rows_bear_the_stations) {
-    Store store(5);
+    StoredDay store(5);
     store.clock.set_computer_time(*civil_time({2026, 10, 5, 18, 30, 7}));
     store.save();
     EXPECT_TRUE(store.file().starts_with("05 Oct 2026 18:30:07\r\n"));
@@ -85,7 +55,7 @@ TEST(GraphSave, needs_two_samples_a_first_train_and_a_drawing) {
     };
     for (const RefusalCase& c : cases) {
         SCOPED_TRACE(c.law);
-        Store store(c.samples);
+        StoredDay store(c.samples);
         c.spoil(store.state);
         store.save();
         EXPECT_EQ(store.files.exists("grafdata.dat"), c.saves);
@@ -93,7 +63,7 @@ TEST(GraphSave, needs_two_samples_a_first_train_and_a_drawing) {
 }
 
 TEST(GraphSave, that_fails_is_one_line_in_the_log_under_its_callers_tag) {
-    Store store(5);
+    StoredDay store(5);
     store.files.refuse("grafdata.dat", FileResult::disk_full);
     store.save("updategraphs");
     EXPECT_THAT(store.log_lines(), ElementsAre("05 Oct 2026 13:59:40 Error 61 encountered in updategraphs."));
@@ -106,7 +76,7 @@ TEST(GraphSave, that_fails_is_one_line_in_the_log_under_its_callers_tag) {
 }
 
 TEST(GraphSave, that_fails_on_a_full_disk_is_passed_over) {
-    Store store(5);
+    StoredDay store(5);
     store.files.refuse_changes(FileResult::disk_full);
     store.save();
     EXPECT_THAT(store.log_lines(), IsEmpty());
@@ -131,7 +101,7 @@ TEST(GraphSave, gives_the_last_row_a_time) {
     };
     for (const StampCase& c : cases) {
         SCOPED_TRACE(c.law);
-        Store store;
+        StoredDay store;
         for (const char* stamp : c.stamps) {
             GraphRow row;
             row.set_gtime(stamp);
@@ -145,162 +115,10 @@ TEST(GraphSave, gives_the_last_row_a_time) {
     }
 }
 
-// --- Loading
-
-TEST(GraphLoad, brings_the_day_back_with_the_time_that_passed) {
-    Store before(100);
-    const std::string file = before.saved_file();
-    Store store;
-    store.files.put("grafdata.dat", file);
-    store.clock.advance(10min);
-    loadgrafdata(store.copy);
-    EXPECT_TRUE(store.state.havegrafdata);
-    EXPECT_EQ(store.rows.windsamples(), 110);
-    EXPECT_EQ(store.rows.gtime(110), "??");
-    EXPECT_EQ(store.graphs.grafage, 10);
-}
-
-TEST(GraphLoad, draws_at_once) {
-    Store before(100);
-    Store store;
-    store.graphs.GraphsDisplayed = false;
-    store.files.put("grafdata.dat", before.saved_file());
-    loadgrafdata(store.copy);
-    EXPECT_EQ(store.graphs.draws, 1);
-    EXPECT_TRUE(store.graphs.GraphsDisplayed);
-    EXPECT_FALSE(store.graphs.grafsjustloaded);
-}
-
-TEST(GraphLoad, with_drawing_switched_off_waits_to_be_drawn) {
-    Store before(100);
-    Store store;
-    store.graphs.GraphsDisplayed = false;
-    store.state.menu.mnuDisableGraphs.checked = true;
-    store.files.put("grafdata.dat", before.saved_file());
-    loadgrafdata(store.copy);
-    EXPECT_EQ(store.graphs.draws, 0);
-    EXPECT_FALSE(store.graphs.GraphsDisplayed);
-    EXPECT_TRUE(store.graphs.grafsjustloaded);
-    EXPECT_TRUE(store.state.havegrafdata);
-}
-
-struct AbsentCase {
-    const char* law;
-    std::optional<std::string> file;
-};
-
-TEST(GraphLoad, without_a_good_file_the_store_is_empty_and_the_next_sample_starts_one) {
-    const std::string good = Store(10).saved_file();
-    const AbsentCase cases[] = {
-        {"no file", std::nullopt},
-        {"an empty one", ""},
-        {"a stale one", "04 Oct 2026 13:59:59\r\n" + good.substr(22)},
-        {"one from the future", "05 Oct 2026 14:00:01\r\n" + good.substr(22)},
-        {"a text in the date's place", "yesterday\r\n" + good.substr(22)},
-        {"a short one", good.substr(0, good.size() / 2)},
-    };
-    for (const AbsentCase& c : cases) {
-        SCOPED_TRACE(c.law);
-        Store store(20);
-        store.state.havegrafdata = true;
-        if (c.file) store.files.put("grafdata.dat", *c.file);
-        loadgrafdata(store.copy);
-        EXPECT_FALSE(store.state.havegrafdata);
-        EXPECT_EQ(store.rows.windsamples(), 0);
-        EXPECT_FALSE(store.graphs.grafsjustloaded);
-        EXPECT_EQ(store.graphs.draws, 0);
-        EXPECT_THAT(store.log_lines(), IsEmpty()) << "a bad file is nothing to report";
-        updategraphs(store.copy);
-        EXPECT_TRUE(store.state.havegrafdata);
-        EXPECT_EQ(store.rows.windsamples(), 1);
-    }
-}
-
-TEST(GraphLoad, that_finds_the_day_gone_empties_the_panes_that_showed_it) {
-    for (const bool there : {true, false}) {
-        SCOPED_TRACE(there ? "a file that has become too old" : "no file any more");
-        Store store;
-        store.files.put("grafdata.dat", Store(100).saved_file());
-        loadgrafdata(store.copy);
-        ASSERT_FALSE(store.graphs.panes[3].lines.size() == 2) << "axes alone";
-        read_graph_row(store.state, 50);
-        if (!there) store.files.take_away("grafdata.dat");
-        store.clock.advance(24h + 1s);
-        loadgrafdata(store.copy);
-        EXPECT_FALSE(store.state.havegrafdata);
-        EXPECT_EQ(store.graphs.panes[3].lines.size(), 2U) << "axes alone";
-        EXPECT_FALSE(store.graphs.marker);
-        EXPECT_EQ(store.graphs.grmax, 0);
-        EXPECT_EQ(store.graphs.grafage, 0);
-    }
-}
-
-TEST(GraphLoad, that_finds_no_day_leaves_nothing_waiting_to_be_drawn) {
-    Store store;
-    store.graphs.GraphsDisplayed = false;
-    store.state.menu.mnuDisableGraphs.checked = true;
-    store.files.put("grafdata.dat", Store(100).saved_file());
-    loadgrafdata(store.copy);
-    ASSERT_TRUE(store.graphs.grafsjustloaded);
-    store.clock.advance(25h);
-    loadgrafdata(store.copy);
-    EXPECT_FALSE(store.graphs.grafsjustloaded);
-    EXPECT_EQ(store.graphs.draws, 0);
-}
-
-TEST(GraphLoad, never_takes_the_limits_from_the_file) {
-    Store before(10);
-    before.graphs.gscale = {};
-    Store store;
-    store.files.put("grafdata.dat", before.saved_file());
-    loadgrafdata(store.copy);
-    EXPECT_TRUE(within_limits(store.graphs, series::barometer, 1013));
-    EXPECT_TRUE(within_limits(store.graphs, series::outdoor_temperature, 20));
-}
-
-TEST(GraphLoad, of_a_file_that_cannot_be_read_ends_the_program_under_its_tag) {
-    Store store;
-    store.files.put("grafdata.dat", "x");
-    store.files.refuse("grafdata.dat", FileResult::permission);
-    try {
-        loadgrafdata(store.copy);
-        FAIL() << "nothing was thrown";
-    } catch (const UnrecoverableError& error) {
-        EXPECT_EQ(error.number, ErrorNumber::permission);
-        EXPECT_EQ(error.tag, "loadgrafdata");
-    }
-}
-
-TEST(GraphLoad, happens_at_the_start_and_again_with_the_first_trains) {
-    const std::string file = Store(100).saved_file();
-    World world;
-    world.files.put("Nimbry.ini", main_section());
-    world.files.put("grafdata.dat", file);
-    world.start();
-    EXPECT_TRUE(world.state().havegrafdata);
-    EXPECT_EQ(world.state().graphs.rows.windsamples(), 100) << "before any data";
-    EXPECT_GT(world.state().graphs.draws, 0);
-    world.run_for(10min);
-    world.send_train();
-    EXPECT_EQ(world.state().graphs.rows.windsamples(), 100);
-    world.send_train();
-    EXPECT_EQ(world.state().graphs.rows.windsamples(), 110) << "aged by the time it waited for data";
-}
-
-TEST(GraphLoad, lets_the_status_label_say_so) {
-    const std::string file = Store(100).saved_file();
-    World world;
-    world.files.put("Nimbry.ini", main_section());
-    world.files.put("grafdata.dat", file);
-    world.start();
-    world.send_train();
-    EXPECT_EQ(world.panel().lblStatus.text, "Current Conditions");
-}
-
 // --- Reset
 
 TEST(GraphReset, asks_first) {
-    Store store(100);
+    StoredDay store(100);
     resetgraphs(store.copy);
     ASSERT_EQ(store.notices.boxes.size(), 1U);
     const MessageBox& box = store.notices.boxes[0].what;
@@ -313,7 +131,7 @@ TEST(GraphReset, asks_first) {
 }
 
 TEST(GraphReset, on_yes_empties_everything_and_draws) {
-    Store store(100);
+    StoredDay store(100);
     store.save();
     store.state.havegrafdata = true;
     store.state.readings.wstempsng = 12;
@@ -339,7 +157,7 @@ TEST(GraphReset, on_yes_empties_everything_and_draws) {
 }
 
 TEST(GraphReset, goes_on_taking_samples) {
-    Store store(100);
+    StoredDay store(100);
     store.state.panel.Text2[4].text = " 1013 mB";
     store.notices.will_answer(Answer::yes);
     resetgraphs(store.copy);
@@ -349,7 +167,7 @@ TEST(GraphReset, goes_on_taking_samples) {
 }
 
 TEST(GraphReset, without_a_file_there_is_none_to_delete) {
-    Store store(100);
+    StoredDay store(100);
     store.notices.will_answer(Answer::yes);
     resetgraphs(store.copy);
     EXPECT_THAT(store.files.calls(), IsEmpty());
@@ -374,7 +192,7 @@ TEST(GraphUnits, a_reload_after_a_change_of_units_empties_the_store) {
 }
 
 TEST(GraphUnits, accepted_in_their_dialog_draw_at_once_on_their_own_scale) {
-    Store store(3);
+    StoredDay store(3);
     drawgraph(store.state);
     const int draws = store.graphs.draws;
     UnitsDialog dialog = units_dialog(store.state.settings);
@@ -388,7 +206,7 @@ TEST(GraphUnits, accepted_in_their_dialog_draw_at_once_on_their_own_scale) {
 }
 
 TEST(GraphUnits, until_then_the_samples_keep_their_numbers_on_the_new_scale) {
-    Store store(3);
+    StoredDay store(3);
     store.state.settings.fBarinhg = store.state.settings.fTempF = true;
     store.state.units = units_from(store.state.settings);
     setgraphscales(store.state);
@@ -425,7 +243,7 @@ TEST(GraphSave, that_fails_at_the_exit_is_logged_and_the_program_goes) {
 }
 
 TEST(GraphSave, comes_with_the_thirtieth_cycle) {
-    Store store(5);
+    StoredDay store(5);
     store.state.run.firstrun = false;
     store.state.run.SaveCounter = 29;
     processcycle(store.copy);
