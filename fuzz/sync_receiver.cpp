@@ -114,9 +114,10 @@ std::vector<std::string> sliced(const std::string& whole, Input& slices) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::span<const std::uint8_t> all(data, size);
     Input input(data, size);
     const std::vector<Answer> answers = conversation_of(input);
-    const auto second_half = std::span(data, size).subspan(size / 2);
+    const auto second_half = all.subspan(size / 2);
     Input slices(second_half.data(), second_half.size());
 
     std::vector<std::vector<std::string>> separate;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "engine/alarms/alarms_dialog.h"
+#include "engine/derived/number_text.h"
 #include "engine/displays/marquee.h"
 #include "engine/publish/internet_check.h"
 #include "engine/setup/comment_dialog.h"
@@ -165,7 +166,9 @@ TEST(BadTexts, are_taken_as_meant_or_refused_and_never_change_half_a_setting) {
             const std::string before = settings_of(world);
             EXPECT_EQ(field.accept(world, typed[n].text), field.outcomes[n]);
             const bool refused = !field.outcomes[n].starts_with('=');
-            if (refused) EXPECT_EQ(settings_of(world), before);
+            if (refused) {
+                EXPECT_EQ(settings_of(world), before);
+            }
         }
     }
 }
