@@ -51,7 +51,7 @@ public:
 
     explicit operator bool() const { return set_; }
 
-    /// For the flags that one routine sets and another clears (`dworkingb`, `changebusy`, `savingrafs`).
+    /// For the flags that one routine sets and another clears (`dworkingb`, `changebusy`).
     void set() { set_ = true; }
     void clear() { set_ = false; }
 

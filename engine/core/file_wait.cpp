@@ -41,11 +41,8 @@ void wait_until_free(Copy& copy, const std::string& name) {
     copy.ports.pauses.wait_until(is_free);
 }
 
-void save_first(Copy& copy, const std::string& what, BusyFlag& saving, const std::function<void()>& save) {
-    if (!saving) {
-        saving.set();
-        save();
-    }
+void save_first(Copy& copy, const std::string& what, const BusyFlag& saving, const std::function<void()>& save) {
+    if (!saving) save();
     wait_for(copy, what, [&] { return !saving; });
 }
 

@@ -18,8 +18,8 @@ void wait_for(Copy& copy, const std::string& what, const std::function<bool()>& 
 /// line goes to the program log.
 void wait_until_free(Copy& copy, const std::string& name);
 
-/// Runs a save unless it is under way already, and returns when it has ended, one way or the other. `saving`, its flag
-/// of the name `what`, is set for it; the save clears it on every way out.
-void save_first(Copy& copy, const std::string& what, BusyFlag& saving, const std::function<void()>& save);
+/// Runs a save unless it is under way already, and returns when it has ended, one way or the other. The save holds
+/// `saving`, its flag of the name `what`, as long as it works.
+void save_first(Copy& copy, const std::string& what, const BusyFlag& saving, const std::function<void()>& save);
 
 }  // namespace nimbry

@@ -49,10 +49,8 @@ void save_every_thirtieth_cycle(Copy& copy) {
     if (!run.firstrun && run.SaveCounter >= cycles_between_saves) {
         ++run.SaveRounds;
         run.SaveCounter = 0;
-        run.tdaysaving.set();
         SaveExtremes(copy);
         forget_alarms(copy.state.alarms);
-        run.savingrafs.set();
         savegrafdata(copy, "process routine");
     }
     if (run.SaveRounds > rounds_between_alarm_mails) {

@@ -81,7 +81,6 @@ void updategraphs(Copy& copy) {
         copy.state.graphs.Intensity = 0;
         store_sample(copy.state);
         show_highest_gust(copy.state);
-        copy.state.run.savingrafs.set();
         savegrafdata(copy, "updategraphs");
         midnight_rain_file(copy);
         rain_since_midnight(copy);

@@ -50,6 +50,7 @@ void loadgrafdata(Copy& copy) {
 }
 
 void savegrafdata(Copy& copy, std::string_view caller) {
+    copy.state.run.savingrafs.set();
     const BusyFlag::Held saving(copy.state.run.savingrafs);
     GraphState& graphs = copy.state.graphs;
     if (graphs.rows.windsamples() < 2 || !copy.state.run.fullystarted || !graphs.GraphsDisplayed) return;

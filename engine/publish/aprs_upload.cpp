@@ -10,6 +10,7 @@
 #include "engine/publish/aprs_packet.h"
 #include "engine/publish/last_run.h"
 #include "engine/publish/red_button.h"
+#include "engine/publish/server_settings.h"
 #include "engine/publish/weather_query.h"
 #include "engine/reports/genuiview.h"
 
@@ -19,7 +20,6 @@ namespace {
 constexpr Milliseconds connect_limit{20000}, answer_limit{10000};
 constexpr Milliseconds after_failure{100}, after_connect{1000}, before_packet{1000}, before_close{1500};
 constexpr std::size_t most_received = 65536;
-constexpr int highest_port = 65535;
 
 /// One of the two servers.
 struct Server {

@@ -14,6 +14,7 @@
 #include "engine/publish/mail_address.h"
 #include "engine/publish/mail_body.h"
 #include "engine/publish/published_files.h"
+#include "engine/publish/server_settings.h"
 #include "engine/records/auto_report.h"
 #include "engine/reports/genhtml.h"
 #include "engine/reports/resolvtag.h"
@@ -23,7 +24,7 @@ namespace {
 
 constexpr const char* sender_name = "Nimbry_Automatic_Weather_Email";
 constexpr std::uint16_t usual_port = 25;
-constexpr int highest_port = 65535;
+constexpr EncryptionWords encryption_words{"starttls", "tls"};
 
 /// `emailbusy`, and the setup windows locked, for as long as it lives.
 class MailUnderWay {
@@ -63,20 +64,9 @@ bool put_off(WeatherState& state) {
     return true;
 }
 
-std::uint16_t port_of(const InternetDialog& settings) {
-    const int port = whole_number(settings.MailPort);
-    return port < 1 || port > highest_port ? usual_port : static_cast<std::uint16_t>(port);
-}
-
-Encryption encryption_of(const InternetDialog& settings) {
-    const std::string word = lower_case(trimmed(settings.MailSecurity));
-    if (word == "starttls") return Encryption::explicit_tls;
-    return word == "tls" ? Encryption::implicit_tls : Encryption::none;
-}
-
 std::vector<MailAttachment> attachments(Copy& copy, const std::string& list) {
     std::vector<MailAttachment> found;
-    for (const std::string& name : list_items(list)) {
+    for (const std::string& name : list_items(list, ';')) {
         if (copy.ports.files.exists(name)) {
             found.push_back({fnamesplit(name), copy.ports.files.path(name)});
         } else {
@@ -91,8 +81,8 @@ Mail addressed(Copy& copy, const MadeMail& made) {
     const auto tag = [&](const char* name) { return resolvtag(copy, name); };
     Mail mail;
     mail.server = trimmed(settings.MailServer);
-    mail.port = port_of(settings);
-    mail.encryption = encryption_of(settings);
+    mail.port = port_of(settings.MailPort, usual_port);
+    mail.encryption = encryption_of(settings.MailSecurity, encryption_words);
     mail.user = trimmed(settings.MailUser);
     if (!mail.user.empty()) mail.password = settings.MailPass;
     mail.from_name = sender_name;

@@ -3,22 +3,13 @@
 #include <algorithm>
 
 #include "engine/derived/number_text.h"
+#include "engine/publish/server_settings.h"
 
 namespace nimbry {
 
-std::vector<std::string> list_items(std::string_view list) {
-    std::vector<std::string> items;
-    while (!list.empty()) {
-        const std::size_t end = std::min(list.find(';'), list.size());
-        if (std::string item = trimmed(list.substr(0, end)); !item.empty()) items.push_back(std::move(item));
-        list.remove_prefix(std::min(end + 1, list.size()));
-    }
-    return items;
-}
-
 std::vector<std::string> mail_addresses(std::string_view list) {
     if (lower_case(trimmed(list)) == "null") return {};
-    return list_items(list);
+    return list_items(list, ';');
 }
 
 bool IsValidEmail(std::string_view address) {

@@ -6,10 +6,7 @@
 
 namespace nimbry {
 
-/// The items of a list joined by ";", without outer blanks and without empty ones.
-[[nodiscard]] std::vector<std::string> list_items(std::string_view list);
-
-/// The addresses of such a list; none for the word "null" in any case, which stands for none.
+/// The addresses of a list joined by ";"; none for the word "null" in any case, which stands for none.
 [[nodiscard]] std::vector<std::string> mail_addresses(std::string_view list);
 
 /// True for what can be one mail address: one "@" with something before it, a host with at least one inner dot behind

@@ -14,6 +14,7 @@
 #include "engine/publish/ftp_status_text.h"
 #include "engine/publish/ftp_watchdog.h"
 #include "engine/publish/published_files.h"
+#include "engine/publish/server_settings.h"
 #include "engine/reports/page_names.h"
 #include "engine/reports/user_files.h"
 
@@ -23,30 +24,9 @@ namespace {
 constexpr Milliseconds before_each_step{50};
 // How often what the server has said is looked at during a wait.
 constexpr Milliseconds listening_interval{250};
-constexpr int usual_port = 21, highest_port = 65535;
+constexpr std::uint16_t usual_port = 21;
+constexpr EncryptionWords encryption_words{"explicit", "implicit"};
 constexpr const char* list_file = "NBYFiles.txt";
-
-std::uint16_t port_of(const std::string& setting) {
-    const int port = whole_number(setting);
-    return static_cast<std::uint16_t>(port < 1 || port > highest_port ? usual_port : port);
-}
-
-Encryption encryption_of(const std::string& setting) {
-    const std::string word = lower_case(trimmed(setting));
-    if (word == "explicit") return Encryption::explicit_tls;
-    return word == "implicit" ? Encryption::implicit_tls : Encryption::none;
-}
-
-/// The pieces of a text between commas, trimmed, without the empty ones.
-std::vector<std::string> pieces(std::string_view text) {
-    std::vector<std::string> list;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find(','), text.size());
-        if (std::string piece = trimmed(text.substr(0, end)); !piece.empty()) list.push_back(std::move(piece));
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return list;
-}
 
 /// One upload. Its steps say whether it goes on.
 class Upload {
@@ -68,12 +48,12 @@ private:
         state_.FtpConnectFailed = state_.FtpConnected = false;
         enable_panel_buttons(copy_.state, false);
         session_->connect({.host = trimmed(settings_.FTPServer),
-                           .port = port_of(copy_.state.settings.FTPPort),
+                           .port = port_of(copy_.state.settings.FTPPort, usual_port),
                            .user = settings_.FTPUser,
                            .password = settings_.FTPPass,
                            .directory = directory,
                            .active = settings_.FTPact,
-                           .encryption = encryption_of(settings_.FTPSecurity)});
+                           .encryption = encryption_of(settings_.FTPSecurity, encryption_words)});
         if (!wait()) return false;
         status_event(copy_, session_->end().status);
         stop_watchdog(copy_);
@@ -139,7 +119,7 @@ private:
         // Kept on purpose: counted from 0, so the first upload has none of them; with 3 it is the second, fifth,
         // eighth.
         if (uploads > std::max(whole_number(settings_.UploadCount), 1)) uploads = 1;
-        if (uploads == 1 && !send_all(pieces(settings_.Additional_Files))) return false;
+        if (uploads == 1 && !send_all(list_items(settings_.Additional_Files, ','))) return false;
         ++uploads;
         return true;
     }

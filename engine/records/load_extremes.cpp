@@ -153,10 +153,7 @@ void reload_in_new_units(Copy& copy) {
     WeatherState& state = copy.state;
     RecordsState& records = state.records;
     records.unitschanged = false;
-    record_step(copy, [&] {
-        state.run.tdaysaving.set();
-        SaveExtremes(copy);
-    });
+    record_step(copy, [&] { SaveExtremes(copy); });
     const TodayRecord today{records.day, state.rain.raintoday, records.DaySinceRain, records.LastRain};
     const float rainatchange = state.rain.rainatchange;
     resetextremes(copy, true);

@@ -6,6 +6,7 @@
 namespace nimbry {
 
 void SaveExtremes(Copy& copy) {
+    copy.state.run.tdaysaving.set();
     const BusyFlag::Held saving(copy.state.run.tdaysaving);
     const WeatherState& state = copy.state;
     const RecordsState& records = state.records;

@@ -4,8 +4,8 @@
 
 namespace nimbry {
 
-/// Writes the extremes of the day to their file. The caller has set `tdaysaving`; it is clear again on every way out,
-/// also when there is nothing to write yet. May wait.
+/// Writes the extremes of the day to their file, unless there is nothing to write yet; `tdaysaving` is set meanwhile.
+/// May wait.
 void SaveExtremes(Copy& copy);
 
 }  // namespace nimbry

@@ -43,10 +43,7 @@ void accept_rain_days(Copy& copy, const RainDaysDialog& dialog) {
     records.DaySinceRain = whole_days(Val(repcomma(dialog.txtEDSR)));
     records.LastRain = amount_in(dialog.txtALR);
     show_rain_days(copy.state);
-    record_step(copy, [&] {
-        copy.state.run.tdaysaving.set();
-        SaveExtremes(copy);
-    });
+    record_step(copy, [&] { SaveExtremes(copy); });
 }
 
 }  // namespace nimbry

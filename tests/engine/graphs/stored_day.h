@@ -32,7 +32,6 @@ struct StoredDay : BareCopy {
     GraphRows& rows = state.graphs.rows;
 
     void save(const char* caller = "process routine") {
-        state.run.savingrafs.set();
         savegrafdata(copy, caller);
         EXPECT_FALSE(state.run.savingrafs) << "on every way out";
     }

@@ -138,7 +138,6 @@ TEST_F(LoadExtremes, TodaysBlankBoxesFillWithTheirOwnReadings) {
 TEST_F(LoadExtremes, TodaysFileIsWrittenInPlaceAndTheMarkFalls) {
     second_train();
     days.world.files.forget_calls();
-    state().run.tdaysaving.set();
     SaveExtremes(days.world.copy());
     ASSERT_EQ(days.world.files.calls().size(), 1U);
     EXPECT_EQ(days.world.files.calls()[0].operation, "rewrite");
@@ -149,7 +148,6 @@ TEST_F(LoadExtremes, TodaysFileIsWrittenInPlaceAndTheMarkFalls) {
 TEST_F(LoadExtremes, WithoutADateNothingIsWrittenAndTheMarkFalls) {
     second_train();
     state().log_fields.logdate.clear();
-    state().run.tdaysaving.set();
     SaveExtremes(days.world.copy());
     EXPECT_FALSE(days.world.files.exists("nimbrTDay.log"));
     EXPECT_FALSE(state().run.tdaysaving);
@@ -158,7 +156,6 @@ TEST_F(LoadExtremes, WithoutADateNothingIsWrittenAndTheMarkFalls) {
 TEST_F(LoadExtremes, AFailedSaveLetsTheMarkFallToo) {
     second_train();
     days.world.files.refuse("nimbrTDay.log", FileResult::disk_full);
-    state().run.tdaysaving.set();
     EXPECT_THROW(SaveExtremes(days.world.copy()), RunTimeError);
     EXPECT_FALSE(state().run.tdaysaving);
 }
