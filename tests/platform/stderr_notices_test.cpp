@@ -18,11 +18,7 @@ TEST(NoticeLine, TitleAndTextAreOneLineHoweverTheTextEndsItsLines) {
         {"CR alone", "one\rtwo", "Nimbry: one / two"},
         {"an empty line between", "one\r\n\r\ntwo", "Nimbry: one /  / two"},
         {"a line end at the end", "one\r\n", "Nimbry: one / "},
-        {"the degree sign, for a terminal",
-         "+9.8 \xB0"
-         "C",
-         "Nimbry: +9.8 \xC2\xB0"
-         "C"},
+        {"the degree sign, for a terminal", "+9.8 \260C", "Nimbry: +9.8 \xC2\260C"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);

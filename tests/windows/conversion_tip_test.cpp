@@ -112,17 +112,13 @@ TEST_F(Conversions, OneReplacesTheOther) {
 TEST_F(Conversions, ItFollowsTheReadingWhileItShows) {
     hover("Text2_0");
     state.readings.rawostemp = "+13.0";
-    state.panel.Text2[0].text =
-        "+13 \xB0"
-        "C";
+    state.panel.Text2[0].text = "+13 \260C";
     form->refresh();
     EXPECT_EQ(label("Label2"), QStringLiteral("+13 \u00B0C\n+55.4 \u00B0F"));
     state.panel.Text2[0].text = "Error";
     form->refresh();
     EXPECT_EQ(tip->shown_at(), nullptr) << "there is nothing to tell any more";
-    state.panel.Text2[0].text =
-        "+13 \xB0"
-        "C";
+    state.panel.Text2[0].text = "+13 \260C";
     hover("Text2_0");
     state.menu.mnuCpop.checked = false;
     form->refresh();

@@ -31,9 +31,7 @@ TEST(Form1AsAWindow, BearsTheCaptionOfTheModel) {
     reset_main_panel(state);
     Form1 form(state, {});
     EXPECT_EQ(form.windowTitle(), "Nimbry 2.02 - WM-918 Weather Monitoring");
-    state.window.caption =
-        "+9.8 \xB0"
-        "C : 93 %";
+    state.window.caption = "+9.8 \260C : 93 %";
     form.refresh();
     EXPECT_EQ(form.windowTitle(), QStringLiteral("+9.8 \u00B0C : 93 %"));
 }

@@ -177,9 +177,7 @@ TEST(FullTip, IsTheTipAndBelowItTheBalloon) {
     EXPECT_EQ(windows::full_tip(box), QString());
     box.tip = "The current outdoor temperature";
     EXPECT_EQ(windows::full_tip(box), "The current outdoor temperature");
-    box.balloon =
-        "Temperature -0 \xB0"
-        "C";
+    box.balloon = "Temperature -0 \260C";
     EXPECT_EQ(windows::full_tip(box), QStringLiteral("The current outdoor temperature\nTemperature -0 \u00B0C"));
     box.tip.clear();
     EXPECT_EQ(windows::full_tip(box), QStringLiteral("Temperature -0 \u00B0C"));
@@ -318,14 +316,10 @@ TEST(Form1, PaintsSeveralChangesInOneFrame) {
     form.show();
     QApplication::processEvents();
     auto* box = widget<ValueBox>(form, "Text2(0)");
-    state.panel.Text2[0].text =
-        "+1 \xB0"
-        "C";
+    state.panel.Text2[0].text = "+1 \260C";
     form.state_changed();
     EXPECT_EQ(box->text(), QStringLiteral("+12.6 \u00B0C")) << "not from inside the event";
-    state.panel.Text2[0].text =
-        "+2 \xB0"
-        "C";
+    state.panel.Text2[0].text = "+2 \260C";
     form.state_changed();
     EXPECT_TRUE(QTest::qWaitFor([&] { return box->text() == QStringLiteral("+2 \u00B0C"); }));
     EXPECT_EQ(form.refresh(), 0);

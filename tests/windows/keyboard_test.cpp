@@ -100,9 +100,7 @@ TEST_F(Keyboard, CtrlCCopiesTheText) {
 
 TEST_F(Keyboard, SpaceShowsTheTipAndEscClosesIt) {
     state.menu.mnuCpop.checked = false;
-    state.panel.Text2[0].balloon =
-        "Temperature +12.6 \xB0"
-        "C";
+    state.panel.Text2[0].balloon = "Temperature +12.6 \260C";
     form->refresh();
     focus("Text2_0");
     press(Qt::Key_Space);

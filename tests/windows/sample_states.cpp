@@ -33,25 +33,17 @@ void fill_with_a_plain_day(WeatherState& state) {
         {"TxtTime", "14:26:41"},
         {"TxtDate", "Oct  5"},
         {"TxtForecast", "Partly Cloudy"},
-        {"Text2(0)",
-         "+12.6 \xB0"
-         "C"},
-        {"Text2(1)",
-         "+8.1 \xB0"
-         "C"},
+        {"Text2(0)", "+12.6 \260C"},
+        {"Text2(1)", "+8.1 \260C"},
         {"Text2(2)", "74 %"},
         {"Text2(3)", " 11.2 km/h"},
         {"Text2(4)", " 1016 mB"},
         {"Text2(5)", " 0 mm/hour"},
         {"Text2(6)", " 23.8 km/h"},
         {"Text2(7)", "Gust 225\xB0"},
-        {"Text2(8)",
-         "+21.4 \xB0"
-         "C"},
+        {"Text2(8)", "+21.4 \260C"},
         {"Text2(9)", "48 %"},
-        {"TxtWindChill",
-         "+10.2 \xB0"
-         "C"},
+        {"TxtWindChill", "+10.2 \260C"},
         {"TxtHeatInd", "n.a."},
         {"TxtWinDir", "Avg. 240\xB0"},
         {"TxtWindGLH", " 31.3 km/h"},
@@ -60,36 +52,24 @@ void fill_with_a_plain_day(WeatherState& state) {
         {"TxtRainToday", " 3 mm"},
         {"TxtRainYest", " 11 mm"},
         {"TxtRainTot", " 827 mm"},
-        {"TxtTempMax",
-         "+13.1 \xB0"
-         "C at 13:48"},
-        {"TxtTempMin",
-         "+6.4 \xB0"
-         "C at 05:52"},
+        {"TxtTempMax", "+13.1 \260C at 13:48"},
+        {"TxtTempMin", "+6.4 \260C at 05:52"},
         {"TxtHumMax", "93 % at 06:10"},
         {"TxtHumMin", "71 % at 14:02"},
         {"TxtGustMax", " 38.5 km/h, 231\xB0 at 11:17"},
         {"TxtRainMax", " 6 mm/hour at 09:41"},
         {"TxtBarMax", " 1019 mB at 00:31"},
         {"TxtBarMin", " 1016 mB at 14:20"},
-        {"TxtYTempMax",
-         "+14.9 \xB0"
-         "C at 15:07"},
-        {"TxtYTempMin",
-         "+8.8 \xB0"
-         "C at 23:59"},
+        {"TxtYTempMax", "+14.9 \260C at 15:07"},
+        {"TxtYTempMin", "+8.8 \260C at 23:59"},
         {"TxtYHumMax", "97 % at 04:30"},
         {"TxtYHumMin", "63 % at 15:10"},
         {"TxtYGustMax", " 52.2 km/h, 270\xB0 at 17:44"},
         {"TxtYRainMax", " 14 mm/hour at 19:03"},
         {"TxtYBarMax", " 1021 mB at 09:02"},
         {"TxtYBarMin", " 1012 mB at 18:55"},
-        {"TxtOShi",
-         "+34.2 \xB0"
-         "C at 15:20 on 19  Jul"},
-        {"TxtOSLo",
-         "-11.7 \xB0"
-         "C at 06:48 on 08  Jan"},
+        {"TxtOShi", "+34.2 \260C at 15:20 on 19  Jul"},
+        {"TxtOSLo", "-11.7 \260C at 06:48 on 08  Jan"},
         {"TxtOsHumHi", "100 % at 07:15 on 02  Feb"},
         {"TxtOsHumLo", "19 % at 16:31 on 24  Apr"},
         {"TxtWindHiG", " 88.6 km/h, 275\xB0 at 03:17 on 15 Mar"},
@@ -119,28 +99,18 @@ void fill_with_long_texts(WeatherState& state) {
     state.settings.AddOneHour = true;
     set_changeover_captions(state.panel, state.settings);
     const Text texts[]{
-        {"Text2(0)",
-         "-104.8 \xB0"
-         "F"},
-        {"Text2(1)",
-         "-104.8 \xB0"
-         "F"},
+        {"Text2(0)", "-104.8 \260F"},
+        {"Text2(1)", "-104.8 \260F"},
         {"Text2(2)", "100 %"},
         {"Text2(3)", " 123.4 km/h"},
         {"Text2(4)", " 30.04 In.Hg"},
         {"Text2(5)", " 998.9 mm/hour"},
         {"Text2(6)", " 123.4 km/h"},
         {"Text2(7)", "Gust 337\xB0"},
-        {"Text2(8)",
-         "+104.8 \xB0"
-         "F"},
+        {"Text2(8)", "+104.8 \260F"},
         {"Text2(9)", "100 %"},
-        {"TxtWindChill",
-         "-104.8 \xB0"
-         "F"},
-        {"TxtHeatInd",
-         "+104.8 \xB0"
-         "F"},
+        {"TxtWindChill", "-104.8 \260F"},
+        {"TxtHeatInd", "+104.8 \260F"},
         {"TxtWinDir", "Avg. 337\xB0"},
         {"TxtWindGLH", " 123.4 km/h"},
         {"TxtRainLH", " 123.45 mm"},
@@ -202,45 +172,21 @@ void open_menus(WeatherState& state) {
 
 void fill_additional_data(WeatherState& state) {
     const Text texts[]{
-        {"txtWetBulb",
-         "+10.2 \xB0"
-         "C"},
-        {"txtWBDep",
-         "2.4 \xB0"
-         "C"},
+        {"txtWetBulb", "+10.2 \260C"},
+        {"txtWBDep", "2.4 \260C"},
         {"txtCloudBase", "562 meters. (1844 feet)"},
-        {"txtMaxDew",
-         "+8.9 \xB0"
-         "C at 13:10"},
-        {"txtMinDew",
-         "+4.1 \xB0"
-         "C at 05:40"},
-        {"txtMinWC",
-         "+3.2 \xB0"
-         "C at 05:45"},
+        {"txtMaxDew", "+8.9 \260C at 13:10"},
+        {"txtMinDew", "+4.1 \260C at 05:40"},
+        {"txtMinWC", "+3.2 \260C at 05:45"},
         {"txtMaxHI", "- No Valid Data -"},
-        {"txtMaxInTemp",
-         "+21.6 \xB0"
-         "C at 12:31"},
-        {"txtMinInTemp",
-         "+18.4 \xB0"
-         "C at 06:58"},
-        {"txtYMaxDew",
-         "+10.3 \xB0"
-         "C at 16:20"},
-        {"txtYMinDew",
-         "+5.5 \xB0"
-         "C at 23:41"},
-        {"txtYMinWC",
-         "+6.0 \xB0"
-         "C at 23:58"},
+        {"txtMaxInTemp", "+21.6 \260C at 12:31"},
+        {"txtMinInTemp", "+18.4 \260C at 06:58"},
+        {"txtYMaxDew", "+10.3 \260C at 16:20"},
+        {"txtYMinDew", "+5.5 \260C at 23:41"},
+        {"txtYMinWC", "+6.0 \260C at 23:58"},
         {"txtYMaxHI", "- No Valid Data -"},
-        {"txtYMaxInTemp",
-         "+22.3 \xB0"
-         "C at 18:12"},
-        {"txtYMinInTemp",
-         "+18.9 \xB0"
-         "C at 07:03"},
+        {"txtYMaxInTemp", "+22.3 \260C at 18:12"},
+        {"txtYMinInTemp", "+18.9 \260C at 07:03"},
         {"txtDSR", "0"},
         {"txtAmtLastRain", "3 mm"},
         {"txtRainDays", "2"},
@@ -265,15 +211,11 @@ void fill_additional_data(WeatherState& state) {
 void fill_additional_data_with_long_texts(WeatherState& state) {
     fill_additional_data(state);
     for (const char* box : {"txtMaxDew", "txtMinDew", "txtMinWC", "txtMaxHI", "txtMaxInTemp", "txtMinInTemp"})
-        find_box(state, box)->text =
-            "-104.8 \xB0"
-            "F at 23:59";
+        find_box(state, box)->text = "-104.8 \260F at 23:59";
     for (const char* box : {"txtYMaxDew", "txtYMinDew", "txtYMinWC", "txtYMaxHI"})
         find_box(state, box)->text = "- No data available yet -";
     const Text texts[]{
-        {"txtWetBulb",
-         "-104.8 \xB0"
-         "F"},
+        {"txtWetBulb", "-104.8 \260F"},
         {"txtCloudBase", "12345 meters. (40502 feet)"},
         {"txtYMaxInTemp", "- No Data Available -"},
         {"txtYMinInTemp", "- No Valid Data -"},

@@ -241,9 +241,7 @@ TEST(ProgramLogWindow, ShowsTheLogAndSearchesIt) {
     WeatherState state;
     QWidget parent;
     SmallWindows windows(state, &parent);
-    windows.show_file("nbyprog.log",
-                      "05 Oct 2026 14:00:10 one\r\n05 Oct 2026 14:00:20 +4 \xB0"
-                      "C two\r\n");
+    windows.show_file("nbyprog.log", "05 Oct 2026 14:00:10 one\r\n05 Oct 2026 14:00:20 +4 \260C two\r\n");
     auto* text = parent.findChild<QPlainTextEdit*>("Text1");
     ASSERT_NE(text, nullptr);
     EXPECT_EQ(text->toPlainText(), QStringLiteral("05 Oct 2026 14:00:10 one\n05 Oct 2026 14:00:20 +4 \u00B0C two\n"));

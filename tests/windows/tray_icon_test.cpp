@@ -104,10 +104,7 @@ TEST_F(Tray, TellsANoticeWithThePictureOfItsKind) {
                      });
     for (const NoticeCase& c : cases) {
         SCOPED_TRACE(c.code);
-        icon.message({.title = "Frost",
-                      .text = "-0.4 \xB0"
-                              "C\r\nat 7:00",
-                      .icon = c.code});
+        icon.message({.title = "Frost", .text = "-0.4 \260C\r\nat 7:00", .icon = c.code});
         EXPECT_EQ(texts, (QStringList{"Frost", QStringLiteral("-0.4 \u00B0C\nat 7:00")}));
         EXPECT_EQ(shown, c.icon);
         EXPECT_EQ(time, 5000);

@@ -25,7 +25,7 @@ namespace nimbry::test {
 ///     world.files.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\n");
 ///     world.start();
 ///     world.send_train();                       // the station's usual readings, at its clock's usual time
-///     EXPECT_EQ(world.panel().Text2[0].text, "+12.3 \xB0""C");
+///     EXPECT_EQ(world.panel().Text2[0].text, "+12.3 \260C");
 ///
 /// The Engine is driven exactly as a program drives it: every event in a conversation of its own, wake() at wake_at().
 class World {

@@ -179,26 +179,10 @@ TEST(ThresholdText, IsInTheUnitOfDisplay) {
     settings.fTempF = settings.fBarinhg = settings.fRainin = true;
     const Units other = units_from(settings);
     for (const TextCase& c : {
-             TextCase{AlarmQuantity::temperature, 37.8F,
-                      "37.8 \xB0"
-                      "C",
-                      "100 \xB0"
-                      "F"},  // 100.04
-             TextCase{AlarmQuantity::temperature, -17.8F,
-                      "-17.8 \xB0"
-                      "C",
-                      "0 \xB0"
-                      "F"},  // -0.04
-             TextCase{AlarmQuantity::temperature, -40,
-                      "-40 \xB0"
-                      "C",
-                      "-40 \xB0"
-                      "F"},
-             TextCase{AlarmQuantity::temperature, 0,
-                      "0 \xB0"
-                      "C",
-                      "32 \xB0"
-                      "F"},
+             TextCase{AlarmQuantity::temperature, 37.8F, "37.8 \260C", "100 \260F"},  // 100.04
+             TextCase{AlarmQuantity::temperature, -17.8F, "-17.8 \260C", "0 \260F"},  // -0.04
+             TextCase{AlarmQuantity::temperature, -40, "-40 \260C", "-40 \260F"},
+             TextCase{AlarmQuantity::temperature, 0, "0 \260C", "32 \260F"},
              TextCase{AlarmQuantity::humidity, 95, "95 %", "95 %"},
              TextCase{AlarmQuantity::barometer, 1030, "1030 HPA", "30.41 In.Hg"},  // 30.4146
              TextCase{AlarmQuantity::barometer, 995, "995 HPA", "29.38 In.Hg"},    // 29.3811
@@ -206,11 +190,7 @@ TEST(ThresholdText, IsInTheUnitOfDisplay) {
              TextCase{AlarmQuantity::rain_rate, 0, "0 mm/Hr", "0 In./Hr"},
              TextCase{AlarmQuantity::rain, 25, "25 mm", "0.98 In."},       // 0.9843
              TextCase{AlarmQuantity::rain, 1000, "1000 mm", "39.37 In."},  // 39.3701
-             TextCase{AlarmQuantity::temperature, 1e9F,
-                      "1000000000 \xB0"
-                      "C",
-                      "1800000000 \xB0"
-                      "F"},
+             TextCase{AlarmQuantity::temperature, 1e9F, "1000000000 \260C", "1800000000 \260F"},
          }) {
         EXPECT_EQ(threshold_text(c.quantity, c.threshold, metric), c.metric);
         EXPECT_EQ(threshold_text(c.quantity, c.threshold, other), c.other);

@@ -32,9 +32,7 @@ TEST_F(PanelTableTest, ReadingsStandBesideTheirCaptionsInColumns) {
     panel.TxtTime.text = "14:00:10";
     panel.TxtDate.text = "Oct  5";
     panel.lblStatus.text = "Current Conditions";
-    panel.Text2[0].text =
-        "+12.3 \xB0"
-        "C";
+    panel.Text2[0].text = "+12.3 \260C";
     panel.Text2[6].text = " 15.1 km/h";
     panel.Text2[2].text = "54 %";
     panel.Text2[7].text = "Gust 90\xB0";
@@ -53,12 +51,8 @@ TEST_F(PanelTableTest, ReadingsStandBesideTheirCaptionsInColumns) {
 TEST_F(PanelTableTest, ExtremesStandInThreeColumnsUnderTheChangeoverInForce) {
     state.settings.tmidnight = true;
     set_changeover_captions(state.panel, state.settings);
-    state.panel.TxtTempMax.text =
-        "+18.0 \xB0"
-        "C at 13:05";
-    state.panel.TxtOShi.text =
-        "+31.5 \xB0"
-        "C at 15:00 on 20 Jul";
+    state.panel.TxtTempMax.text = "+18.0 \260C at 13:05";
+    state.panel.TxtOShi.text = "+31.5 \260C at 15:00 on 20 Jul";
     // "+18.0 °C at 13:05" is 17 wide, "24 Hours prior to Midnight" 26; two blanks between columns.
     EXPECT_EQ(lines()[13], " Extreme Conditions   Since Midnight" + std::string(17 - 14 + 2, ' ') +
                                "24 Hours prior to Midnight  Since the last station reset");
@@ -129,9 +123,7 @@ TEST_F(PanelTableTest, TheNarrowLayoutFitsAnOrdinaryTerminalWithTheLongestTexts)
     panel.lblStatus.text = "Current Conditions";
     panel.lblLowBattery.visible = true;
     panel.TxtForecast.text = "Partly Cloudy";
-    panel.Text2[8].text =
-        "-40.0 \xB0"
-        "F";
+    panel.Text2[8].text = "-40.0 \260F";
     panel.Text2[7].text = "Gust 359\xB0";
     panel.TxtWindGLH.text = "125.3 km/h";
     panel.TxtPeakRain().text = " 39.29 In./hour";

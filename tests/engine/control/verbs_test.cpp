@@ -52,16 +52,7 @@ TEST_F(VerbsTest, BoxesPrintsTheNamedOnesInTheOrderAskedFor) {
 
 TEST_F(VerbsTest, BoxesTellsAllOfABoxAsJson) {
     Box& box = world.panel().Text2[0];
-    box = {
-        "+1 \xB0"
-        "C",
-        255,
-        8454016,
-        "a \"tip\"",
-        "two\r\nlines",
-        true,
-        false,
-        true};
+    box = {"+1 \260C", 255, 8454016, "a \"tip\"", "two\r\nlines", true, false, true};
     EXPECT_EQ(ask({"boxes", "--json", "Text2(0)"}), VerbStatus::done);
     EXPECT_EQ(asker.out,
               R"j([{"name":"Text2(0)","text":"+1 °C","fore":255,"back":8454016,"visible":true,"enabled":false,)j"
@@ -87,8 +78,7 @@ TEST_F(VerbsTest, NoticesAreToldOldestFirst) {
     world.run_for(1s);
     world.copy().ports.notices.balloon({.title = "Title", .text = "one\r\ntwo"});
     world.run_for(60s);
-    world.copy().ports.notices.box({.text = "30 \xB0"
-                                            "C"});
+    world.copy().ports.notices.box({.text = "30 \260C"});
     EXPECT_EQ(ask({"notices"}), VerbStatus::done);
     EXPECT_EQ(
         asker.out,

@@ -31,9 +31,7 @@ TEST(FirstCycle, DecodesNothingButTheClockAndStillCounts) {
     EXPECT_TRUE(world.state().run.firstrun) << "the records wait for the second train";
     EXPECT_EQ(world.state().additional.txtRunning.text, "0 Days 0 Hours 0 Minutes");
     world.send_train();
-    EXPECT_EQ(world.panel().Text2[0].text,
-              "+12.3 \xB0"
-              "C");
+    EXPECT_EQ(world.panel().Text2[0].text, "+12.3 \260C");
     EXPECT_FALSE(world.state().run.firstrun);
 }
 

@@ -282,9 +282,7 @@ TEST(CycleCaption, ShowsTheWeatherWhileTheWindowIsMinimised) {
     StartedWorld world;
     world.state().window.minimised = true;
     world.send_trains(2);
-    EXPECT_EQ(world.state().window.caption,
-              "+12.3 \xB0"
-              "C : 54 %");
+    EXPECT_EQ(world.state().window.caption, "+12.3 \260C : 54 %");
     world.state().window.minimised = false;
     world.send_trains(1);
     EXPECT_EQ(world.state().window.caption, "Nimbry 2.02 - WM-918 Weather Monitoring");

@@ -187,9 +187,7 @@ constexpr Hour day[] = {
 };
 
 std::string celsius(const char* number) {
-    return std::string(number) +
-           " \xB0"
-           "C";
+    return std::string(number) + " \260C";
 }
 std::string speed(const char* number) {
     return number == std::string("Calm") ? "Calm" : " " + std::string(number) + " km/h";

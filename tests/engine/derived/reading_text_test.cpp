@@ -28,32 +28,22 @@ TEST(ReadingText, TheSignIsPlusFromZeroOn) {
 }
 
 TEST(ReadingText, CelsiusTakesTheSignThatIsGiven) {
-    EXPECT_EQ(temperature_text(-0.0, '-', celsius()).with_unit,
-              "-0 \xB0"
-              "C");
+    EXPECT_EQ(temperature_text(-0.0, '-', celsius()).with_unit, "-0 \260C");
     EXPECT_EQ(temperature_text(-4.7, '-', celsius()).number, "-4.7");
     EXPECT_EQ(temperature_text(-4.7, celsius()).number, "-4.7");
     EXPECT_EQ(temperature_text(0, celsius()).number, "+0");
 }
 
 TEST(ReadingText, FahrenheitTakesTheSignOfTheConvertedValue) {
-    EXPECT_EQ(temperature_text(-0.0, '-', fahrenheit()).with_unit,
-              "+32 \xB0"
-              "F");
+    EXPECT_EQ(temperature_text(-0.0, '-', fahrenheit()).with_unit, "+32 \260F");
     EXPECT_EQ(temperature_text(-17.8, '-', fahrenheit()).number, "+0");
     EXPECT_EQ(temperature_text(-18, fahrenheit()).number, "-0.4");
 }
 
 TEST(ReadingText, ADifferenceHasNoFreezingPoint) {
-    EXPECT_EQ(difference_text(3.4, celsius()).with_unit,
-              "+3.4 \xB0"
-              "C");
-    EXPECT_EQ(difference_text(3.4, fahrenheit()).with_unit,
-              "+6.1 \xB0"
-              "F");
-    EXPECT_EQ(difference_text(0, fahrenheit()).with_unit,
-              "+0 \xB0"
-              "F");
+    EXPECT_EQ(difference_text(3.4, celsius()).with_unit, "+3.4 \260C");
+    EXPECT_EQ(difference_text(3.4, fahrenheit()).with_unit, "+6.1 \260F");
+    EXPECT_EQ(difference_text(0, fahrenheit()).with_unit, "+0 \260F");
     EXPECT_EQ(difference_text(-0.1, celsius()).number, "-0.1");
 }
 

@@ -25,12 +25,8 @@ TEST(BoxList, ReachesTheBoxesOfTheStateItWasMadeFrom) {
     EXPECT_EQ(state.panel.Text2[7].text, "Gust 225\xB0");
     find_box(state, "fmb(6)")->text = "Help";
     EXPECT_EQ(state.menu.fmb[6].text, "Help");
-    find_box(state, "txtYMinInTemp")->text =
-        "+17.2 \xB0"
-        "C";
-    EXPECT_EQ(state.additional.txtYMinInTemp.text,
-              "+17.2 \xB0"
-              "C");
+    find_box(state, "txtYMinInTemp")->text = "+17.2 \260C";
+    EXPECT_EQ(state.additional.txtYMinInTemp.text, "+17.2 \260C");
 }
 
 TEST(BoxList, HasEveryDisplayOfTheMainWindow) {

@@ -62,58 +62,25 @@ struct Case {
 // Each number was worked out by hand: C * 9 / 5 + 32; m/s * 3.6, 2.23693, 1.96936; hPa * 0.029528750668088; mm *
 // 0.0393700787401575.
 const Case cases[]{
-    {"Text2(0)", "Current outside temperature",
-     "+12.6 \xB0"
-     "C\r\n+54.7 \xB0"
-     "F"},
-    {"Text2(1)", "Current dew point",
-     "+4.2  \xB0"
-     "C\r\n+39.6  \xB0"
-     "F"},
+    {"Text2(0)", "Current outside temperature", "+12.6 \260C\r\n+54.7 \260F"},
+    {"Text2(1)", "Current dew point", "+4.2  \260C\r\n+39.6  \260F"},
     {"Text2(3)", "Current average wind speed", "3.1 m/s\r\n11.2 km/h\r\n6.9 MPH\r\n6.1 Knots"},
     {"Text2(4)", "Current barometric pressure", "1013 mB\r\n1013 hPa\r\n29.91 In.Hg"},
     {"Text2(5)", "Current peak rainfall rate", "6.3 mm/hour\r\n0.25 In/hour"},
     {"Text2(6)", "Current wind speed", "10.4 m/s\r\n37.4 km/h\r\n23.3 MPH\r\n20.5 Knots"},
-    {"Text2(8)", "Current indoor temperature",
-     "+21.4 \xB0"
-     "C\r\n+70.5 \xB0"
-     "F"},
-    {"TxtWindChill", "Current wind chill",
-     "-0.4 \xB0"
-     "C\r\n+31.3 \xB0"
-     "F"},
-    {"TxtHeatInd", "Current heat index",
-     "+24.3 \xB0"
-     "C\r\n+75.7 \xB0"
-     "F"},
+    {"Text2(8)", "Current indoor temperature", "+21.4 \260C\r\n+70.5 \260F"},
+    {"TxtWindChill", "Current wind chill", "-0.4 \260C\r\n+31.3 \260F"},
+    {"TxtHeatInd", "Current heat index", "+24.3 \260C\r\n+75.7 \260F"},
     {"TxtRainLH", "Rainfall in last hour", "12 mm\r\n0.47 In"},
     {"TxtRainToday", "Rainfall today", "3 mm\r\n0.12 In"},
     {"TxtRainYest", "Rainfall yesterday", "11 mm\r\n0.43 In"},
     {"TxtRainTot", "Total rainfall since January 3", "827 mm\r\n32.56 In"},
-    {"TxtTempMax", "Maximum outside temperature",
-     "+13.1 \xB0"
-     "C\r\n+55.6 \xB0"
-     "F"},
-    {"TxtTempMin", "Minimum outside temperature",
-     "-6.4 \xB0"
-     "C\r\n+20.5 \xB0"
-     "F"},
-    {"TxtYTempMax", "Maximum outside temperature",
-     "+14.9 \xB0"
-     "C\r\n+58.8 \xB0"
-     "F"},
-    {"TxtYTempMin", "Minimum outside temperature",
-     "+0 \xB0"
-     "C\r\n+32 \xB0"
-     "F"},
-    {"TxtOShi", "Maximum outside temperature",
-     "+34.2 \xB0"
-     "C\r\n+93.6 \xB0"
-     "F"},
-    {"TxtOSLo", "Minimum outside temperature",
-     "-11.7 \xB0"
-     "C\r\n+10.9 \xB0"
-     "F"},
+    {"TxtTempMax", "Maximum outside temperature", "+13.1 \260C\r\n+55.6 \260F"},
+    {"TxtTempMin", "Minimum outside temperature", "-6.4 \260C\r\n+20.5 \260F"},
+    {"TxtYTempMax", "Maximum outside temperature", "+14.9 \260C\r\n+58.8 \260F"},
+    {"TxtYTempMin", "Minimum outside temperature", "+0 \260C\r\n+32 \260F"},
+    {"TxtOShi", "Maximum outside temperature", "+34.2 \260C\r\n+93.6 \260F"},
+    {"TxtOSLo", "Minimum outside temperature", "-11.7 \260C\r\n+10.9 \260F"},
     {"TxtGustMax", "Maximum wind speed", "10.7 m/s\r\n38.5 km/h\r\n23.9 MPH\r\n21.1 Knots"},
     {"TxtYGustMax", "Maximum wind speed", "14.5 m/s\r\n52.2 km/h\r\n32.4 MPH\r\n28.6 Knots"},
     {"TxtWindHiG", "Maximum wind speed", "24.6 m/s\r\n88.6 km/h\r\n55 MPH\r\n48.4 Knots"},
@@ -168,10 +135,7 @@ TEST_F(ConversionPopups, a_box_without_a_value_has_none) {
             EXPECT_FALSE(conversion_popup(state, c.box)) << c.box;
         }
     }
-    for (const char* text : {"-4.7 \xB0"
-                             "C",
-                             "-0 \xB0"
-                             "C"}) {
+    for (const char* text : {"-4.7 \260C", "-0 \260C"}) {
         state.panel.Text2[0].text = text;
         EXPECT_TRUE(conversion_popup(state, "Text2(0)")) << text << ": a minus that belongs to a number";
     }
@@ -191,22 +155,10 @@ struct SignCase {
 };
 
 TEST_F(ConversionPopups, a_temperature_has_its_sign_in_both_lines) {
-    for (const SignCase& c : {SignCase{"frost in both", "-30.0",
-                                       "-30 \xB0"
-                                       "C\r\n-22 \xB0"
-                                       "F"},
-                              SignCase{"frost in one only", "-04.7",
-                                       "-4.7 \xB0"
-                                       "C\r\n+23.5 \xB0"
-                                       "F"},
-                              SignCase{"the station's minus before 0", "-00.0",
-                                       "-0 \xB0"
-                                       "C\r\n+32 \xB0"
-                                       "F"},
-                              SignCase{"what rounds to 0 Fahrenheit", "-17.8",
-                                       "-17.8 \xB0"
-                                       "C\r\n+0 \xB0"
-                                       "F"}}) {
+    for (const SignCase& c : {SignCase{"frost in both", "-30.0", "-30 \260C\r\n-22 \260F"},
+                              SignCase{"frost in one only", "-04.7", "-4.7 \260C\r\n+23.5 \260F"},
+                              SignCase{"the station's minus before 0", "-00.0", "-0 \260C\r\n+32 \260F"},
+                              SignCase{"what rounds to 0 Fahrenheit", "-17.8", "-17.8 \260C\r\n+0 \260F"}}) {
         state.readings.rawostemp = c.celsius;
         EXPECT_EQ(conversion_popup(state, "Text2(0)")->lines, c.lines) << c.law;
     }
@@ -226,10 +178,7 @@ TEST(ConversionPopup, of_yesterday_goes_by_what_its_column_shows) {
     state.records.day.reset_values();
     state.rain.raintoday = 0;
     EXPECT_EQ(conversion_popup(state, "TxtYBarMax")->lines, "1019 mB\r\n1019 hPa\r\n30.09 In.Hg");
-    EXPECT_EQ(conversion_popup(state, "TxtYTempMax")->lines,
-              "+20.5 \xB0"
-              "C\r\n+68.9 \xB0"
-              "F");
+    EXPECT_EQ(conversion_popup(state, "TxtYTempMax")->lines, "+20.5 \260C\r\n+68.9 \260F");
     EXPECT_EQ(conversion_popup(state, "TxtYRainYest"), std::nullopt) << "no such box";
     EXPECT_EQ(conversion_popup(state, "TxtRainYest")->lines, "25.4 mm\r\n1 In");
     EXPECT_FALSE(conversion_popup(state, "TxtYTempMin")) << "no reading that day";
@@ -253,34 +202,18 @@ TEST_F(ConversionsOfATrain, go_by_what_the_station_sent) {
     use(WindUnit::knots);
     train();
     const auto lines = [&](const char* box) { return conversion_popup(state, box)->lines; };
-    EXPECT_EQ(lines("Text2(0)"),
-              "-4.7 \xB0"
-              "C\r\n+23.5 \xB0"
-              "F");
+    EXPECT_EQ(lines("Text2(0)"), "-4.7 \260C\r\n+23.5 \260F");
     EXPECT_EQ(lines("Text2(3)"), "0 m/s\r\n0 km/h\r\n0 MPH\r\n0 Knots") << "Calm";
     EXPECT_EQ(lines("Text2(4)"), "998 mB\r\n998 hPa\r\n29.47 In.Hg");
     EXPECT_EQ(lines("Text2(5)"), "6 mm/hour\r\n0.24 In/hour");
     EXPECT_EQ(lines("Text2(6)"), "10.4 m/s\r\n37.4 km/h\r\n23.3 MPH\r\n20.5 Knots");
-    EXPECT_EQ(lines("Text2(8)"),
-              "+21.5 \xB0"
-              "C\r\n+70.7 \xB0"
-              "F");
-    EXPECT_EQ(lines("TxtOShi"),
-              "+38.4 \xB0"
-              "C\r\n+101.1 \xB0"
-              "F");
-    EXPECT_EQ(lines("TxtOSLo"),
-              "-12.6 \xB0"
-              "C\r\n+9.3 \xB0"
-              "F");
+    EXPECT_EQ(lines("Text2(8)"), "+21.5 \260C\r\n+70.7 \260F");
+    EXPECT_EQ(lines("TxtOShi"), "+38.4 \260C\r\n+101.1 \260F");
+    EXPECT_EQ(lines("TxtOSLo"), "-12.6 \260C\r\n+9.3 \260F");
     EXPECT_EQ(lines("TxtWindHiG"), "24.6 m/s\r\n88.6 km/h\r\n55 MPH\r\n48.4 Knots");
     EXPECT_EQ(lines("TxtRainTot"), "827 mm\r\n32.56 In");
     EXPECT_EQ(conversion_popup(state, "TxtRainTot")->name, "Total rainfall since April 5");
-    EXPECT_EQ(lines("TxtWindChill"),
-              "-4.7 \xB0"
-              "C\r\n+23.5 \xB0"
-              "F")
-        << "in calm air";
+    EXPECT_EQ(lines("TxtWindChill"), "-4.7 \260C\r\n+23.5 \260F") << "in calm air";
     EXPECT_FALSE(conversion_popup(state, "TxtHeatInd")) << "n.a.";
 }
 

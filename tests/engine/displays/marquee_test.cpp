@@ -23,9 +23,7 @@ struct ItemCase {
 /// A state in which every source of the line holds a text of its own.
 void fill(WeatherState& state) {
     reset_main_panel(state);
-    state.panel.TxtHeatInd.text =
-        " +31 \xB0"
-        "C ";
+    state.panel.TxtHeatInd.text = " +31 \260C ";
     state.panel.Text2[1].text = "+9.3";
     state.panel.TxtWindChill.text = "-4";
     state.panel.TxtRainToday.text = " 3 mm";
@@ -41,9 +39,7 @@ void fill(WeatherState& state) {
 }
 
 const ItemCase item_cases[]{
-    {"DisHI", "chkHI", "Heat Index",
-     "+31 \xB0"
-     "C"},
+    {"DisHI", "chkHI", "Heat Index", "+31 \260C"},
     {"DisDew", "chkDew", "Dew Point", "+9.3"},
     {"DisChill", "chkChill", "Wind Chill", "-4"},
     {"DisRain", "chkRain", "Rainfall Since 9.00am ", "3 mm"},

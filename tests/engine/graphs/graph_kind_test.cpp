@@ -21,10 +21,8 @@ struct KindCase {
 const KindCase cases[] = {
     {GraphKind::temperature,
      "temperature",
-     "Temperature \xB0"
-     "C",
-     "Temperature \xB0"
-     "F",
+     "Temperature \260C",
+     "Temperature \260F",
      {"Outdoor", "Dew Point", "Indoor"},
      {"Outdoor", "Dew Point"},
      {0, 1, 8}},

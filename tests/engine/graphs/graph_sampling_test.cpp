@@ -48,14 +48,8 @@ struct BoxCase {
 
 TEST(GraphSample, reads_a_box_as_it_can) {
     const BoxCase cases[] = {
-        {"a sign", 0,
-         "-4.7 \xB0"
-         "C",
-         -4.7F, -4.7F},
-        {"a sign and zero", 0,
-         "-0 \xB0"
-         "C",
-         0, 0},
+        {"a sign", 0, "-4.7 \260C", -4.7F, -4.7F},
+        {"a sign and zero", 0, "-0 \260C", 0, 0},
         {"a faulty reading repeats the last one", 0, "Error", 0, 12.3F},
         {"with blanks around it too", 2, " Error ", 0, 54},
         {"a calm average is 0", 3, "Calm", 0, 0},

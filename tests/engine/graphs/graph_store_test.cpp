@@ -213,9 +213,7 @@ TEST(GraphUnits, until_then_the_samples_keep_their_numbers_on_the_new_scale) {
     drawgraph(store.state);
     EXPECT_EQ(store.rows.gdata(4, 3), 1003);
     EXPECT_EQ(store.rows.gdata(0, 3), 3);
-    EXPECT_EQ(store.state.panel.gLabel12.text,
-              "Temperature \xB0"
-              "F");
+    EXPECT_EQ(store.state.panel.gLabel12.text, "Temperature \260F");
     EXPECT_EQ(store.graphs.gscale[10], (std::array<float, 3>{0, 4, 0.5F})) << "ticks of two degrees";
 }
 

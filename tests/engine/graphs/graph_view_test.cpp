@@ -39,9 +39,7 @@ const std::string plain_tip = "Main display graph  -  values are updated every m
 TEST(GraphView, the_window_opens_with_the_temperature) {
     WeatherState state;
     reset_main_panel(state);
-    EXPECT_EQ(state.panel.gLabel12.text,
-              "Temperature \xB0"
-              "C");
+    EXPECT_EQ(state.panel.gLabel12.text, "Temperature \260C");
     EXPECT_EQ(state.panel.gLabel13.text, "Outdoor");
     EXPECT_EQ(state.panel.gLabel14.text, "Dew Point");
     EXPECT_EQ(state.panel.gLabel15.text, "Indoor");
@@ -52,9 +50,7 @@ TEST(GraphView, the_window_opens_with_the_temperature) {
 
 TEST(GraphView, the_title_takes_the_unit_of_the_settings_at_the_start) {
     StartedWorld world("fTempF=True\r\n");
-    EXPECT_EQ(world.panel().gLabel12.text,
-              "Temperature \xB0"
-              "F");
+    EXPECT_EQ(world.panel().gLabel12.text, "Temperature \260F");
 }
 
 struct ClickCase {
@@ -71,10 +67,7 @@ TEST(GraphView, a_click_brings_the_panes_graph_to_the_main_pane) {
         {"the main pane: the next", 0, "Humidity %", "Outdoor", "Indoor", ""},
         {"and the next", 0, "Wind Speed km/h", "Average", "Gust", ""},
         {"the third small one", 3, "Wind Direction \xB0", "", "", ""},
-        {"round and round", 1,
-         "Temperature \xB0"
-         "C",
-         "Outdoor", "Dew Point", "Indoor"},
+        {"round and round", 1, "Temperature \260C", "Outdoor", "Dew Point", "Indoor"},
         {"the last", 5, "Wind Direction \xB0", "", "", ""},
         {"back by one", 5, "Rainfall mm/Hr", "", "", ""},
         {"and another", 5, "Barometer mB", "", "", ""},
@@ -161,11 +154,7 @@ struct ReadingCase {
 
 TEST(GraphReading, names_each_value_its_unit_and_the_time) {
     const ReadingCase cases[] = {
-        {GraphKind::temperature, 1,
-         "Outdoor 8.1 \xB0"
-         "C Dew 4.2 \xB0"
-         "C Indoor 20.5 \xB0"
-         "C at 05 Oct 2026 14:00:33"},
+        {GraphKind::temperature, 1, "Outdoor 8.1 \260C Dew 4.2 \260C Indoor 20.5 \260C at 05 Oct 2026 14:00:33"},
         {GraphKind::humidity, 1, "Outdoor 54 % Indoor 40 % at 05 Oct 2026 14:00:33"},
         {GraphKind::wind, 1, "Average 9.7 km/h Gust 14.4 km/h at 05 Oct 2026 14:00:33"},
         {GraphKind::barometer, 1, "1013 mB at 05 Oct 2026 14:00:33"},
@@ -184,9 +173,7 @@ TEST(GraphReading, leaves_the_indoor_value_out_with_its_switch) {
     View view;
     view.state.menu.mnuInGraphs.checked = false;
     EXPECT_EQ(graph_reading(view.state, GraphKind::temperature, 1),
-              "Outdoor 8.1 \xB0"
-              "C Dew 4.2 \xB0"
-              "C at 05 Oct 2026 14:00:33");
+              "Outdoor 8.1 \260C Dew 4.2 \260C at 05 Oct 2026 14:00:33");
     EXPECT_EQ(graph_reading(view.state, GraphKind::humidity, 1), "Outdoor 54 % at 05 Oct 2026 14:00:33");
 }
 

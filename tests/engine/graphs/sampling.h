@@ -14,20 +14,8 @@ struct Sampling : BareCopy {
         state.readings.dtvar = *civil_time({2026, 10, 5, 14, 2, 33});
         state.readings.rdattime = "14:02:33";
         setgraphscales(state);
-        const char* texts[] = {
-            "+12.3 \xB0"
-            "C",
-            "+3.3 \xB0"
-            "C",
-            "54 %",
-            " 11.2 km/h",
-            " 1013 mB",
-            " 2.5 mm/hour",
-            " 15.1 km/h",
-            "Gust 225\xB0",
-            "+21.5 \xB0"
-            "C",
-            "45 %"};
+        const char* texts[] = {"+12.3 \260C",  "+3.3 \260C", "54 %",         " 11.2 km/h",  " 1013 mB",
+                               " 2.5 mm/hour", " 15.1 km/h", "Gust 225\xB0", "+21.5 \260C", "45 %"};
         for (std::size_t s = 0; s < 10; ++s) state.panel.Text2[s].text = texts[s];
         state.readings.wstempsng = 18.4;
     }

@@ -41,9 +41,7 @@ TEST(LiveGroups, ATrainGoesThroughTheGroupsAsFromTheLine) {
     EXPECT_EQ(client.counters().trains, 1U);
     EXPECT_TRUE(client.state().run.fullystarted);
     client.hear(write_train(readings));
-    EXPECT_EQ(client.panel().Text2[0].text,
-              "+12.3 \xB0"
-              "C");
+    EXPECT_EQ(client.panel().Text2[0].text, "+12.3 \260C");
     EXPECT_FALSE(client.state().comm.dworkingb);
 }
 

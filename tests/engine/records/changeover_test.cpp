@@ -142,9 +142,7 @@ TEST(Changeover, YesterdaysColumnTakesTheDayAndTodaysIsBlank) {
     day.train(at(10, 5, 8, 59, 40));
     day.train(at(10, 5, 8, 59, 55));
     const MainPanel& panel = day.world.panel();
-    EXPECT_EQ(panel.TxtYTempMax.text,
-              "+12.3 \xB0"
-              "C at 08:59");
+    EXPECT_EQ(panel.TxtYTempMax.text, "+12.3 \260C at 08:59");
     EXPECT_EQ(panel.TxtYGustMax.text, " 15.1 km/h, 225\xB0 at 08:59");
     EXPECT_EQ(panel.TxtYRainMax.text, " nil");
     EXPECT_EQ(panel.TxtRainYest.text, " nil");
@@ -152,9 +150,7 @@ TEST(Changeover, YesterdaysColumnTakesTheDayAndTodaysIsBlank) {
     EXPECT_EQ(day.world.state().records.day.maxtemp, -999);
     EXPECT_EQ(day.world.state().additional.txtDSR.text, "1");
     day.train(at(10, 5, 9, 0, 5));
-    EXPECT_EQ(panel.TxtTempMax.text,
-              "+12.3 \xB0"
-              "C at 09:00");
+    EXPECT_EQ(panel.TxtTempMax.text, "+12.3 \260C at 09:00");
 }
 
 TEST(Changeover, ADryDayCountsUpAndADayOfRainStartsAnew) {

@@ -22,12 +22,7 @@ const std::string metric_head =
     "This is the Nimbry Log\r\n\r\n\r\n"
     "DATE,MONTH,TIME,TEMPERATURE,HUMIDITY,DEWPOINT,WINDCHILL,HEAT INDEX,WIND SPEED,WIND DIRECTION,GUST SPEED,"
     "GUST DIRECTION,BAROMETER,TREND,RAIN RATE,RAIN TOTAL,INDOOR TEMPERATURE,INDOOR HUMIDITY\r\n\r\n"
-    ",,, \xB0"
-    "C,%, \xB0"
-    "C, \xB0"
-    "C, \xB0"
-    "C,km/h,\xB0,km/h,\xB0,mB,,mm /hour,mm, \xB0"
-    "C,%\r\n\r\n";
+    ",,, \260C,%, \260C, \260C, \260C,km/h,\xB0,km/h,\xB0,mB,,mm /hour,mm, \260C,%\r\n\r\n";
 
 // A running copy that has had its first two trains; the station and the computer agree.
 void run(World& world, const std::string& keys, CivilTime station) {
@@ -224,13 +219,7 @@ TEST(DataLog, AChangeOfUnitsAddsTheColumnsAndTheNewUnitsToAFileThatIsThere) {
     const auto lines = world.lines("nimbry.dat");
     ASSERT_EQ(lines.size(), 3U);
     EXPECT_TRUE(lines[1].starts_with("DATE,MONTH,TIME,"));
-    EXPECT_EQ(lines[2],
-              ",,, \xB0"
-              "F,%, \xB0"
-              "F, \xB0"
-              "F, \xB0"
-              "F,MPH,\xB0,MPH,\xB0,In.Hg,,In. /hour,In., \xB0"
-              "F,%");
+    EXPECT_EQ(lines[2], ",,, \260F,%, \260F, \260F, \260F,MPH,\xB0,MPH,\xB0,In.Hg,,In. /hour,In., \260F,%");
 }
 
 }  // namespace

@@ -40,9 +40,7 @@ TEST(Extremes, TheFirstTrainOnlyPrimesAndTheSecondCounts) {
     copies.train();
     EXPECT_EQ(copies.day().maxtemp, 12.3F);
     EXPECT_EQ(copies.day().maxtemptime, "14:01");
-    EXPECT_EQ(copies.world.panel().TxtTempMax.text,
-              "+12.3 \xB0"
-              "C at 14:01");
+    EXPECT_EQ(copies.world.panel().TxtTempMax.text, "+12.3 \260C at 14:01");
 }
 
 TEST(Extremes, OnAnEqualValueTheTimeMovesButForThePeakRainRate) {
@@ -147,9 +145,7 @@ TEST(Extremes, ARestartReadsTheDayBack) {
     second.train();
     EXPECT_EQ(second.day().mintemp, -4.7F);
     EXPECT_EQ(second.day().mintemptime, "14:01");
-    EXPECT_EQ(second.world.panel().TxtTempMin.text,
-              "-4.7 \xB0"
-              "C at 14:01");
+    EXPECT_EQ(second.world.panel().TxtTempMin.text, "-4.7 \260C at 14:01");
     EXPECT_EQ(second.world.panel().TxtYTempMax.text, "- No Data Available -");
     EXPECT_EQ(second.world.panel().TxtRainYest.text, " -- ");
 }
@@ -221,15 +217,9 @@ TEST(ExtremesTexts, AreInTheUnitsOfDisplay) {
     MainSettings us;
     us.fTempF = us.fBarinhg = us.fRainin = us.fWindmph = true;
     const Units units = units_from(us), metric = units_from({});
-    EXPECT_EQ(temperature_record(-4.7F, 999, "06:40", metric),
-              "-4.7 \xB0"
-              "C at 06:40");
-    EXPECT_EQ(temperature_record(-4.7F, 999, "06:40", units),
-              "+23.5 \xB0"
-              "F at 06:40");
-    EXPECT_EQ(temperature_record(-17.8F, 999, "06:40", units),
-              "+0 \xB0"
-              "F at 06:40");
+    EXPECT_EQ(temperature_record(-4.7F, 999, "06:40", metric), "-4.7 \260C at 06:40");
+    EXPECT_EQ(temperature_record(-4.7F, 999, "06:40", units), "+23.5 \260F at 06:40");
+    EXPECT_EQ(temperature_record(-17.8F, 999, "06:40", units), "+0 \260F at 06:40");
     EXPECT_EQ(temperature_record(999, 999, "06:40", units), "- No Valid Data -");
     EXPECT_EQ(temperature_record(-999, -999, "", metric), "- No Valid Data -");
     EXPECT_EQ(humidity_record(97, -999, "07:00"), "97 % at 07:00");

@@ -52,13 +52,9 @@ TEST_F(LoadExtremes, BothFilesAreReadAndShown) {
     second_train();
     EXPECT_TRUE(state().run.YFileOK);
     EXPECT_TRUE(state().records.TFileOK);
-    EXPECT_EQ(state().panel.TxtYTempMax.text,
-              "+18 \xB0"
-              "C at 13:00");
+    EXPECT_EQ(state().panel.TxtYTempMax.text, "+18 \260C at 13:00");
     EXPECT_EQ(state().panel.TxtRainYest.text, " 7 mm");
-    EXPECT_EQ(state().panel.TxtTempMin.text,
-              "+2 \xB0"
-              "C at 05:00");
+    EXPECT_EQ(state().panel.TxtTempMin.text, "+2 \260C at 05:00");
     EXPECT_EQ(state().records.DaySinceRain, 6);
     EXPECT_EQ(state().records.LastRain, 2.5F);
     EXPECT_EQ(state().additional.txtDSR.text, "6");
@@ -110,9 +106,7 @@ TEST_F(LoadExtremes, WithoutTodaysFileTheDayStartsAfresh) {
     EXPECT_EQ(state().additional.txtMaxHI.text, "- No Valid Data -");
     EXPECT_EQ(state().additional.txtDSR.text, "0");
     EXPECT_EQ(state().additional.txtAmtLastRain.text, "0");
-    EXPECT_EQ(state().panel.TxtYTempMax.text,
-              "+18 \xB0"
-              "C at 13:00");
+    EXPECT_EQ(state().panel.TxtYTempMax.text, "+18 \260C at 13:00");
 }
 
 TEST_F(LoadExtremes, AStaleFileOfTodayIsThrownAwayWithoutARow) {
@@ -175,9 +169,7 @@ TEST(ExtremesTexts, TurnAtTheirLimits) {
     EXPECT_EQ(barometer_record(9999, 9999, "", units), "- No Valid Data -");
     // Only the record's own reset value counts.
     EXPECT_EQ(barometer_record(999, 9999, "08:00", units), " 999 mB at 08:00");
-    EXPECT_EQ(temperature_record(0, 999, "08:00", units),
-              "+0 \xB0"
-              "C at 08:00");
+    EXPECT_EQ(temperature_record(0, 999, "08:00", units), "+0 \260C at 08:00");
 }
 
 }  // namespace

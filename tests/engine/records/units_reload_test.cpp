@@ -39,12 +39,8 @@ protected:
 TEST_F(UnitsReload, ShowsTheKeptRecordsInTheNewUnitsOnce) {
     choose_us_units();
     const WeatherState& state = days.world.state();
-    EXPECT_EQ(state.panel.TxtTempMax.text,
-              "+64.4 \xB0"
-              "F at 14:00");
-    EXPECT_EQ(state.panel.TxtTempMin.text,
-              "+54.1 \xB0"
-              "F at 14:00");
+    EXPECT_EQ(state.panel.TxtTempMax.text, "+64.4 \260F at 14:00");
+    EXPECT_EQ(state.panel.TxtTempMin.text, "+54.1 \260F at 14:00");
     EXPECT_EQ(state.panel.TxtBarMax.text, " 29.91 In.Hg at 14:00");
     EXPECT_EQ(state.panel.TxtGustMax.text, " 9.4 MPH, 225\xB0 at 14:00");
     EXPECT_EQ(state.panel.TxtRainMax.text, " 0.24 In./hour at 14:00");
@@ -69,9 +65,7 @@ TEST_F(UnitsReload, NoBoxKeepsAnOldUnit) {
     for (const NamedConstBox& named : named_boxes(state)) {
         if (named.kind != BoxKind::reading) continue;
         for (const std::string& text : {named.box->text, named.box->tip, named.box->balloon})
-            for (const char* old : {"\xB0"
-                                    "C",
-                                    "km/h", "mB", " mm"})
+            for (const char* old : {"\260C", "km/h", "mB", " mm"})
                 EXPECT_EQ(text.find(old), std::string::npos) << named.name << ": " << text;
     }
 }
@@ -112,9 +106,7 @@ TEST_F(UnitsReload, YesterdayIsShownAfresh) {
     days.world.files.put("nimbrYDay.log", yesterday);
     choose_us_units();
     const WeatherState& state = days.world.state();
-    EXPECT_EQ(state.panel.TxtYTempMin.text,
-              "+23.5 \xB0"
-              "F at 06:40");
+    EXPECT_EQ(state.panel.TxtYTempMin.text, "+23.5 \260F at 06:40");
     EXPECT_EQ(state.panel.TxtRainYest.text, " 0.28 In.");  // 7 mm
     EXPECT_EQ(state.records.day.maxtemp, 18.0F);
 }
@@ -128,12 +120,7 @@ TEST_F(UnitsReload, PutsColumnsAndUnitsIntoALogThatIsThereAlsoWhileLoggingIsOff)
     const std::string lines =
         "DATE,MONTH,TIME,TEMPERATURE,HUMIDITY,DEWPOINT,WINDCHILL,HEAT INDEX,WIND SPEED,WIND DIRECTION,GUST SPEED,"
         "GUST DIRECTION,BAROMETER,TREND,RAIN RATE,RAIN TOTAL,INDOOR TEMPERATURE,INDOOR HUMIDITY\r\n"
-        ",,, \xB0"
-        "F,%, \xB0"
-        "F, \xB0"
-        "F, \xB0"
-        "F,MPH,\xB0,MPH,\xB0,In.Hg,,In. /hour,In., \xB0"
-        "F,%\r\n";
+        ",,, \260F,%, \260F, \260F, \260F,MPH,\xB0,MPH,\xB0,In.Hg,,In. /hour,In., \260F,%\r\n";
     EXPECT_EQ(text("nimbry.dat"), "rows\r\n" + lines);
     EXPECT_EQ(text("/local/nimbry.dat"), "twin\r\n" + lines);
 }

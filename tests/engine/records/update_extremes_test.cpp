@@ -160,9 +160,7 @@ TEST_F(UpdateExtremes, OnlyAHigherOrLowerReadingMovesARecord) {
     EXPECT_EQ(day().maxtemptime, "14:01");
     EXPECT_EQ(day().minbartime, "14:01");
     EXPECT_EQ(day().maxraintime, "14:01");
-    EXPECT_EQ(days.world.panel().TxtTempMax.text,
-              "-0.3 \xB0"
-              "C at 14:01");
+    EXPECT_EQ(days.world.panel().TxtTempMax.text, "-0.3 \260C at 14:01");
 }
 
 }  // namespace

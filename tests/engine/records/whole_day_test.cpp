@@ -79,9 +79,7 @@ TEST(WholeDay, InMetricUnits) {
         "5,Oct,+25.4,13:40,-3.5,03:30,96,18:15,40,13:40,+14.4,18:15,-5.2,03:30,+23,13:40,+17.9,03:30,-4.2,03:30,+25.6,"
         "13:40,12,18:15,1021,08:59,1004,18:15,63,08:59,20,13,0,13");
     const MainPanel& panel = days.world.panel();
-    EXPECT_EQ(panel.TxtYTempMax.text,
-              "+25.4 \xB0"
-              "C at 13:40");
+    EXPECT_EQ(panel.TxtYTempMax.text, "+25.4 \260C at 13:40");
     EXPECT_EQ(panel.TxtYGustMax.text, " 63 km/h, 20\xB0 at 08:59");
     EXPECT_EQ(panel.TxtYRainMax.text, " 12 mm/hour at 18:15");
     EXPECT_EQ(panel.TxtRainYest.text, " 13 mm");
@@ -98,24 +96,18 @@ TEST(WholeDay, InUsUnits) {
         "5,Oct,+77.7,13:40,+25.7,03:30,96,18:15,40,13:40,+57.9,18:15,+22.6,03:30,+73.4,13:40,+64.2,03:30,+24.4,03:30,"
         "+78.1,13:40,0.47,18:15,30.15,08:59,29.65,18:15,39.1,08:59,20,0.51,0,0.51");
     const MainPanel& panel = days.world.panel();
-    EXPECT_EQ(panel.TxtYTempMin.text,
-              "+25.7 \xB0"
-              "F at 03:30");
+    EXPECT_EQ(panel.TxtYTempMin.text, "+25.7 \260F at 03:30");
     EXPECT_EQ(panel.TxtYBarMax.text, " 30.15 In.Hg at 08:59");
     EXPECT_EQ(panel.TxtYGustMax.text, " 39.1 MPH, 20\xB0 at 08:59");
     EXPECT_EQ(panel.TxtRainYest.text, " 0.51 In.");
-    EXPECT_EQ(days.world.state().additional.txtYMaxHI.text,
-              "+78.1 \xB0"
-              "F at 13:40");
+    EXPECT_EQ(days.world.state().additional.txtYMaxHI.text, "+78.1 \260F at 13:40");
     EXPECT_EQ(days.world.state().additional.txtAmtLastRain.text, " 0.51 In.");
 }
 
 TEST(WholeDay, ItsSummaryInUsUnits) {
     WeatherDays days(at(10, 4, 9, 10), test::us_units);
     live_through(days);
-    const std::string f =
-        " \xB0"
-        "F";
+    const std::string f = " \260F";
     EXPECT_EQ(days.world.files.contents("NBYSummary.txt"),
               "Nimbry monthly summary for the current month\r\n"
               "------------------------------------------------------------\r\n"

@@ -57,9 +57,7 @@ TEST_F(UnitsInARunningDay, WarnsOfTheLogAndOfTheAlmanac) {
 TEST_F(UnitsInARunningDay, KeepsEveryRecordAndShowsItAfreshWithTheNextTrain) {
     WeatherState& state = world.state();
     ASSERT_EQ(state.records.day.maxtemp, 18.0F);
-    ASSERT_EQ(state.panel.TxtYTempMax.text,
-              "+12.3 \xB0"
-              "C at 14:05");
+    ASSERT_EQ(state.panel.TxtYTempMax.text, "+12.3 \260C at 14:05");
     ASSERT_GE(state.graphs.rows.windsamples(), 8);
     ASSERT_TRUE(world.files.exists("grafdata.dat"));
     const std::size_t rows_before = log().size();
@@ -72,19 +70,11 @@ TEST_F(UnitsInARunningDay, KeepsEveryRecordAndShowsItAfreshWithTheNextTrain) {
 
     EXPECT_FALSE(state.records.unitschanged);
     EXPECT_EQ(state.records.day.maxtemp, 18.0F) << "records are metric";
-    EXPECT_EQ(state.panel.TxtTempMax.text.substr(0, 8),
-              "+64.4 \xB0"
-              "F");
-    EXPECT_EQ(state.panel.TxtYTempMax.text,
-              "+54.1 \xB0"
-              "F at 14:05");
-    EXPECT_EQ(state.panel.TxtYTempMin.text,
-              "+23.5 \xB0"
-              "F at 06:40");
+    EXPECT_EQ(state.panel.TxtTempMax.text.substr(0, 8), "+64.4 \260F");
+    EXPECT_EQ(state.panel.TxtYTempMax.text, "+54.1 \260F at 14:05");
+    EXPECT_EQ(state.panel.TxtYTempMin.text, "+23.5 \260F at 06:40");
     EXPECT_EQ(state.panel.TxtRainYest.text, " 0.28 In.");
-    EXPECT_EQ(state.panel.Text2[0].text,
-              "+54.1 \xB0"
-              "F");
+    EXPECT_EQ(state.panel.Text2[0].text, "+54.1 \260F");
     EXPECT_EQ(state.panel.lblGaugeMax.text, "30") << "the gust bar in MPH";
 }
 
@@ -98,14 +88,8 @@ TEST_F(UnitsInARunningDay, TheLogGetsASecondLineOfUnitsAndGoesOnInThem) {
         last_row = line;
     }
     ASSERT_EQ(units.size(), 2U);
-    EXPECT_TRUE(
-        units[0].starts_with(",,, \xB0"
-                             "C,%"))
-        << units[0];
-    EXPECT_TRUE(
-        units[1].starts_with(",,, \xB0"
-                             "F,%"))
-        << units[1];
+    EXPECT_TRUE(units[0].starts_with(",,, \260C,%")) << units[0];
+    EXPECT_TRUE(units[1].starts_with(",,, \260F,%")) << units[1];
     EXPECT_NE(last_row.find("54.1"), std::string::npos) << last_row;
 }
 
@@ -115,9 +99,7 @@ TEST_F(UnitsInARunningDay, TheGraphsStartAfreshAndTheAlmanacStaysAsItIs) {
     const WeatherState& state = world.state();
     EXPECT_EQ(state.graphs.rows.windsamples(), 0);
     EXPECT_FALSE(world.files.exists("grafdata.dat"));
-    EXPECT_EQ(state.panel.gLabel12.text,
-              "Temperature \xB0"
-              "F");
+    EXPECT_EQ(state.panel.gLabel12.text, "Temperature \260F");
     world.send_trains(18);
     EXPECT_EQ(state.graphs.rows.windsamples(), 3) << "a sample a minute again";
     EXPECT_TRUE(world.files.exists("grafdata.dat"));
@@ -136,9 +118,7 @@ TEST_F(UnitsInARunningDay, ARestartShowsTheSameDayInTheNewUnits) {
     later.trains(at(10, 5, 14, 12), at(10, 5, 14, 12, 20));
     const MainPanel& panel = later.world.panel();
     EXPECT_EQ(panel.TxtTempMax.text, world.panel().TxtTempMax.text);
-    EXPECT_EQ(panel.TxtYTempMax.text,
-              "+54.1 \xB0"
-              "F at 14:05");
+    EXPECT_EQ(panel.TxtYTempMax.text, "+54.1 \260F at 14:05");
 }
 
 }  // namespace

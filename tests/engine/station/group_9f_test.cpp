@@ -32,21 +32,13 @@ TEST_F(Group9F, ShowsTheOutdoorTemperatureWithItsSignAndUnit) {
         station.temperature.outdoor = c.celsius;
         use(TemperatureUnit::celsius);
         train();
-        EXPECT_EQ(panel.Text2[0].text, std::string(c.in_celsius) +
-                                           " \xB0"
-                                           "C");
-        EXPECT_EQ(panel.Text2[0].balloon, "Temperature " + std::string(c.in_celsius) +
-                                              " \xB0"
-                                              "C");
+        EXPECT_EQ(panel.Text2[0].text, std::string(c.in_celsius) + " \260C");
+        EXPECT_EQ(panel.Text2[0].balloon, "Temperature " + std::string(c.in_celsius) + " \260C");
         EXPECT_EQ(state.log_fields.logostemp, c.in_celsius);
         use(TemperatureUnit::fahrenheit);
         train();
-        EXPECT_EQ(panel.Text2[0].text, std::string(c.in_fahrenheit) +
-                                           " \xB0"
-                                           "F");
-        EXPECT_EQ(panel.Text2[0].balloon, "Temperature " + std::string(c.in_fahrenheit) +
-                                              " \xB0"
-                                              "F");
+        EXPECT_EQ(panel.Text2[0].text, std::string(c.in_fahrenheit) + " \260F");
+        EXPECT_EQ(panel.Text2[0].balloon, "Temperature " + std::string(c.in_fahrenheit) + " \260F");
         EXPECT_EQ(state.log_fields.logostemp, c.in_fahrenheit);
     }
 }
@@ -57,18 +49,12 @@ TEST_F(Group9F, ShowsTheIndoorTemperatureTheSameWay) {
         station.temperature.indoor = c.celsius;
         use(TemperatureUnit::celsius);
         train();
-        EXPECT_EQ(panel.Text2[8].text, std::string(c.in_celsius) +
-                                           " \xB0"
-                                           "C");
-        EXPECT_EQ(panel.Text2[8].balloon, "Indoor Temperature " + std::string(c.in_celsius) +
-                                              " \xB0"
-                                              "C");
+        EXPECT_EQ(panel.Text2[8].text, std::string(c.in_celsius) + " \260C");
+        EXPECT_EQ(panel.Text2[8].balloon, "Indoor Temperature " + std::string(c.in_celsius) + " \260C");
         EXPECT_EQ(state.log_fields.logintemp, c.in_celsius);
         use(TemperatureUnit::fahrenheit);
         train();
-        EXPECT_EQ(panel.Text2[8].text, std::string(c.in_fahrenheit) +
-                                           " \xB0"
-                                           "F");
+        EXPECT_EQ(panel.Text2[8].text, std::string(c.in_fahrenheit) + " \260F");
         EXPECT_EQ(state.log_fields.logintemp, c.in_fahrenheit);
     }
 }
@@ -86,32 +72,20 @@ TEST_F(Group9F, ShowsTheStationsTemperatureRecords) {
     station.temperature.high = 38.4;
     station.temperature.low = -12.6;
     train();
-    EXPECT_EQ(panel.TxtOShi.text,
-              "+38.4 \xB0"
-              "C at 14:55 on 17  Feb");
-    EXPECT_EQ(panel.TxtOSLo.text,
-              "-12.6 \xB0"
-              "C at 05:11 on 09  Jul");
+    EXPECT_EQ(panel.TxtOShi.text, "+38.4 \260C at 14:55 on 17  Feb");
+    EXPECT_EQ(panel.TxtOSLo.text, "-12.6 \260C at 05:11 on 09  Jul");
     use(TemperatureUnit::fahrenheit);
     train();
-    EXPECT_EQ(panel.TxtOShi.text,
-              "+101.1 \xB0"
-              "F at 14:55 on 17  Feb");
-    EXPECT_EQ(panel.TxtOSLo.text,
-              "+9.3 \xB0"
-              "F at 05:11 on 09  Jul");
+    EXPECT_EQ(panel.TxtOShi.text, "+101.1 \260F at 14:55 on 17  Feb");
+    EXPECT_EQ(panel.TxtOSLo.text, "+9.3 \260F at 05:11 on 09  Jul");
 }
 
 TEST_F(Group9F, ARecordOfMinusZeroIsShownSoAndAMonthThatIsNoneIsLeftOut) {
     station.temperature.high = -0.0;
     train_with(0x9F, 46, 0);
-    EXPECT_EQ(panel.TxtOShi.text,
-              "-0 \xB0"
-              "C at 14:55 on 17  ");
+    EXPECT_EQ(panel.TxtOShi.text, "-0 \260C at 14:55 on 17  ");
     train_with(0x9F, 56, 13);
-    EXPECT_EQ(panel.TxtOSLo.text,
-              "-12.6 \xB0"
-              "C at 05:11 on 09  ");
+    EXPECT_EQ(panel.TxtOSLo.text, "-12.6 \260C at 05:11 on 09  ");
 }
 
 TEST_F(Group9F, AFaultySensorLeavesTheReadingAndStillShowsTheRecords) {
@@ -119,44 +93,30 @@ TEST_F(Group9F, AFaultySensorLeavesTheReadingAndStillShowsTheRecords) {
     station.temperature.outdoor_fault = true;
     station.temperature.high = 40.1;
     train();
-    EXPECT_EQ(panel.Text2[0].text,
-              "+12.3 \xB0"
-              "C");
+    EXPECT_EQ(panel.Text2[0].text, "+12.3 \260C");
     EXPECT_EQ(readings.rawostemp, "+12.3");
-    EXPECT_EQ(panel.TxtOShi.text,
-              "+40.1 \xB0"
-              "C at 14:55 on 17  Feb");
+    EXPECT_EQ(panel.TxtOShi.text, "+40.1 \260C at 14:55 on 17  Feb");
 }
 
 TEST_F(Group9F, AFaultOfOneSensorDoesNotTouchTheOther) {
     station.temperature.outdoor_fault = true;
     station.temperature.indoor = 19.5;
     train();
-    EXPECT_EQ(panel.Text2[8].text,
-              "+19.5 \xB0"
-              "C");
+    EXPECT_EQ(panel.Text2[8].text, "+19.5 \260C");
     station.temperature.outdoor_fault = false;
     station.temperature.indoor_fault = true;
     station.temperature.outdoor = 3.3;
     train();
-    EXPECT_EQ(panel.Text2[0].text,
-              "+3.3 \xB0"
-              "C");
-    EXPECT_EQ(panel.Text2[8].text,
-              "+19.5 \xB0"
-              "C");
+    EXPECT_EQ(panel.Text2[0].text, "+3.3 \260C");
+    EXPECT_EQ(panel.Text2[8].text, "+19.5 \260C");
 }
 
 TEST_F(Group9F, ADigitAboveNineEndsTheNumber) {
     station.temperature.outdoor = 12.3;
     train_with(0x9F, 34, 11);
-    EXPECT_EQ(panel.Text2[0].text,
-              "+12 \xB0"
-              "C");
+    EXPECT_EQ(panel.Text2[0].text, "+12 \260C");
     train_with(0x9F, 33, 13);
-    EXPECT_EQ(panel.Text2[0].text,
-              "+1 \xB0"
-              "C");
+    EXPECT_EQ(panel.Text2[0].text, "+1 \260C");
 }
 
 TEST_F(Group9F, NothingIsShownBeforeTheSecondTrain) {
@@ -191,17 +151,13 @@ TEST_F(Group9F, ShowsTheHeatIndexFromTwentyDegreesOn) {
         const bool has_unit = std::string(c.metric) != "";
         use(TemperatureUnit::celsius);
         train();
-        EXPECT_EQ(panel.TxtHeatInd.text, std::string(c.in_celsius) + (has_unit ? " \xB0"
-                                                                                 "C"
-                                                                               : ""));
+        EXPECT_EQ(panel.TxtHeatInd.text, std::string(c.in_celsius) + (has_unit ? " \260C" : ""));
         EXPECT_EQ(panel.TxtHeatInd.balloon, "Heat Index " + panel.TxtHeatInd.text);
         EXPECT_EQ(state.log_fields.loghind, c.in_celsius);
         EXPECT_EQ(readings.HeatInvariant, c.metric);
         use(TemperatureUnit::fahrenheit);
         train();
-        EXPECT_EQ(panel.TxtHeatInd.text, std::string(c.in_fahrenheit) + (has_unit ? " \xB0"
-                                                                                    "F"
-                                                                                  : ""));
+        EXPECT_EQ(panel.TxtHeatInd.text, std::string(c.in_fahrenheit) + (has_unit ? " \260F" : ""));
         EXPECT_EQ(state.log_fields.loghind, c.in_fahrenheit);
         EXPECT_EQ(readings.HeatInvariant, c.metric);
     }
@@ -212,9 +168,7 @@ TEST_F(Group9F, TheHeatIndexTakesAnOverRangeHumidityAsItReads) {
     station.humidity.outdoor = 97;
     station.humidity.outdoor_over_range = true;
     train();
-    EXPECT_EQ(panel.TxtHeatInd.text,
-              "+42.2 \xB0"
-              "C");
+    EXPECT_EQ(panel.TxtHeatInd.text, "+42.2 \260C");
     EXPECT_DOUBLE_EQ(readings.hinative, 42.2);
 }
 

@@ -104,12 +104,8 @@ struct DewCase {
 };
 
 TEST_F(GroupAF, ShowsDewPointWetBulbDepressionAndCloudBase) {
-    const std::string c_unit =
-        " \xB0"
-        "C";
-    const std::string f_unit =
-        " \xB0"
-        "F";
+    const std::string c_unit = " \260C";
+    const std::string f_unit = " \260F";
     for (const DewCase& c : {
              DewCase{"an ordinary day", 12.3, 54, false, "+3.3", "+37.9", "+8.3", "+46.9", "+4", "+7.2",
                      "1125 meters. (3690 feet)"},
@@ -154,25 +150,18 @@ TEST_F(GroupAF, ShowsDewPointWetBulbDepressionAndCloudBase) {
 TEST_F(GroupAF, BeforeAPressureHasBeenReadThereIsNoWetBulb) {
     station.barometer.hpa = 1050;
     train();
-    EXPECT_EQ(panel.Text2[1].text,
-              "+3.3 \xB0"
-              "C");
+    EXPECT_EQ(panel.Text2[1].text, "+3.3 \260C");
     EXPECT_EQ(state.additional.txtCloudBase.text, "1125 meters. (3690 feet)");
     EXPECT_EQ(state.additional.txtWetBulb.text, "");
     EXPECT_EQ(state.additional.txtWBDep.text, "");
     EXPECT_EQ(readings.WetBulbInvariant, "");
     station.barometer.hpa = 1013;
     train();
-    EXPECT_EQ(state.additional.txtWetBulb.text,
-              "+8.3 \xB0"
-              "C");
+    EXPECT_EQ(state.additional.txtWetBulb.text, "+8.3 \260C");
     station.barometer.hpa = 1050;
     station.temperature.outdoor = 8.1;
     train();
-    EXPECT_EQ(state.additional.txtWetBulb.text,
-              "+4.7 \xB0"
-              "C")
-        << "the last pressure stands";
+    EXPECT_EQ(state.additional.txtWetBulb.text, "+4.7 \260C") << "the last pressure stands";
 }
 
 TEST_F(GroupAF, KeepsTheDewPointAsANumberInCelsius) {
@@ -194,13 +183,8 @@ TEST_F(GroupAF, DewPointNeedsBothSensors) {
         *fault = true;
         train();
         train();
-        EXPECT_EQ(panel.Text2[1].text,
-                  "+3.3 \xB0"
-                  "C")
-            << "the last value stands";
-        EXPECT_EQ(state.additional.txtWetBulb.text,
-                  "+8.3 \xB0"
-                  "C");
+        EXPECT_EQ(panel.Text2[1].text, "+3.3 \260C") << "the last value stands";
+        EXPECT_EQ(state.additional.txtWetBulb.text, "+8.3 \260C");
         EXPECT_EQ(state.additional.txtCloudBase.text, "1125 meters. (3690 feet)");
         *fault = false;
         station.temperature.outdoor = 12.3;
@@ -208,9 +192,7 @@ TEST_F(GroupAF, DewPointNeedsBothSensors) {
         station.temperature.outdoor = 20;
     }
     train();
-    EXPECT_EQ(panel.Text2[1].text,
-              "+10.4 \xB0"
-              "C");
+    EXPECT_EQ(panel.Text2[1].text, "+10.4 \260C");
 }
 
 TEST_F(GroupAF, HumidityZeroEndsTheProgramUnderItsTag) {
@@ -229,9 +211,7 @@ TEST_F(GroupAF, AHumidityThatIsNoNumberIsNotZero) {
     for (const int value : {10, 11, 12, 13, 15}) {
         SCOPED_TRACE(value);
         EXPECT_NO_THROW(train_with(0x8F, 41, value));
-        EXPECT_EQ(panel.Text2[1].text,
-                  "+3.3 \xB0"
-                  "C");
+        EXPECT_EQ(panel.Text2[1].text, "+3.3 \260C");
     }
     station.humidity.outdoor = 3;
     for (int value = 10; value <= 15; ++value) EXPECT_NO_THROW(train_with(0x8F, 42, value)) << value;

@@ -44,9 +44,7 @@ TEST_F(TrainAndLoneWind, OnlyATrainMakesTheChillValid) {
     panel.TxtWindChill.text.clear();
     lone();
     EXPECT_FALSE(readings.ChillValid);
-    EXPECT_EQ(panel.TxtWindChill.text,
-              "+11.2 \xB0"
-              "C");
+    EXPECT_EQ(panel.TxtWindChill.text, "+11.2 \260C");
     train();
     EXPECT_TRUE(readings.ChillValid);
 }

@@ -16,12 +16,8 @@ struct ChillCase {
 };
 
 TEST_F(WindChillDisplay, ShowsTheWindChillByFormula) {
-    const std::string c_unit =
-        " \xB0"
-        "C";
-    const std::string f_unit =
-        " \xB0"
-        "F";
+    const std::string c_unit = " \260C";
+    const std::string f_unit = " \260F";
     for (const ChillCase& c : {
              ChillCase{"a mild day", 12.3, 3.1, "+11.2", "+52.2"},
              ChillCase{"a whole number", 8.1, 3.4, "+6", "+42.8"},
@@ -68,16 +64,12 @@ TEST_F(WindChillDisplay, CalmForTheChillIsWhatIsCalmInTheUnitOfDisplay) {
     station.wind.average_ms = 0.1;
     use(WindUnit::ms);
     train();
-    EXPECT_EQ(panel.TxtWindChill.text,
-              "+35.5 \xB0"
-              "C");
+    EXPECT_EQ(panel.TxtWindChill.text, "+35.5 \260C");
     for (const WindUnit unit : {WindUnit::kph, WindUnit::mph, WindUnit::knots}) {
         SCOPED_TRACE(static_cast<int>(unit));
         use(unit);
         train();
-        EXPECT_EQ(panel.TxtWindChill.text,
-                  "+36 \xB0"
-                  "C");
+        EXPECT_EQ(panel.TxtWindChill.text, "+36 \260C");
     }
 }
 
@@ -99,14 +91,10 @@ TEST_F(WindChillDisplay, ShowsTheStationsOwnChillWhenTheFormulaIsOff) {
         station.wind.chill_c = c.celsius;
         use(TemperatureUnit::celsius);
         train();
-        EXPECT_EQ(panel.TxtWindChill.text, std::string(c.in_celsius) +
-                                               " \xB0"
-                                               "C");
+        EXPECT_EQ(panel.TxtWindChill.text, std::string(c.in_celsius) + " \260C");
         use(TemperatureUnit::fahrenheit);
         train();
-        EXPECT_EQ(panel.TxtWindChill.text, std::string(c.in_fahrenheit) +
-                                               " \xB0"
-                                               "F");
+        EXPECT_EQ(panel.TxtWindChill.text, std::string(c.in_fahrenheit) + " \260F");
     }
 }
 
@@ -150,9 +138,7 @@ TEST_F(WindChillDisplay, ALoneGroupMovesTheChillToo) {
     train();
     station.wind.average_ms = 0;
     lone();
-    EXPECT_EQ(panel.TxtWindChill.text,
-              "+12.3 \xB0"
-              "C");
+    EXPECT_EQ(panel.TxtWindChill.text, "+12.3 \260C");
 }
 
 }  // namespace

@@ -13,9 +13,7 @@ TEST(WorldTest, ACopyStartsAndShowsTheWeatherOfTheSecondTrain) {
     world.start();
     EXPECT_TRUE(world.state().comm.SerComReady);
     world.send_trains(2);
-    EXPECT_EQ(world.panel().Text2[0].text,
-              "+12.3 \xB0"
-              "C");
+    EXPECT_EQ(world.panel().Text2[0].text, "+12.3 \260C");
     EXPECT_EQ(world.state().comm.counters.trains, 2u);
 }
 
