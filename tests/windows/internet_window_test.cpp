@@ -66,7 +66,7 @@ struct InternetDialogWindow : testing::Test {
          .refused = [this](const std::string& message) { refused.push_back(message); }}};
 };
 
-TEST_F(InternetDialogWindow, has_a_control_for_every_value) {
+TEST_F(InternetDialogWindow, HasAControlForEveryValue) {
     InternetDialog dialog;
     for (const DialogControl& control : dialog_controls(dialog)) {
         EXPECT_NE(window.findChild<QWidget*>(QString::fromStdString(std::string(control.name))), nullptr)
@@ -80,14 +80,14 @@ TEST_F(InternetDialogWindow, has_a_control_for_every_value) {
     EXPECT_EQ(window.windowTitle(), "Nimbry FTP / Email Setup");
 }
 
-TEST_F(InternetDialogWindow, has_its_five_tabs) {
+TEST_F(InternetDialogWindow, HasItsFiveTabs) {
     auto& tabs = find<QTabWidget>("tabs");
     QStringList names;
     for (int n = 0; n < tabs.count(); ++n) names << tabs.tabText(n).remove(u'&');
     EXPECT_EQ(names, (QStringList{"FTP", "Email", "Weather services", "Local save", "Connection"}));
 }
 
-TEST_F(InternetDialogWindow, opens_as_tall_as_its_tallest_tab_where_the_screen_has_room) {
+TEST_F(InternetDialogWindow, OpensAsTallAsItsTallestTabWhereTheScreenHasRoom) {
     auto& tabs = find<QTabWidget>("tabs");
     const int room = window.screen()->availableSize().height() - 60;
     EXPECT_LE(window.height(), std::max(room, window.minimumSizeHint().height()));
@@ -101,7 +101,7 @@ TEST_F(InternetDialogWindow, opens_as_tall_as_its_tallest_tab_where_the_screen_h
     }
 }
 
-TEST_F(InternetDialogWindow, hands_over_what_was_edited_and_closes) {
+TEST_F(InternetDialogWindow, HandsOverWhatWasEditedAndCloses) {
     EXPECT_EQ(find<QLineEdit>("txtFTPServer").text(), "ftp.home.net");
     type("txtMailServer", "mail.home.net");
     find<QCheckBox>("chkLocal").click();
@@ -120,7 +120,7 @@ TEST_F(InternetDialogWindow, hands_over_what_was_edited_and_closes) {
     EXPECT_EQ(closed, 1);
 }
 
-TEST_F(InternetDialogWindow, masks_passwords_and_keeps_them_in_UTF8) {
+TEST_F(InternetDialogWindow, MasksPasswordsAndKeepsThemInUTF8) {
     auto& line = find<QLineEdit>("txtFTPPass");
     EXPECT_EQ(line.echoMode(), QLineEdit::Password);
     EXPECT_EQ(line.text(), QString::fromUtf8("p\xC3\xA4ss"));
@@ -133,7 +133,7 @@ TEST_F(InternetDialogWindow, masks_passwords_and_keeps_them_in_UTF8) {
     EXPECT_EQ(accepted.value().FTPPass, "\xC3\xBC\xE2\x82\xAC");
 }
 
-TEST_F(InternetDialogWindow, brings_up_the_field_that_cannot_be_taken) {
+TEST_F(InternetDialogWindow, BringsUpTheFieldThatCannotBeTaken) {
     find<QTabWidget>("tabs").setCurrentIndex(4);
     find<QCheckBox>("ChkSendMail").click();
     find<QPushButton>("Command1").click();
@@ -145,7 +145,7 @@ TEST_F(InternetDialogWindow, brings_up_the_field_that_cannot_be_taken) {
     EXPECT_TRUE(window.isVisible());
 }
 
-TEST_F(InternetDialogWindow, APRS_is_not_selected_without_a_location) {
+TEST_F(InternetDialogWindow, APRSIsNotSelectedWithoutALocation) {
     state.settings.Latitude = "999";
     find<QCheckBox>("chkAPRS").click();
     EXPECT_FALSE(find<QCheckBox>("chkAPRS").isChecked());
@@ -155,7 +155,7 @@ TEST_F(InternetDialogWindow, APRS_is_not_selected_without_a_location) {
     EXPECT_TRUE(find<QCheckBox>("chkAPRS").isChecked());
 }
 
-TEST_F(InternetDialogWindow, the_schedule_takes_times_and_the_changeover) {
+TEST_F(InternetDialogWindow, TheScheduleTakesTimesAndTheChangeover) {
     find<QSpinBox>("txtMailHours").setValue(6);
     find<QSpinBox>("txtMailMins").setValue(5);
     find<QPushButton>("cmdAddMail").click();
@@ -171,12 +171,12 @@ TEST_F(InternetDialogWindow, the_schedule_takes_times_and_the_changeover) {
     EXPECT_EQ(accepted.value().MailList, (std::vector<std::string>{"*CHANGE*", "06:05"}));
 }
 
-TEST_F(InternetDialogWindow, the_interval_goes_from_five_minutes) {
+TEST_F(InternetDialogWindow, TheIntervalGoesFromFiveMinutes) {
     EXPECT_EQ(find<QSpinBox>("txtWUMins").minimum(), 5);
     EXPECT_EQ(find<QSpinBox>("txtWUMins").value(), 10);
 }
 
-TEST_F(InternetDialogWindow, a_forced_run_accepts_first_and_has_the_window_out_of_the_way) {
+TEST_F(InternetDialogWindow, AForcedRunAcceptsFirstAndHasTheWindowOutOfTheWay) {
     find<QPushButton>("cmdForceWU").click();
     ASSERT_EQ(forced.size(), 1U);
     EXPECT_EQ(forced[0].second, ForcedRun::weather);
@@ -194,7 +194,7 @@ TEST_F(InternetDialogWindow, a_forced_run_accepts_first_and_has_the_window_out_o
     EXPECT_EQ(refused, std::vector<std::string>{"Nimbry is currently busy sending email"});
 }
 
-TEST_F(InternetDialogWindow, is_locked_while_the_engine_says_so) {
+TEST_F(InternetDialogWindow, IsLockedWhileTheEngineSaysSo) {
     state.setup.FTP.caption = "Temporarily Locked";
     state.setup.FTP.enabled = false;
     window.refresh();
@@ -205,7 +205,7 @@ TEST_F(InternetDialogWindow, is_locked_while_the_engine_says_so) {
     EXPECT_TRUE(window.isEnabled());
 }
 
-TEST_F(InternetDialogWindow, follows_what_is_committed_elsewhere) {
+TEST_F(InternetDialogWindow, FollowsWhatIsCommittedElsewhere) {
     type("txtMailServer", "typed.here");
     state.publish.NimbryFTPSetup.FTPServer = "other.net";
     state.publish.NimbryFTPSetup.FTPPass = "new";

@@ -92,7 +92,7 @@ const Case cases[]{
     {"TxtYBarMin", "Minimum barometric pressure", "1012 mB\r\n1012 hPa\r\n29.88 In.Hg"},
 };
 
-TEST_F(ConversionPopups, tell_a_reading_in_every_unit_from_its_metric_value) {
+TEST_F(ConversionPopups, TellAReadingInEveryUnitFromItsMetricValue) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.box);
         const auto popup = conversion_popup(state, c.box);
@@ -102,13 +102,13 @@ TEST_F(ConversionPopups, tell_a_reading_in_every_unit_from_its_metric_value) {
     }
 }
 
-TEST_F(ConversionPopups, are_the_same_whatever_the_units_of_display) {
+TEST_F(ConversionPopups, AreTheSameWhateverTheUnitsOfDisplay) {
     state.settings.fTempF = state.settings.fBarinhg = state.settings.fRainin = state.settings.fWindknots = true;
     state.units = units_from(state.settings);
     for (const Case& c : cases) EXPECT_EQ(conversion_popup(state, c.box)->lines, c.lines) << c.box;
 }
 
-TEST_F(ConversionPopups, only_boxes_with_something_to_convert_have_one) {
+TEST_F(ConversionPopups, OnlyBoxesWithSomethingToConvertHaveOne) {
     std::vector<std::string_view> with;
     for (const NamedBox& box : named_boxes(state))
         if (conversion_popup(state, box.name)) with.push_back(box.name);
@@ -118,7 +118,7 @@ TEST_F(ConversionPopups, only_boxes_with_something_to_convert_have_one) {
     EXPECT_EQ(with.size(), std::size(cases) + 1) << "the cases above, and the gust of the last hour";
 }
 
-TEST_F(ConversionPopups, the_gust_of_the_last_hour_is_turned_back_from_its_unit) {
+TEST_F(ConversionPopups, TheGustOfTheLastHourIsTurnedBackFromItsUnit) {
     state.panel.TxtWindGLH.text = "31.3 km/h";
     EXPECT_EQ(conversion_popup(state, "TxtWindGLH"),
               (ConversionPopup{"Maximum wind gust in last hour", "8.7 m/s\r\n31.3 km/h\r\n19.4 MPH\r\n17.1 Knots"}));
@@ -126,7 +126,7 @@ TEST_F(ConversionPopups, the_gust_of_the_last_hour_is_turned_back_from_its_unit)
     EXPECT_EQ(conversion_popup(state, "TxtWindGLH")->lines, "0 m/s\r\n0 km/h\r\n0 MPH\r\n0 Knots");
 }
 
-TEST_F(ConversionPopups, a_box_without_a_value_has_none) {
+TEST_F(ConversionPopups, ABoxWithoutAValueHasNone) {
     for (const char* text : {"", "  ", "Error", " Error ", "n.a.", "- No Valid Data -", "- No Data Available -",
                              "- No data available yet -", " -- "}) {
         SCOPED_TRACE(text);
@@ -141,7 +141,7 @@ TEST_F(ConversionPopups, a_box_without_a_value_has_none) {
     }
 }
 
-TEST_F(ConversionPopups, calm_is_a_wind_of_0_in_every_unit) {
+TEST_F(ConversionPopups, CalmIsAWindOf0InEveryUnit) {
     for (const char* box : {"Text2(3)", "Text2(6)", "TxtGustMax", "TxtYGustMax"}) {
         find_box(state, box)->text = "Calm";
         EXPECT_EQ(conversion_popup(state, box)->lines, "0 m/s\r\n0 km/h\r\n0 MPH\r\n0 Knots") << box;
@@ -154,7 +154,7 @@ struct SignCase {
     const char* lines;
 };
 
-TEST_F(ConversionPopups, a_temperature_has_its_sign_in_both_lines) {
+TEST_F(ConversionPopups, ATemperatureHasItsSignInBothLines) {
     for (const SignCase& c : {SignCase{"frost in both", "-30.0", "-30 \260C\r\n-22 \260F"},
                               SignCase{"frost in one only", "-04.7", "-4.7 \260C\r\n+23.5 \260F"},
                               SignCase{"the station's minus before 0", "-00.0", "-0 \260C\r\n+32 \260F"},
@@ -164,12 +164,12 @@ TEST_F(ConversionPopups, a_temperature_has_its_sign_in_both_lines) {
     }
 }
 
-TEST_F(ConversionPopups, the_total_has_no_date_before_the_station_told_it) {
+TEST_F(ConversionPopups, TheTotalHasNoDateBeforeTheStationToldIt) {
     state.readings.RainSinceText.clear();
     EXPECT_EQ(conversion_popup(state, "TxtRainTot")->name, "Total rainfall");
 }
 
-TEST(ConversionPopup, of_yesterday_goes_by_what_its_column_shows) {
+TEST(ConversionPopup, OfYesterdayGoesByWhatItsColumnShows) {
     WeatherState state;
     state.records.day.maxbar = 1019;
     state.records.day.maxtemp = 20.5F;
@@ -190,7 +190,7 @@ TEST(ConversionPopup, of_yesterday_goes_by_what_its_column_shows) {
 
 class ConversionsOfATrain : public Decoding {};
 
-TEST_F(ConversionsOfATrain, go_by_what_the_station_sent) {
+TEST_F(ConversionsOfATrain, GoByWhatTheStationSent) {
     station.temperature = {.indoor = 21.5, .outdoor = -4.7, .high = 38.4, .low = -12.6};
     station.barometer.hpa = 998;
     station.rain.rate_mm = 6;

@@ -91,7 +91,7 @@ void load_front(WeatherState& state) {
     setgraphscales(state);
 }
 
-TEST(GraphDrawing, all_six_graphs_are_drawn_as_worked_out_by_hand) {
+TEST(GraphDrawing, AllSixGraphsAreDrawnAsWorkedOutByHand) {
     WeatherState state;
     load_front(state);
     level_scales(state.graphs, true);
@@ -137,7 +137,7 @@ struct TickCase {
     const char* last_hour;
 };
 
-TEST(GraphDrawing, hours_are_ticked_along_the_time_axis) {
+TEST(GraphDrawing, HoursAreTickedAlongTheTimeAxis) {
     const TickCase cases[] = {
         {1440, 25, 248, 6432, "00", "23"}, {1000, 17, 357, 6192, "07", "23"}, {90, 2, 3968, 4448, "22", "23"},
         {60, 2, 5952, 6432, "23", "23"},   {59, 2, 5952, 6432, "23", "23"},   {1, 2, 5952, 6432, "23", "23"},
@@ -164,7 +164,7 @@ TEST(GraphDrawing, hours_are_ticked_along_the_time_axis) {
     }
 }
 
-TEST(GraphDrawing, an_hour_whose_time_is_unknown_has_question_marks) {
+TEST(GraphDrawing, AnHourWhoseTimeIsUnknownHasQuestionMarks) {
     WeatherState state;
     fill(state, 1440);
     state.graphs.rows.row(1).set_gtime("??");
@@ -180,7 +180,7 @@ struct XCase {
     double main_x, small_x;
 };
 
-TEST(GraphDrawing, each_row_stands_in_the_middle_of_its_share_of_the_axis) {
+TEST(GraphDrawing, EachRowStandsInTheMiddleOfItsShareOfTheAxis) {
     const XCase cases[] = {
         {1, 1440, 482.0667, 300.4375},
         {1440, 1440, 6429.9333, 1559.5625},
@@ -202,7 +202,7 @@ struct RowCase {
     int count, row;
 };
 
-TEST(GraphDrawing, a_place_on_the_axis_belongs_to_one_row) {
+TEST(GraphDrawing, APlaceOnTheAxisBelongsToOneRow) {
     const RowCase cases[] = {
         {"the first row begins at the axis", 480, 1440, 1},
         {"and ends 4.13 twips on", 484.13, 1440, 1},
@@ -217,7 +217,7 @@ TEST(GraphDrawing, a_place_on_the_axis_belongs_to_one_row) {
     for (const RowCase& c : cases) EXPECT_EQ(row_at(c.x, c.count), c.row) << c.law;
 }
 
-TEST(GraphDrawing, a_value_stands_between_the_ends_of_its_axis) {
+TEST(GraphDrawing, AValueStandsBetweenTheEndsOfItsAxis) {
     EXPECT_EQ(value_y(main_plot, 0, 0, 100), 2400);
     EXPECT_EQ(value_y(main_plot, 100, 0, 100), 385);
     EXPECT_EQ(value_y(main_plot, 25, 0, 100), 1896.25);
@@ -226,7 +226,7 @@ TEST(GraphDrawing, a_value_stands_between_the_ends_of_its_axis) {
     EXPECT_EQ(value_y(small_plot, 50, 0, 100), 350);
 }
 
-TEST(GraphDrawing, one_sample_alone_is_a_dot) {
+TEST(GraphDrawing, OneSampleAloneIsADot) {
     WeatherState state;
     fill(state, 1);
     const GraphDrawing drawing = barometer_of(state, false);
@@ -235,14 +235,14 @@ TEST(GraphDrawing, one_sample_alone_is_a_dot) {
     EXPECT_EQ(drawing.lines.size(), 2U) << "the axes";
 }
 
-TEST(GraphDrawing, an_empty_store_has_axes_only) {
+TEST(GraphDrawing, AnEmptyStoreHasAxesOnly) {
     WeatherState state;
     fill(state, 0);
     EXPECT_TRUE(barometer_of(state).dots.empty());
     for (const GraphLine& line : barometer_of(state).lines) EXPECT_NE(line.pen, GraphPen::first);
 }
 
-TEST(GraphDrawing, a_small_pane_has_neither_ticks_nor_grid_nor_labels) {
+TEST(GraphDrawing, ASmallPaneHasNeitherTicksNorGridNorLabels) {
     WeatherState state;
     fill(state, 100);
     const GraphDrawing drawing = barometer_of(state, false);
@@ -253,7 +253,7 @@ TEST(GraphDrawing, a_small_pane_has_neither_ticks_nor_grid_nor_labels) {
     }
 }
 
-TEST(GraphDrawing, the_indoor_series_are_drawn_only_with_their_switch) {
+TEST(GraphDrawing, TheIndoorSeriesAreDrawnOnlyWithTheirSwitch) {
     WeatherState state;
     load_front(state);
     level_scales(state.graphs, false);
@@ -263,7 +263,7 @@ TEST(GraphDrawing, the_indoor_series_are_drawn_only_with_their_switch) {
     }
 }
 
-TEST(GraphDrawing, pens_have_their_colours_and_differ_in_dash) {
+TEST(GraphDrawing, PensHaveTheirColoursAndDifferInDash) {
     EXPECT_EQ(look_of(GraphPen::axis).colour, 65280U);
     EXPECT_EQ(look_of(GraphPen::grid).colour, 0x808080U) << "grey";
     EXPECT_EQ(look_of(GraphPen::first).colour, 0xFFFF00U) << "cyan";

@@ -58,7 +58,7 @@ std::string day_of(const GraphState& graphs) {
 
 // --- The text
 
-TEST(GraphFile, has_its_lines_in_order) {
+TEST(GraphFile, HasItsLinesInOrder) {
     const std::vector<std::string> lines = lines_of(file_of(2));
     ASSERT_EQ(lines.size(), 63U + 11 * 3);
     EXPECT_EQ(lines[0], "05 Oct 2026 14:00:40");
@@ -78,13 +78,13 @@ TEST(GraphFile, has_its_lines_in_order) {
     EXPECT_EQ(lines[95], " 3.125 ");
 }
 
-TEST(GraphFile, is_63_lines_and_11_for_each_row_and_row_0) {
+TEST(GraphFile, Is63LinesAnd11ForEachRowAndRow0) {
     for (const int count : {1, 60, 1440}) {
         EXPECT_EQ(lines_of(file_of(count)).size(), 63U + 11U * (static_cast<unsigned>(count) + 1)) << count;
     }
 }
 
-TEST(GraphFile, what_was_saved_loads_as_the_same_day) {
+TEST(GraphFile, WhatWasSavedLoadsAsTheSameDay) {
     for (const int count : {1, 2, 59, 1440}) {
         SCOPED_TRACE(count);
         GraphState before, after;
@@ -107,7 +107,7 @@ struct AgeCase {
     int grafage;
 };
 
-TEST(GraphFile, is_good_for_a_day) {
+TEST(GraphFile, IsGoodForADay) {
     const AgeCase cases[] = {
         {"at once", seconds{0}, GraphFileOutcome::loaded, 0},
         {"less than a minute", seconds{59}, GraphFileOutcome::loaded, 0},
@@ -129,7 +129,7 @@ TEST(GraphFile, is_good_for_a_day) {
     }
 }
 
-TEST(GraphFile, the_time_since_its_save_is_a_flat_stretch_of_unknown_time) {
+TEST(GraphFile, TheTimeSinceItsSaveIsAFlatStretchOfUnknownTime) {
     GraphState graphs;
     read_graph_file(file_of(100), saved + minutes{30}, graphs);
     EXPECT_EQ(graphs.rows.windsamples(), 130);
@@ -156,7 +156,7 @@ GraphFileOutcome load_and_go_on(const std::string& text, GraphState& graphs, Civ
     return outcome;
 }
 
-TEST(GraphFile, cut_short_anywhere_it_is_as_good_as_none) {
+TEST(GraphFile, CutShortAnywhereItIsAsGoodAsNone) {
     const std::string whole = file_of(3);
     const std::size_t last_line = whole.rfind("\r\n", whole.size() - 3) + 2;
     for (std::size_t length = 0; length < whole.size(); ++length) {
@@ -173,7 +173,7 @@ TEST(GraphFile, cut_short_anywhere_it_is_as_good_as_none) {
     }
 }
 
-TEST(GraphFile, a_text_in_any_lines_place) {
+TEST(GraphFile, ATextInAnyLinesPlace) {
     const std::vector<std::string> whole = lines_of(file_of(3));
     for (const char* text : {"rubbish", "", "12,5", "1E99", "nan", "inf", "--1", "0x10", "1 2", "\xB0"}) {
         for (std::size_t n = 0; n < whole.size(); ++n) {
@@ -193,7 +193,7 @@ TEST(GraphFile, a_text_in_any_lines_place) {
     }
 }
 
-TEST(GraphFile, a_line_that_is_no_number_keeps_the_value_that_was_there) {
+TEST(GraphFile, ALineThatIsNoNumberKeepsTheValueThatWasThere) {
     std::vector<std::string> lines = lines_of(file_of(2));
     lines[7] = "x";                 // gscale(1, 1)
     lines[63 + 11 + 3] = "twelve";  // gdata(2, 1)
@@ -214,7 +214,7 @@ struct CountCase {
     GraphFileOutcome outcome;
 };
 
-TEST(GraphFile, counts_that_the_rows_cannot_have_make_it_as_good_as_none) {
+TEST(GraphFile, CountsThatTheRowsCannotHaveMakeItAsGoodAsNone) {
     const CountCase cases[] = {
         {"as saved", " 3 ", " 3 ", GraphFileOutcome::loaded},
         {"fewer samples than rows", " 3 ", " 2 ", GraphFileOutcome::loaded},
@@ -241,7 +241,7 @@ TEST(GraphFile, counts_that_the_rows_cannot_have_make_it_as_good_as_none) {
     }
 }
 
-TEST(GraphFile, the_counts_of_row_0_give_way_to_the_number_of_samples) {
+TEST(GraphFile, TheCountsOfRow0GiveWayToTheNumberOfSamples) {
     std::vector<std::string> lines = lines_of(file_of(3));
     for (std::size_t s = 0; s < 10; ++s) lines[64 + s] = " 1e9 ";
     GraphState graphs;
@@ -249,7 +249,7 @@ TEST(GraphFile, the_counts_of_row_0_give_way_to_the_number_of_samples) {
     EXPECT_EQ(graphs.rows.windsamples(), 4);
 }
 
-TEST(GraphFile, its_line_ends_may_be_of_either_kind_and_the_last_may_be_missing) {
+TEST(GraphFile, ItsLineEndsMayBeOfEitherKindAndTheLastMayBeMissing) {
     std::string text = file_of(3);
     text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
     text.pop_back();
@@ -258,7 +258,7 @@ TEST(GraphFile, its_line_ends_may_be_of_either_kind_and_the_last_may_be_missing)
     EXPECT_EQ(graphs.rows.gdata(9, 3), 4.125F);
 }
 
-TEST(GraphFile, a_stamp_that_is_no_date_is_kept_as_it_stands) {
+TEST(GraphFile, AStampThatIsNoDateIsKeptAsItStands) {
     std::vector<std::string> lines = lines_of(file_of(2));
     lines[74] = "  some other time of the year  ";
     GraphState graphs;
@@ -271,7 +271,7 @@ struct LineCase {
     std::optional<float> number;
 };
 
-TEST(GraphFile, a_number_may_be_written_in_many_ways_and_always_with_a_point) {
+TEST(GraphFile, ANumberMayBeWrittenInManyWaysAndAlwaysWithAPoint) {
     const LineCase cases[] = {
         {" 12.5 ", 12.5F},      {"12.5", 12.5F},        {"   12.5", 12.5F},
         {"-12.5 ", -12.5F},     {" .5 ", 0.5F},         {"-.5", -0.5F},

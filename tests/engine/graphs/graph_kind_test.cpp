@@ -33,7 +33,7 @@ const KindCase cases[] = {
     {GraphKind::direction, "direction", "Wind Direction \xB0", "Wind Direction \xB0", {""}, {""}, {7}},
 };
 
-TEST(GraphKind, each_has_its_title_with_the_unit_in_force_and_its_legend) {
+TEST(GraphKind, EachHasItsTitleWithTheUnitInForceAndItsLegend) {
     Units other;
     other.temperature_text = degrees('F');
     other.wind_text = "KT";
@@ -56,14 +56,14 @@ TEST(GraphKind, each_has_its_title_with_the_unit_in_force_and_its_legend) {
     }
 }
 
-TEST(GraphKind, every_series_is_drawn_once) {
+TEST(GraphKind, EverySeriesIsDrawnOnce) {
     std::multiset<int> drawn;
     for (const KindCase& c : cases)
         for (const GraphSeries& each : graph_series(c.kind, true)) drawn.insert(each.s);
     EXPECT_EQ(drawn, (std::multiset<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
 }
 
-TEST(GraphKind, two_series_of_one_pane_never_look_the_same) {
+TEST(GraphKind, TwoSeriesOfOnePaneNeverLookTheSame) {
     for (const KindCase& c : cases) {
         std::set<SeriesLook> looks;
         for (const GraphSeries& each : graph_series(c.kind, true)) looks.insert(each.look);
@@ -71,7 +71,7 @@ TEST(GraphKind, two_series_of_one_pane_never_look_the_same) {
     }
 }
 
-TEST(GraphKind, the_first_seven_characters_of_a_title_tell_it) {
+TEST(GraphKind, TheFirstSevenCharactersOfATitleTellIt) {
     for (const KindCase& c : cases) {
         EXPECT_EQ(graph_of_title(c.title), c.kind) << c.title;
         EXPECT_EQ(graph_of_title(std::string(c.title).substr(0, 7)), c.kind) << c.title;
@@ -82,7 +82,7 @@ TEST(GraphKind, the_first_seven_characters_of_a_title_tell_it) {
     EXPECT_EQ(graph_of_title(""), GraphKind::temperature);
 }
 
-TEST(GraphKind, they_follow_each_other_round_and_round) {
+TEST(GraphKind, TheyFollowEachOtherRoundAndRound) {
     EXPECT_EQ(graph_after(GraphKind::temperature, 1), GraphKind::humidity);
     EXPECT_EQ(graph_after(GraphKind::humidity, 1), GraphKind::wind);
     EXPECT_EQ(graph_after(GraphKind::wind, 1), GraphKind::barometer);
@@ -93,7 +93,7 @@ TEST(GraphKind, they_follow_each_other_round_and_round) {
     EXPECT_EQ(graph_after(GraphKind::rain, 0), GraphKind::rain);
 }
 
-TEST(GraphKind, the_words_above_the_small_panes_are_all_different) {
+TEST(GraphKind, TheWordsAboveTheSmallPanesAreAllDifferent) {
     std::set<std::string_view> words;
     for (const KindCase& c : cases) words.insert(graph_word(c.kind));
     EXPECT_EQ(words.size(), 6U);

@@ -47,7 +47,7 @@ bool overlap(const PlacedLabel& a, const PlacedLabel& b, double height) {
     return a.left < b.left + b.width && b.left < a.left + a.width && std::abs(a.middle - b.middle) < height;
 }
 
-TEST(GraphLayout, no_two_labels_touch_and_none_is_cut) {
+TEST(GraphLayout, NoTwoLabelsTouchAndNoneIsCut) {
     for (const SizeCase& c : sizes) {
         for (int n = 0; n < graph_count; ++n) {
             SCOPED_TRACE(std::string(c.law) + ", graph " + std::to_string(n));
@@ -74,12 +74,12 @@ std::vector<std::string> texts(const GraphLayout& layout) {
     return all;
 }
 
-TEST(GraphLayout, writes_every_label_where_there_is_room) {
+TEST(GraphLayout, WritesEveryLabelWhereThereIsRoom) {
     const GraphLayout layout(day(GraphKind::direction), 1400, 900, letters(6, 13));
     EXPECT_EQ(layout.labels().size(), 9U + 25U);
 }
 
-TEST(GraphLayout, leaves_out_hours_in_equal_steps_where_there_is_none) {
+TEST(GraphLayout, LeavesOutHoursInEqualStepsWhereThereIsNone) {
     // 440 pixels less the margins are 16.7 an hour; two figures of 7 and the gap need 18.
     const GraphLayout layout(day(GraphKind::direction), 440, 180, letters(7, 13));
     const auto all = texts(layout);
@@ -88,14 +88,14 @@ TEST(GraphLayout, leaves_out_hours_in_equal_steps_where_there_is_none) {
     EXPECT_EQ(all[10], day(GraphKind::direction).labels[2].text);
 }
 
-TEST(GraphLayout, keeps_both_ends_of_the_value_axis_while_it_can) {
+TEST(GraphLayout, KeepsBothEndsOfTheValueAxisWhileItCan) {
     const GraphLayout layout(day(GraphKind::direction), 440, 180, letters(12, 40));
     const auto all = texts(layout);
     EXPECT_EQ(all[0], "00");
     EXPECT_NE(std::find(all.begin(), all.end(), " N"), all.end());
 }
 
-TEST(GraphLayout, the_graph_takes_what_the_labels_leave) {
+TEST(GraphLayout, TheGraphTakesWhatTheLabelsLeave) {
     const GraphLayout layout(day(GraphKind::direction), 500, 200, letters(6, 12));
     // Labels are three letters at most: 18, a rim of 4, and half an hour's width and 1 to the axis.
     EXPECT_DOUBLE_EQ(layout.x(480), 18 + 4 + 7);
@@ -104,7 +104,7 @@ TEST(GraphLayout, the_graph_takes_what_the_labels_leave) {
     EXPECT_DOUBLE_EQ(layout.y(2440), 200 - 12 - 4) << "the ticks end above the hours";
 }
 
-TEST(GraphLayout, a_small_pane_is_filled_but_for_a_rim) {
+TEST(GraphLayout, ASmallPaneIsFilledButForARim) {
     const GraphLayout layout(day(GraphKind::wind, false), 100, 60, letters(6, 12));
     EXPECT_DOUBLE_EQ(layout.x(300), 6);
     EXPECT_DOUBLE_EQ(layout.x(1560), 94);
@@ -113,7 +113,7 @@ TEST(GraphLayout, a_small_pane_is_filled_but_for_a_rim) {
     EXPECT_TRUE(layout.labels().empty());
 }
 
-TEST(GraphLayout, finds_the_way_back_from_a_pixel) {
+TEST(GraphLayout, FindsTheWayBackFromAPixel) {
     const GraphLayout layout(day(GraphKind::barometer), 517, 233, letters(7, 15));
     for (const double twips : {480.0, 3456.0, 6432.0}) EXPECT_NEAR(layout.twips_of(layout.x(twips)), twips, 1e-6);
 }
@@ -123,7 +123,7 @@ GraphLayout small_pane() {
     return {day(GraphKind::wind, false), 112, 60, letters(6, 12)};
 }
 
-TEST(GraphLayout, of_a_column_of_pixels_a_line_keeps_the_highest_and_the_lowest_point_in_their_order) {
+TEST(GraphLayout, OfAColumnOfPixelsALineKeepsTheHighestAndTheLowestPointInTheirOrder) {
     const GraphLayout layout = small_pane();
     const auto path = layout.path({{300, 550}, {303, 150}, {306, 350}, {309, 400}, {330, 350}, {331, 350}, {360, 150}});
     ASSERT_EQ(path.size(), 4U);
@@ -135,7 +135,7 @@ TEST(GraphLayout, of_a_column_of_pixels_a_line_keeps_the_highest_and_the_lowest_
     EXPECT_DOUBLE_EQ(falling[0].y, 6) << "the higher one came first";
 }
 
-TEST(GraphLayout, a_line_of_few_points_keeps_them_all) {
+TEST(GraphLayout, ALineOfFewPointsKeepsThemAll) {
     const GraphLayout layout = small_pane();
     const auto path = layout.path({{1560, 550}, {300, 550}});
     ASSERT_EQ(path.size(), 2U);
@@ -144,12 +144,12 @@ TEST(GraphLayout, a_line_of_few_points_keeps_them_all) {
     EXPECT_TRUE(layout.path({}).empty());
 }
 
-TEST(GraphLayout, a_full_day_in_a_small_pane_is_no_more_than_two_points_a_column) {
+TEST(GraphLayout, AFullDayInASmallPaneIsNoMoreThanTwoPointsAColumn) {
     const GraphLayout layout = small_pane();
     for (const GraphLine& line : day(GraphKind::wind, false).lines) EXPECT_LE(layout.path(line.points).size(), 202U);
 }
 
-TEST(GraphLayout, dots_that_lie_on_each_other_are_one) {
+TEST(GraphLayout, DotsThatLieOnEachOtherAreOne) {
     const GraphLayout layout = small_pane();
     EXPECT_EQ(layout.spots({{300, 550}, {305, 550}, {307, 550}, {307, 540}, {307, 536}}).size(), 3U);
 }

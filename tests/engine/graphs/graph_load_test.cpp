@@ -17,7 +17,7 @@ namespace {
 using namespace std::chrono_literals;
 using testing::IsEmpty;
 
-TEST(GraphLoad, brings_the_day_back_with_the_time_that_passed) {
+TEST(GraphLoad, BringsTheDayBackWithTheTimeThatPassed) {
     StoredDay before(100);
     const std::string file = before.saved_file();
     StoredDay store;
@@ -30,7 +30,7 @@ TEST(GraphLoad, brings_the_day_back_with_the_time_that_passed) {
     EXPECT_EQ(store.graphs.grafage, 10);
 }
 
-TEST(GraphLoad, draws_at_once) {
+TEST(GraphLoad, DrawsAtOnce) {
     StoredDay before(100);
     StoredDay store;
     store.graphs.GraphsDisplayed = false;
@@ -41,7 +41,7 @@ TEST(GraphLoad, draws_at_once) {
     EXPECT_FALSE(store.graphs.grafsjustloaded);
 }
 
-TEST(GraphLoad, with_drawing_switched_off_waits_to_be_drawn) {
+TEST(GraphLoad, WithDrawingSwitchedOffWaitsToBeDrawn) {
     StoredDay before(100);
     StoredDay store;
     store.graphs.GraphsDisplayed = false;
@@ -59,7 +59,7 @@ struct AbsentCase {
     std::optional<std::string> file;
 };
 
-TEST(GraphLoad, without_a_good_file_the_store_is_empty_and_the_next_sample_starts_one) {
+TEST(GraphLoad, WithoutAGoodFileTheStoreIsEmptyAndTheNextSampleStartsOne) {
     const std::string good = StoredDay(10).saved_file();
     const AbsentCase cases[] = {
         {"no file", std::nullopt},
@@ -86,7 +86,7 @@ TEST(GraphLoad, without_a_good_file_the_store_is_empty_and_the_next_sample_start
     }
 }
 
-TEST(GraphLoad, that_finds_the_day_gone_empties_the_panes_that_showed_it) {
+TEST(GraphLoad, ThatFindsTheDayGoneEmptiesThePanesThatShowedIt) {
     for (const bool there : {true, false}) {
         SCOPED_TRACE(there ? "a file that has become too old" : "no file any more");
         StoredDay store;
@@ -105,7 +105,7 @@ TEST(GraphLoad, that_finds_the_day_gone_empties_the_panes_that_showed_it) {
     }
 }
 
-TEST(GraphLoad, that_finds_no_day_leaves_nothing_waiting_to_be_drawn) {
+TEST(GraphLoad, ThatFindsNoDayLeavesNothingWaitingToBeDrawn) {
     StoredDay store;
     store.graphs.GraphsDisplayed = false;
     store.state.menu.mnuDisableGraphs.checked = true;
@@ -118,7 +118,7 @@ TEST(GraphLoad, that_finds_no_day_leaves_nothing_waiting_to_be_drawn) {
     EXPECT_EQ(store.graphs.draws, 0);
 }
 
-TEST(GraphLoad, never_takes_the_limits_from_the_file) {
+TEST(GraphLoad, NeverTakesTheLimitsFromTheFile) {
     StoredDay before(10);
     before.graphs.gscale = {};
     StoredDay store;
@@ -128,7 +128,7 @@ TEST(GraphLoad, never_takes_the_limits_from_the_file) {
     EXPECT_TRUE(within_limits(store.graphs, series::outdoor_temperature, 20));
 }
 
-TEST(GraphLoad, of_a_file_that_cannot_be_read_ends_the_program_under_its_tag) {
+TEST(GraphLoad, OfAFileThatCannotBeReadEndsTheProgramUnderItsTag) {
     StoredDay store;
     store.files.put("grafdata.dat", "x");
     store.files.refuse("grafdata.dat", FileResult::permission);
@@ -141,7 +141,7 @@ TEST(GraphLoad, of_a_file_that_cannot_be_read_ends_the_program_under_its_tag) {
     }
 }
 
-TEST(GraphLoad, happens_at_the_start_and_again_with_the_first_trains) {
+TEST(GraphLoad, HappensAtTheStartAndAgainWithTheFirstTrains) {
     const std::string file = StoredDay(100).saved_file();
     World world;
     world.files.put("Nimbry.ini", main_section());
@@ -157,7 +157,7 @@ TEST(GraphLoad, happens_at_the_start_and_again_with_the_first_trains) {
     EXPECT_EQ(world.state().graphs.rows.windsamples(), 110) << "aged by the time it waited for data";
 }
 
-TEST(GraphLoad, lets_the_status_label_say_so) {
+TEST(GraphLoad, LetsTheStatusLabelSaySo) {
     const std::string file = StoredDay(100).saved_file();
     World world;
     world.files.put("Nimbry.ini", main_section());

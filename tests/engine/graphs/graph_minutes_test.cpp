@@ -24,7 +24,7 @@ struct GustCase {
     const char* text;
 };
 
-TEST(GraphGust, is_the_highest_of_an_hour) {
+TEST(GraphGust, IsTheHighestOfAnHour) {
     const GustCase cases[] = {
         {"one sample", 0, 0, 0, "18.4 km/h"},
         {"a gust of this hour", 10, 1, 20, "88.6 km/h"},
@@ -45,7 +45,7 @@ TEST(GraphGust, is_the_highest_of_an_hour) {
     }
 }
 
-TEST(GraphGust, never_takes_the_count_for_a_gust) {
+TEST(GraphGust, NeverTakesTheCountForAGust) {
     Sampling world;
     add_gusts(world, 59, 5);
     world.state.readings.wstempsng = 7;
@@ -54,7 +54,7 @@ TEST(GraphGust, never_takes_the_count_for_a_gust) {
     EXPECT_EQ(world.state.panel.TxtWindGLH.text, "7 km/h");
 }
 
-TEST(GraphGust, stands_in_its_box_with_tip_and_label) {
+TEST(GraphGust, StandsInItsBoxWithTipAndLabel) {
     Sampling world;
     world.state.units.wind_text = "MPH";
     world.sample();
@@ -64,7 +64,7 @@ TEST(GraphGust, stands_in_its_box_with_tip_and_label) {
     EXPECT_EQ(box.balloon, "18.4 MPH\r\nMaximum wind gust in last hour");
 }
 
-TEST(GraphGust, of_a_calm_hour_has_no_unit) {
+TEST(GraphGust, OfACalmHourHasNoUnit) {
     Sampling world;
     world.box(6, "Calm");
     world.sample();
@@ -75,7 +75,7 @@ TEST(GraphGust, of_a_calm_hour_has_no_unit) {
 
 // --- Once a minute
 
-TEST(GraphMinute, one_sample_a_minute_in_its_seconds_30_to_39) {
+TEST(GraphMinute, OneSampleAMinuteInItsSeconds30To39) {
     StartedWorld world;
     world.clock.set_computer_time(*civil_time({2026, 10, 5, 14, 0, 5}));
     world.send_trains(2);
@@ -87,7 +87,7 @@ TEST(GraphMinute, one_sample_a_minute_in_its_seconds_30_to_39) {
     EXPECT_TRUE(world.files.exists("grafdata.dat"));
 }
 
-TEST(GraphMinute, the_first_sample_ends_the_starting_of_the_program) {
+TEST(GraphMinute, TheFirstSampleEndsTheStartingOfTheProgram) {
     StartedWorld world;
     world.clock.set_computer_time(*civil_time({2026, 10, 5, 14, 0, 5}));
     world.send_trains(3);
@@ -109,7 +109,7 @@ struct Undrawn : Sampling {
     }
 };
 
-TEST(GrFailTimer, takes_a_sample_at_its_ninth_tick_and_only_once) {
+TEST(GrFailTimer, TakesASampleAtItsNinthTickAndOnlyOnce) {
     Undrawn world;
     world.ticks(8);
     EXPECT_EQ(world.rows.windsamples(), 0);
@@ -121,7 +121,7 @@ TEST(GrFailTimer, takes_a_sample_at_its_ninth_tick_and_only_once) {
     EXPECT_EQ(world.rows.windsamples(), 1);
 }
 
-TEST(GrFailTimer, counts_only_a_running_copy_that_has_drawn_nothing) {
+TEST(GrFailTimer, CountsOnlyARunningCopyThatHasDrawnNothing) {
     Undrawn starting;
     starting.state.run.fullystarted = false;
     starting.ticks(20);
@@ -134,14 +134,14 @@ TEST(GrFailTimer, counts_only_a_running_copy_that_has_drawn_nothing) {
     EXPECT_EQ(drawn.rows.windsamples(), 0);
 }
 
-TEST(GrFailTimer, without_a_loaded_store_waits_for_the_minute) {
+TEST(GrFailTimer, WithoutALoadedStoreWaitsForTheMinute) {
     Undrawn world;
     world.state.graphs.grafsjustloaded = false;
     world.ticks(20);
     EXPECT_EQ(world.rows.windsamples(), 0);
 }
 
-TEST(GrFailTimer, draws_when_drawing_is_switched_on_again) {
+TEST(GrFailTimer, DrawsWhenDrawingIsSwitchedOnAgain) {
     Undrawn world;
     world.ticks(8);
     world.state.menu.mnuDisableGraphs.checked = false;
@@ -150,7 +150,7 @@ TEST(GrFailTimer, draws_when_drawing_is_switched_on_again) {
     EXPECT_TRUE(world.state.graphs.GraphsDisplayed);
 }
 
-TEST(GrFailTimer, ticks_every_ten_seconds_from_the_first_cycle_on) {
+TEST(GrFailTimer, TicksEveryTenSecondsFromTheFirstCycleOn) {
     StartedWorld world("DrwGrafs=True\r\n");
     world.clock.set_computer_time(*civil_time({2026, 10, 5, 14, 0, 5}));
     world.send_trains(2);

@@ -21,7 +21,7 @@ GraphRows filled(int count) {
     return rows;
 }
 
-TEST(GraphRows, a_sample_goes_behind_the_last_one_in_every_series_and_is_counted) {
+TEST(GraphRows, ASampleGoesBehindTheLastOneInEverySeriesAndIsCounted) {
     const GraphRows rows = filled(3);
     EXPECT_EQ(rows.windsamples(), 3);
     for (int s = 0; s < series::count; ++s) {
@@ -33,7 +33,7 @@ TEST(GraphRows, a_sample_goes_behind_the_last_one_in_every_series_and_is_counted
     EXPECT_EQ(rows.gtime(0), "") << "row 0 has no time";
 }
 
-TEST(GraphRows, a_full_day_is_1440_rows_and_the_next_sample_scrolls_it) {
+TEST(GraphRows, AFullDayIs1440RowsAndTheNextSampleScrollsIt) {
     GraphRows rows = filled(1440);
     EXPECT_EQ(rows.windsamples(), 1440);
     EXPECT_EQ(rows.gdata(0, 1), 1);
@@ -47,7 +47,7 @@ TEST(GraphRows, a_full_day_is_1440_rows_and_the_next_sample_scrolls_it) {
     EXPECT_EQ(rows.gtime(1440), "t1441");
 }
 
-TEST(GraphRows, a_count_is_kept_within_the_rows) {
+TEST(GraphRows, ACountIsKeptWithinTheRows) {
     GraphRows rows;
     rows.set_windsamples(1441);
     EXPECT_EQ(rows.windsamples(), 1440);
@@ -65,7 +65,7 @@ struct AgeCase {
     int kept_value;   ///< and its value
 };
 
-TEST(GraphRows, time_that_passed_unseen_is_a_flat_stretch) {
+TEST(GraphRows, TimeThatPassedUnseenIsAFlatStretch) {
     const AgeCase cases[] = {
         {"no time changes nothing", 1000, 0, 1000, 1, 1000, 1000},
         {"a gap that fits in behind the samples", 1000, 100, 1100, 1, 1000, 1000},
@@ -101,13 +101,13 @@ TEST(GraphRows, time_that_passed_unseen_is_a_flat_stretch) {
     }
 }
 
-TEST(GraphRows, an_empty_store_does_not_age) {
+TEST(GraphRows, AnEmptyStoreDoesNotAge) {
     GraphRows rows;
     rows.age(100);
     EXPECT_EQ(rows.windsamples(), 0);
 }
 
-TEST(GraphRows, clearing_empties_every_row_and_every_count) {
+TEST(GraphRows, ClearingEmptiesEveryRowAndEveryCount) {
     GraphRows rows = filled(1440);
     rows.clear();
     EXPECT_EQ(rows.windsamples(), 0);
@@ -123,7 +123,7 @@ struct NumberCase {
     const char* line;
 };
 
-TEST(GraphRow, a_number_stands_between_blanks_or_behind_its_sign) {
+TEST(GraphRow, ANumberStandsBetweenBlanksOrBehindItsSign) {
     const NumberCase cases[] = {
         {"a whole number", 12, " 12 \r\n"},
         {"one decimal, as a single has it", 12.3F, " 12.3 \r\n"},
@@ -135,7 +135,7 @@ TEST(GraphRow, a_number_stands_between_blanks_or_behind_its_sign) {
     for (const NumberCase& c : cases) EXPECT_EQ(number_line(c.value), c.line) << c.law;
 }
 
-TEST(GraphRow, its_lines_are_the_padded_stamp_and_ten_numbers) {
+TEST(GraphRow, ItsLinesAreThePaddedStampAndTenNumbers) {
     GraphRow row;
     row.set_gtime("??");
     row.set_gdata(0, 1.5F);
@@ -144,7 +144,7 @@ TEST(GraphRow, its_lines_are_the_padded_stamp_and_ten_numbers) {
               "??                  \r\n 1.5 \r\n 0 \r\n 0 \r\n 0 \r\n 0 \r\n 0 \r\n 0 \r\n 0 \r\n 0 \r\n-2 \r\n");
 }
 
-TEST(GraphRow, its_lines_follow_every_change) {
+TEST(GraphRow, ItsLinesFollowEveryChange) {
     GraphRow row;
     const std::string blank(20, ' ');
     EXPECT_TRUE(row.lines().starts_with(blank + "\r\n 0 "));
@@ -154,7 +154,7 @@ TEST(GraphRow, its_lines_follow_every_change) {
     EXPECT_TRUE(row.lines().starts_with("05 Oct 2026 14:00:33\r\n 7 \r\n"));
 }
 
-TEST(GraphRow, a_stamp_is_twenty_characters) {
+TEST(GraphRow, AStampIsTwentyCharacters) {
     GraphRow row;
     row.set_gtime("05 Oct 2026 14:00:33 and more");
     EXPECT_EQ(row.gtime(), "05 Oct 2026 14:00:33");

@@ -8,7 +8,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-TEST(GraphSample, takes_each_series_from_the_box_of_its_number) {
+TEST(GraphSample, TakesEachSeriesFromTheBoxOfItsNumber) {
     Sampling world;
     world.sample();
     const float expected[] = {12.3F, 3.3F, 54, 11.2F, 1013, 2.5F, 18.4F, 225, 21.5F, 45};
@@ -16,7 +16,7 @@ TEST(GraphSample, takes_each_series_from_the_box_of_its_number) {
     EXPECT_EQ(world.rows.windsamples(), 1);
 }
 
-TEST(GraphSample, bears_the_stations_time) {
+TEST(GraphSample, BearsTheStationsTime) {
     Sampling world;
     world.sample();
     EXPECT_EQ(world.rows.gtime(1), "05 Oct 2026 14:02:33");
@@ -25,14 +25,14 @@ TEST(GraphSample, bears_the_stations_time) {
     EXPECT_EQ(world.rows.gtime(2), "09 Jan 2027 00:00:05") << "two digits of the day, twenty characters";
 }
 
-TEST(GraphSample, puts_the_store_in_use) {
+TEST(GraphSample, PutsTheStoreInUse) {
     Sampling world;
     EXPECT_FALSE(world.state.havegrafdata);
     world.sample();
     EXPECT_TRUE(world.state.havegrafdata);
 }
 
-TEST(GraphSample, ends_the_minutes_gust) {
+TEST(GraphSample, EndsTheMinutesGust) {
     Sampling world;
     world.sample();
     EXPECT_EQ(world.state.graphs.webpeakgust, 18.4);
@@ -46,7 +46,7 @@ struct BoxCase {
     float first, after;  ///< the sample in an empty store, and behind the plain afternoon's
 };
 
-TEST(GraphSample, reads_a_box_as_it_can) {
+TEST(GraphSample, ReadsABoxAsItCan) {
     const BoxCase cases[] = {
         {"a sign", 0, "-4.7 \260C", -4.7F, -4.7F},
         {"a sign and zero", 0, "-0 \260C", 0, 0},
@@ -90,7 +90,7 @@ TEST(GraphSample, reads_a_box_as_it_can) {
     }
 }
 
-TEST(GraphSample, a_calm_gust_makes_the_direction_0) {
+TEST(GraphSample, ACalmGustMakesTheDirection0) {
     for (const char* gust : {"Calm", " Calm "}) {
         Sampling world;
         world.box(6, gust);
@@ -99,7 +99,7 @@ TEST(GraphSample, a_calm_gust_makes_the_direction_0) {
     }
 }
 
-TEST(GraphSample, a_calm_has_no_direction_also_when_the_vane_is_at_fault) {
+TEST(GraphSample, ACalmHasNoDirectionAlsoWhenTheVaneIsAtFault) {
     Sampling world;
     world.sample();
     world.box(7, "Error");
@@ -110,7 +110,7 @@ TEST(GraphSample, a_calm_has_no_direction_also_when_the_vane_is_at_fault) {
     EXPECT_EQ(world.last(7), 0);
 }
 
-TEST(GraphSample, the_held_gust_never_spans_two_minutes_whatever_the_box_says) {
+TEST(GraphSample, TheHeldGustNeverSpansTwoMinutesWhateverTheBoxSays) {
     for (const char* text : {" 15.1 km/h", "Calm", "Error"}) {
         SCOPED_TRACE(text);
         Sampling world;
@@ -125,7 +125,7 @@ TEST(GraphSample, the_held_gust_never_spans_two_minutes_whatever_the_box_says) {
     }
 }
 
-TEST(GraphSample, adds_one_row_to_every_series_also_for_values_that_may_not_be_stored) {
+TEST(GraphSample, AddsOneRowToEverySeriesAlsoForValuesThatMayNotBeStored) {
     Sampling world;
     world.sample();
     for (int s = 0; s < series::count; ++s) world.box(s, s == 7 ? "Gust 999\xB0" : "9999");
@@ -139,7 +139,7 @@ TEST(GraphSample, adds_one_row_to_every_series_also_for_values_that_may_not_be_s
     }
 }
 
-TEST(GraphSample, scrolls_a_full_day) {
+TEST(GraphSample, ScrollsAFullDay) {
     Sampling world;
     for (int n = 0; n < 1440; ++n) world.rows.append(GraphRow{});
     world.rows.row(2).set_gtime("second");
@@ -150,7 +150,7 @@ TEST(GraphSample, scrolls_a_full_day) {
     EXPECT_EQ(world.last(2), 54);
 }
 
-TEST(GraphSample, is_not_taken_while_another_one_is) {
+TEST(GraphSample, IsNotTakenWhileAnotherOneIs) {
     Sampling world;
     {
         const auto busy = world.state.graphs.GrafBusy.try_hold();
@@ -162,14 +162,14 @@ TEST(GraphSample, is_not_taken_while_another_one_is) {
     EXPECT_FALSE(world.state.graphs.GrafBusy);
 }
 
-TEST(GraphSample, clears_intensity) {
+TEST(GraphSample, ClearsIntensity) {
     Sampling world;
     world.state.graphs.Intensity = 3;
     world.sample();
     EXPECT_EQ(world.state.graphs.Intensity, 0);
 }
 
-TEST(GraphSample, saves_from_the_second_on_and_draws_each_time) {
+TEST(GraphSample, SavesFromTheSecondOnAndDrawsEachTime) {
     Sampling world;
     world.sample();
     EXPECT_FALSE(world.files.exists("grafdata.dat"));
@@ -180,7 +180,7 @@ TEST(GraphSample, saves_from_the_second_on_and_draws_each_time) {
     EXPECT_FALSE(world.state.run.savingrafs);
 }
 
-TEST(GraphSample, a_save_that_fails_is_logged_under_its_tag_and_the_rest_of_the_minute_goes_on) {
+TEST(GraphSample, ASaveThatFailsIsLoggedUnderItsTagAndTheRestOfTheMinuteGoesOn) {
     Sampling world;
     world.sample();
     world.files.refuse("grafdata.dat", FileResult::permission);
@@ -191,7 +191,7 @@ TEST(GraphSample, a_save_that_fails_is_logged_under_its_tag_and_the_rest_of_the_
     EXPECT_FALSE(world.state.run.savingrafs);
 }
 
-TEST(GraphSample, with_drawing_switched_off_goes_on_but_is_never_saved_or_drawn) {
+TEST(GraphSample, WithDrawingSwitchedOffGoesOnButIsNeverSavedOrDrawn) {
     Sampling world;
     world.state.menu.mnuDisableGraphs.checked = true;
     for (int n = 0; n < 3; ++n) world.sample();
@@ -202,7 +202,7 @@ TEST(GraphSample, with_drawing_switched_off_goes_on_but_is_never_saved_or_drawn)
     EXPECT_TRUE(world.state.havegrafdata);
 }
 
-TEST(GraphSample, drawing_switched_off_later_does_not_stop_the_saves) {
+TEST(GraphSample, DrawingSwitchedOffLaterDoesNotStopTheSaves) {
     Sampling world;
     world.sample();
     world.state.menu.mnuDisableGraphs.checked = true;
@@ -213,7 +213,7 @@ TEST(GraphSample, drawing_switched_off_later_does_not_stop_the_saves) {
 
 // --- The rain since midnight
 
-TEST(GraphSample, looks_after_the_midnight_file_and_reads_it) {
+TEST(GraphSample, LooksAfterTheMidnightFileAndReadsIt) {
     Sampling world;
     world.state.settings.tmidnight = false;
     world.state.readings.dtvar = *civil_time({2026, 10, 6, 0, 0, 33});
@@ -227,13 +227,13 @@ TEST(GraphSample, looks_after_the_midnight_file_and_reads_it) {
     EXPECT_EQ(world.files.contents("rnslm.dat"), "06 Oct 2026 00:00:33\r\n120\r\n") << "once a night";
 }
 
-TEST(GraphSample, at_any_other_time_appends_nothing) {
+TEST(GraphSample, AtAnyOtherTimeAppendsNothing) {
     Sampling world;
     world.sample();
     EXPECT_FALSE(world.files.exists("rnslm.dat"));
 }
 
-TEST(GraphSample, an_error_bears_its_tag_and_lets_the_busy_flag_go) {
+TEST(GraphSample, AnErrorBearsItsTagAndLetsTheBusyFlagGo) {
     Sampling world;
     world.state.readings.dtvar = *civil_time({2026, 10, 6, 0, 0, 33});
     world.state.readings.rdattime = "00:00:33";
@@ -248,7 +248,7 @@ TEST(GraphSample, an_error_bears_its_tag_and_lets_the_busy_flag_go) {
     EXPECT_FALSE(world.state.graphs.GrafBusy);
 }
 
-TEST(GraphSample, is_busy_while_it_waits_for_a_file) {
+TEST(GraphSample, IsBusyWhileItWaitsForAFile) {
     Sampling world;
     world.state.readings.dtvar = *civil_time({2026, 10, 6, 0, 0, 33});
     world.state.readings.rdattime = "00:00:33";

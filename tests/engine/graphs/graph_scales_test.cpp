@@ -32,7 +32,7 @@ const UnitCase unit_cases[] = {
     {"direction, whatever the units", [](Units&) {}, {7}, 0, 360, 45},
 };
 
-TEST(GraphScales, each_unit_has_its_limits_and_tick) {
+TEST(GraphScales, EachUnitHasItsLimitsAndTick) {
     for (const UnitCase& c : unit_cases) {
         SCOPED_TRACE(c.unit);
         WeatherState state;
@@ -47,7 +47,7 @@ TEST(GraphScales, each_unit_has_its_limits_and_tick) {
     }
 }
 
-TEST(GraphScales, the_limits_of_the_units_in_force_stand_under_their_names) {
+TEST(GraphScales, TheLimitsOfTheUnitsInForceStandUnderTheirNames) {
     WeatherState state;
     state.units.temperature = TemperatureUnit::fahrenheit;
     state.units.wind = WindUnit::knots;
@@ -61,7 +61,7 @@ TEST(GraphScales, the_limits_of_the_units_in_force_stand_under_their_names) {
     EXPECT_EQ((std::array{l.grrmin, l.grrmax, l.grrtic}), (std::array{0.0, 41.0, 0.05}));
 }
 
-TEST(GraphScales, a_limit_itself_is_within) {
+TEST(GraphScales, ALimitItselfIsWithin) {
     WeatherState state;
     setgraphscales(state);
     EXPECT_TRUE(within_limits(state.graphs, series::outdoor_humidity, 0));
@@ -111,7 +111,7 @@ const AxisCase axis_cases[] = {
     {"without a sample the whole range", 0, plain, {}, -40, 60},
 };
 
-TEST(GraphScales, an_axis_fits_what_it_shows) {
+TEST(GraphScales, AnAxisFitsWhatItShows) {
     for (const AxisCase& c : axis_cases) {
         SCOPED_TRACE(c.law);
         WeatherState state;
@@ -128,7 +128,7 @@ TEST(GraphScales, an_axis_fits_what_it_shows) {
     }
 }
 
-TEST(GraphScales, series_of_one_pane_share_the_lowest_low_and_the_highest_high_end) {
+TEST(GraphScales, SeriesOfOnePaneShareTheLowestLowAndTheHighestHighEnd) {
     WeatherState state;
     setgraphscales(state);
     GraphRow row;

@@ -23,7 +23,7 @@ using testing::IsEmpty;
 
 // --- Saving
 
-TEST(GraphSave, writes_the_whole_store_in_one_call_and_in_place) {
+TEST(GraphSave, WritesTheWholeStoreInOneCallAndInPlace) {
     StoredDay store(5);
     store.save();
     EXPECT_EQ(store.file(), store.saved_file());
@@ -31,7 +31,7 @@ TEST(GraphSave, writes_the_whole_store_in_one_call_and_in_place) {
     EXPECT_EQ(store.files.calls()[0].operation, "rewrite");
 }
 
-TEST(GraphSave, bears_the_computers_time_although_its_rows_bear_the_stations) {
+TEST(GraphSave, BearsTheComputersTimeAlthoughItsRowsBearTheStations) {
     StoredDay store(5);
     store.clock.set_computer_time(*civil_time({2026, 10, 5, 18, 30, 7}));
     store.save();
@@ -45,7 +45,7 @@ struct RefusalCase {
     bool saves;
 };
 
-TEST(GraphSave, needs_two_samples_a_first_train_and_a_drawing) {
+TEST(GraphSave, NeedsTwoSamplesAFirstTrainAndADrawing) {
     const RefusalCase cases[] = {
         {"no sample", 0, [](WeatherState&) {}, false},
         {"one sample", 1, [](WeatherState&) {}, false},
@@ -62,7 +62,7 @@ TEST(GraphSave, needs_two_samples_a_first_train_and_a_drawing) {
     }
 }
 
-TEST(GraphSave, that_fails_is_one_line_in_the_log_under_its_callers_tag) {
+TEST(GraphSave, ThatFailsIsOneLineInTheLogUnderItsCallersTag) {
     StoredDay store(5);
     store.files.refuse("grafdata.dat", FileResult::disk_full);
     store.save("updategraphs");
@@ -75,7 +75,7 @@ TEST(GraphSave, that_fails_is_one_line_in_the_log_under_its_callers_tag) {
     EXPECT_EQ(store.log_lines().back(), "05 Oct 2026 13:59:40 Error 70 encountered in process routine.");
 }
 
-TEST(GraphSave, that_fails_on_a_full_disk_is_passed_over) {
+TEST(GraphSave, ThatFailsOnAFullDiskIsPassedOver) {
     StoredDay store(5);
     store.files.refuse_changes(FileResult::disk_full);
     store.save();
@@ -88,7 +88,7 @@ struct StampCase {
     const char* last;                 ///< what the last row has afterwards
 };
 
-TEST(GraphSave, gives_the_last_row_a_time) {
+TEST(GraphSave, GivesTheLastRowATime) {
     const StampCase cases[] = {
         {"its own stands", {"05 Oct 2026 13:58:00", "05 Oct 2026 13:59:00"}, "05 Oct 2026 13:59:00"},
         {"an unknown one takes the last known",
@@ -117,7 +117,7 @@ TEST(GraphSave, gives_the_last_row_a_time) {
 
 // --- Reset
 
-TEST(GraphReset, asks_first) {
+TEST(GraphReset, AsksFirst) {
     StoredDay store(100);
     resetgraphs(store.copy);
     ASSERT_EQ(store.notices.boxes.size(), 1U);
@@ -130,7 +130,7 @@ TEST(GraphReset, asks_first) {
     EXPECT_EQ(store.rows.windsamples(), 100) << "no was the answer";
 }
 
-TEST(GraphReset, on_yes_empties_everything_and_draws) {
+TEST(GraphReset, OnYesEmptiesEverythingAndDraws) {
     StoredDay store(100);
     store.save();
     store.state.havegrafdata = true;
@@ -156,7 +156,7 @@ TEST(GraphReset, on_yes_empties_everything_and_draws) {
     EXPECT_EQ(store.graphs.gscale[20], (std::array<float, 3>{}));
 }
 
-TEST(GraphReset, goes_on_taking_samples) {
+TEST(GraphReset, GoesOnTakingSamples) {
     StoredDay store(100);
     store.state.panel.Text2[4].text = " 1013 mB";
     store.notices.will_answer(Answer::yes);
@@ -166,7 +166,7 @@ TEST(GraphReset, goes_on_taking_samples) {
     EXPECT_EQ(store.rows.gdata(4, 1), 1013);
 }
 
-TEST(GraphReset, without_a_file_there_is_none_to_delete) {
+TEST(GraphReset, WithoutAFileThereIsNoneToDelete) {
     StoredDay store(100);
     store.notices.will_answer(Answer::yes);
     resetgraphs(store.copy);
@@ -176,7 +176,7 @@ TEST(GraphReset, without_a_file_there_is_none_to_delete) {
 
 // --- Units
 
-TEST(GraphUnits, a_reload_after_a_change_of_units_empties_the_store) {
+TEST(GraphUnits, AReloadAfterAChangeOfUnitsEmptiesTheStore) {
     StartedWorld world;
     world.send_trains(20);
     ASSERT_GE(world.state().graphs.rows.windsamples(), 2);
@@ -191,7 +191,7 @@ TEST(GraphUnits, a_reload_after_a_change_of_units_empties_the_store) {
     EXPECT_TRUE(world.state().havegrafdata);
 }
 
-TEST(GraphUnits, accepted_in_their_dialog_draw_at_once_on_their_own_scale) {
+TEST(GraphUnits, AcceptedInTheirDialogDrawAtOnceOnTheirOwnScale) {
     StoredDay store(3);
     drawgraph(store.state);
     const int draws = store.graphs.draws;
@@ -205,7 +205,7 @@ TEST(GraphUnits, accepted_in_their_dialog_draw_at_once_on_their_own_scale) {
     EXPECT_EQ(store.state.panel.gLabel12.text, "Temperature" + degrees('F'));
 }
 
-TEST(GraphUnits, until_then_the_samples_keep_their_numbers_on_the_new_scale) {
+TEST(GraphUnits, UntilThenTheSamplesKeepTheirNumbersOnTheNewScale) {
     StoredDay store(3);
     store.state.settings.fBarinhg = store.state.settings.fTempF = true;
     store.state.units = units_from(store.state.settings);
@@ -219,7 +219,7 @@ TEST(GraphUnits, until_then_the_samples_keep_their_numbers_on_the_new_scale) {
 
 // --- The exit and the cycle
 
-TEST(GraphSave, is_part_of_every_exit) {
+TEST(GraphSave, IsPartOfEveryExit) {
     StartedWorld world;
     world.send_trains(20);
     world.files.take_away("grafdata.dat");
@@ -228,7 +228,7 @@ TEST(GraphSave, is_part_of_every_exit) {
     EXPECT_TRUE(world.engine.gone());
 }
 
-TEST(GraphSave, that_fails_at_the_exit_is_logged_and_the_program_goes) {
+TEST(GraphSave, ThatFailsAtTheExitIsLoggedAndTheProgramGoes) {
     StartedWorld world;
     world.send_trains(20);
     world.files.refuse("grafdata.dat", FileResult::permission);
@@ -240,7 +240,7 @@ TEST(GraphSave, that_fails_at_the_exit_is_logged_and_the_program_goes) {
     EXPECT_THAT(log[log.size() - 2], testing::EndsWith(" Error 70 encountered in mnuExit1."));
 }
 
-TEST(GraphSave, comes_with_the_thirtieth_cycle) {
+TEST(GraphSave, ComesWithTheThirtiethCycle) {
     StoredDay store(5);
     store.state.run.firstrun = false;
     store.state.run.SaveCounter = 29;
@@ -249,7 +249,7 @@ TEST(GraphSave, comes_with_the_thirtieth_cycle) {
     EXPECT_FALSE(store.state.run.savingrafs);
 }
 
-TEST(GraphSave, of_a_full_day_formats_only_what_is_new_and_saves_the_same_bytes) {
+TEST(GraphSave, OfAFullDayFormatsOnlyWhatIsNewAndSavesTheSameBytes) {
     BareCopy world;
     world.state.run.fullystarted = true;
     fill_with_a_front(world.state, world.clock.computer_time());

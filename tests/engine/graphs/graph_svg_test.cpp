@@ -31,12 +31,12 @@ std::string front(GraphKind kind, PictureSize size = {}) {
     return graph_svg(state, kind, size);
 }
 
-TEST(GraphSvg, is_of_the_size_asked_for) {
+TEST(GraphSvg, IsOfTheSizeAskedFor) {
     EXPECT_THAT(front(GraphKind::wind), HasSubstr("width=\"880\" height=\"360\" viewBox=\"0 0 880 360\""));
     EXPECT_THAT(front(GraphKind::wind, {400, 200}), HasSubstr("width=\"400\" height=\"200\" viewBox=\"0 0 400 200\""));
 }
 
-TEST(GraphSvg, has_title_legend_and_labels_in_utf8) {
+TEST(GraphSvg, HasTitleLegendAndLabelsInUtf8) {
     const std::string picture = front(GraphKind::temperature);
     EXPECT_THAT(picture, testing::StartsWith("<svg xmlns=\"http://www.w3.org/2000/svg\""));
     EXPECT_THAT(picture, HasSubstr("<title>Temperature \xC2\260C</title>"));
@@ -62,7 +62,7 @@ struct LegendCase {
     const char* graph;
 };
 
-TEST(GraphSvg, the_legend_never_runs_into_the_title) {
+TEST(GraphSvg, TheLegendNeverRunsIntoTheTitle) {
     // 14 letters of the title in bold are 120 wide, the legend's 22 and their three samples 288; rims and gap are 36.
     const LegendCase cases[] = {
         {"beside the title", {880, 360}, "20", "translate(0 30)"},
@@ -81,7 +81,7 @@ TEST(GraphSvg, the_legend_never_runs_into_the_title) {
     EXPECT_THAT(front(GraphKind::barometer, {160, 100}), HasSubstr("translate(0 30)")) << "no legend needs none";
 }
 
-TEST(GraphSvg, tells_its_series_apart_by_dash_as_well_as_by_colour) {
+TEST(GraphSvg, TellsItsSeriesApartByDashAsWellAsByColour) {
     const std::string picture = front(GraphKind::temperature);
     EXPECT_EQ(count(picture, "stroke=\"#00ffff\""), 2) << "its line and its sample in the legend";
     EXPECT_EQ(count(picture, "stroke=\"#ffa500\""), 2);
@@ -90,14 +90,14 @@ TEST(GraphSvg, tells_its_series_apart_by_dash_as_well_as_by_colour) {
     EXPECT_EQ(count(picture, "stroke-dasharray=\"1.5 3\""), 2);
 }
 
-TEST(GraphSvg, shows_directions_as_dots) {
+TEST(GraphSvg, ShowsDirectionsAsDots) {
     const std::string picture = front(GraphKind::direction);
     EXPECT_EQ(count(picture, "stroke-linecap=\"round\""), 1);
     EXPECT_EQ(count(picture, "h0.01"), 1440) << "one each: they lie more than half a pixel apart";
     EXPECT_THAT(picture, HasSubstr(">ne</text>"));
 }
 
-TEST(GraphSvg, of_an_empty_store_has_its_axes) {
+TEST(GraphSvg, OfAnEmptyStoreHasItsAxes) {
     WeatherState state;
     reset_main_panel(state);
     setgraphscales(state);
@@ -106,7 +106,7 @@ TEST(GraphSvg, of_an_empty_store_has_its_axes) {
     EXPECT_THAT(picture, HasSubstr(">Rainfall mm/Hr</text>"));
 }
 
-TEST(GraphSvg, leaves_the_indoor_series_out_with_its_switch) {
+TEST(GraphSvg, LeavesTheIndoorSeriesOutWithItsSwitch) {
     WeatherState state;
     reset_main_panel(state);
     fill_with_a_front(state, VirtualClock::usual_start);
@@ -119,7 +119,7 @@ struct SizeCase {
     bool good;
 };
 
-TEST(GraphSvg, a_size_is_two_whole_numbers_within_reason) {
+TEST(GraphSvg, ASizeIsTwoWholeNumbersWithinReason) {
     const SizeCase cases[] = {
         {"880x360", true},   {"160x100", true},  {"10000x10000", true},
         {"159x100", false},  {"160x99", false},  {"10001x360", false},
@@ -134,7 +134,7 @@ TEST(GraphSvg, a_size_is_two_whole_numbers_within_reason) {
 
 // --- The files beside the pages
 
-TEST(GraphFiles, are_written_only_when_their_key_asks_for_them) {
+TEST(GraphFiles, AreWrittenOnlyWhenTheirKeyAsksForThem) {
     BareCopy world;
     setgraphscales(world.state);
     write_graph_files(world.copy, "genhtml");
@@ -148,7 +148,7 @@ TEST(GraphFiles, are_written_only_when_their_key_asks_for_them) {
     EXPECT_THAT(world.files.contents("graph6.svg"), HasSubstr("<title>Wind Direction"));
 }
 
-TEST(GraphFiles, one_that_cannot_be_written_is_logged_and_the_rest_is_there) {
+TEST(GraphFiles, OneThatCannotBeWrittenIsLoggedAndTheRestIsThere) {
     BareCopy world;
     setgraphscales(world.state);
     world.state.readings.dtvar = VirtualClock::usual_start;
@@ -174,7 +174,7 @@ protected:
     RecordingAsker asker;
 };
 
-TEST_F(GraphVerb, writes_the_picture_or_prints_it) {
+TEST_F(GraphVerb, WritesThePictureOrPrintsIt) {
     EXPECT_EQ(ask({"graph", "wind", "--svg", "/elsewhere/g.svg"}), VerbStatus::failed);
     EXPECT_THAT(asker.complaints, ElementsAre(HasSubstr("The picture could not be written: ")));
     world.files.add_folder("/elsewhere");
@@ -186,22 +186,22 @@ TEST_F(GraphVerb, writes_the_picture_or_prints_it) {
     EXPECT_EQ(asker.out, written);
 }
 
-TEST_F(GraphVerb, takes_its_size) {
+TEST_F(GraphVerb, TakesItsSize) {
     EXPECT_EQ(ask({"graph", "--size", "400x200", "rain"}), VerbStatus::done);
     EXPECT_THAT(asker.out, HasSubstr("width=\"400\" height=\"200\""));
 }
 
-TEST_F(GraphVerb, knows_six_graphs) {
+TEST_F(GraphVerb, KnowsSixGraphs) {
     for (const char* name : {"temperature", "humidity", "wind", "barometer", "rain", "direction"})
         EXPECT_EQ(ask({"graph", name}), VerbStatus::done) << name;
 }
 
-TEST_F(GraphVerb, works_with_drawing_switched_off) {
+TEST_F(GraphVerb, WorksWithDrawingSwitchedOff) {
     world.state().menu.mnuDisableGraphs.checked = true;
     EXPECT_EQ(ask({"graph", "rain"}), VerbStatus::done);
 }
 
-TEST_F(GraphVerb, refuses_what_is_not_its_own) {
+TEST_F(GraphVerb, RefusesWhatIsNotItsOwn) {
     const std::vector<std::vector<std::string>> cases{
         {"graph"},
         {"graph", "snow"},

@@ -36,7 +36,7 @@ const std::string plain_tip = "Main display graph  -  values are updated every m
 
 // --- Labels and panes
 
-TEST(GraphView, the_window_opens_with_the_temperature) {
+TEST(GraphView, TheWindowOpensWithTheTemperature) {
     WeatherState state;
     reset_main_panel(state);
     EXPECT_EQ(state.panel.gLabel12.text, "Temperature \260C");
@@ -48,7 +48,7 @@ TEST(GraphView, the_window_opens_with_the_temperature) {
         EXPECT_EQ(state.panel.gPicture1[pane].tip, "Click to display full size");
 }
 
-TEST(GraphView, the_title_takes_the_unit_of_the_settings_at_the_start) {
+TEST(GraphView, TheTitleTakesTheUnitOfTheSettingsAtTheStart) {
     StartedWorld world("fTempF=True\r\n");
     EXPECT_EQ(world.panel().gLabel12.text, "Temperature \260F");
 }
@@ -62,7 +62,7 @@ struct ClickCase {
     const char* legend15;
 };
 
-TEST(GraphView, a_click_brings_the_panes_graph_to_the_main_pane) {
+TEST(GraphView, AClickBringsThePanesGraphToTheMainPane) {
     const ClickCase cases[] = {
         {"the main pane: the next", 0, "Humidity %", "Outdoor", "Indoor", ""},
         {"and the next", 0, "Wind Speed km/h", "Average", "Gust", ""},
@@ -94,7 +94,7 @@ TEST(GraphView, a_click_brings_the_panes_graph_to_the_main_pane) {
     }
 }
 
-TEST(GraphView, without_the_indoor_values_there_is_no_legend_for_them) {
+TEST(GraphView, WithoutTheIndoorValuesThereIsNoLegendForThem) {
     View view;
     view.state.menu.mnuInGraphs.checked = false;
     drawgraph(view.state);
@@ -105,7 +105,7 @@ TEST(GraphView, without_the_indoor_values_there_is_no_legend_for_them) {
     EXPECT_EQ(view.state.panel.gLabel14.text, "");
 }
 
-TEST(GraphView, levels_the_scales_before_it_draws) {
+TEST(GraphView, LevelsTheScalesBeforeItDraws) {
     View view;
     EXPECT_EQ(drawn_axis(view.state.graphs, 0).low, 4);
     EXPECT_EQ(drawn_axis(view.state.graphs, 8).low, 4);
@@ -114,7 +114,7 @@ TEST(GraphView, levels_the_scales_before_it_draws) {
 
 // --- Switched off
 
-TEST(GraphView, switched_off_nothing_is_drawn_and_the_panes_are_hidden) {
+TEST(GraphView, SwitchedOffNothingIsDrawnAndThePanesAreHidden) {
     View view;
     const int draws = view.state.graphs.draws;
     click_switch(view.copy, *switch_named("mnuDisableGraphs"));
@@ -129,14 +129,14 @@ TEST(GraphView, switched_off_nothing_is_drawn_and_the_panes_are_hidden) {
     EXPECT_TRUE(view.state.panel.gPicture1[5].visible);
 }
 
-TEST(GraphView, the_key_that_switches_drawing_off_holds_from_the_start) {
+TEST(GraphView, TheKeyThatSwitchesDrawingOffHoldsFromTheStart) {
     StartedWorld world("DrwGrafs=True\r\n");
     EXPECT_FALSE(world.panel().gPicture1[0].visible);
     StartedWorld other("DrwGrafs=False\r\n");
     EXPECT_TRUE(other.panel().gPicture1[0].visible);
 }
 
-TEST(GraphView, the_switch_of_the_indoor_values_draws_at_once) {
+TEST(GraphView, TheSwitchOfTheIndoorValuesDrawsAtOnce) {
     View view;
     const int draws = view.state.graphs.draws;
     click_switch(view.copy, *switch_named("mnuInGraphs"));
@@ -152,7 +152,7 @@ struct ReadingCase {
     const char* text;
 };
 
-TEST(GraphReading, names_each_value_its_unit_and_the_time) {
+TEST(GraphReading, NamesEachValueItsUnitAndTheTime) {
     const ReadingCase cases[] = {
         {GraphKind::temperature, 1, "Outdoor 8.1 \260C Dew 4.2 \260C Indoor 20.5 \260C at 05 Oct 2026 14:00:33"},
         {GraphKind::humidity, 1, "Outdoor 54 % Indoor 40 % at 05 Oct 2026 14:00:33"},
@@ -169,7 +169,7 @@ TEST(GraphReading, names_each_value_its_unit_and_the_time) {
     for (const ReadingCase& c : cases) EXPECT_EQ(graph_reading(view.state, c.kind, c.row), c.text);
 }
 
-TEST(GraphReading, leaves_the_indoor_value_out_with_its_switch) {
+TEST(GraphReading, LeavesTheIndoorValueOutWithItsSwitch) {
     View view;
     view.state.menu.mnuInGraphs.checked = false;
     EXPECT_EQ(graph_reading(view.state, GraphKind::temperature, 1),
@@ -177,7 +177,7 @@ TEST(GraphReading, leaves_the_indoor_value_out_with_its_switch) {
     EXPECT_EQ(graph_reading(view.state, GraphKind::humidity, 1), "Outdoor 54 % at 05 Oct 2026 14:00:33");
 }
 
-TEST(GraphReading, uses_the_units_in_force) {
+TEST(GraphReading, UsesTheUnitsInForce) {
     View view;
     view.state.settings.fTempF = view.state.settings.fBarinhg = view.state.settings.fRainin = true;
     view.state.settings.fWindmph = true;
@@ -189,7 +189,7 @@ TEST(GraphReading, uses_the_units_in_force) {
         << "1013 inches are outside the limits";
 }
 
-TEST(GraphReading, follows_the_pointer_and_ends_when_it_leaves) {
+TEST(GraphReading, FollowsThePointerAndEndsWhenItLeaves) {
     View view;
     move_over_graph(view.state, 480);
     EXPECT_TRUE(view.tip().starts_with("Outdoor 8.1 ")) << view.tip();
@@ -200,7 +200,7 @@ TEST(GraphReading, follows_the_pointer_and_ends_when_it_leaves) {
     EXPECT_FALSE(view.state.graphs.marker);
 }
 
-TEST(GraphReading, marks_its_row_and_the_values_on_it) {
+TEST(GraphReading, MarksItsRowAndTheValuesOnIt) {
     View view;
     click_graph(view.state, 2);  // wind
     read_graph_row(view.state, 1);
@@ -215,7 +215,7 @@ TEST(GraphReading, marks_its_row_and_the_values_on_it) {
     EXPECT_NEAR(marker.dots[1].points[0].y, 2400 - 2015 * 14.4 / 14.5, 0.01);
 }
 
-TEST(GraphReading, of_a_row_by_number_is_kept_within_those_in_use) {
+TEST(GraphReading, OfARowByNumberIsKeptWithinThoseInUse) {
     View view;
     read_graph_row(view.state, -3);
     EXPECT_EQ(view.state.graphs.marker->row, 1);
@@ -223,7 +223,7 @@ TEST(GraphReading, of_a_row_by_number_is_kept_within_those_in_use) {
     EXPECT_EQ(view.state.graphs.marker->row, 4);
 }
 
-TEST(GraphReading, of_an_empty_store_leaves_the_fixed_tip) {
+TEST(GraphReading, OfAnEmptyStoreLeavesTheFixedTip) {
     View view;
     view.state.graphs.rows.clear();
     move_over_graph(view.state, 3000);
@@ -231,7 +231,7 @@ TEST(GraphReading, of_an_empty_store_leaves_the_fixed_tip) {
     EXPECT_FALSE(view.state.graphs.marker);
 }
 
-TEST(GraphReading, stays_at_its_place_while_the_day_moves_on) {
+TEST(GraphReading, StaysAtItsPlaceWhileTheDayMovesOn) {
     View view;
     move_over_graph(view.state, 6400);
     const double x = view.state.graphs.marker->x;
@@ -240,7 +240,7 @@ TEST(GraphReading, stays_at_its_place_while_the_day_moves_on) {
     EXPECT_EQ(view.state.graphs.marker->row, row_at(x, 5));
 }
 
-TEST(GraphReading, ends_with_a_click_and_with_a_reset) {
+TEST(GraphReading, EndsWithAClickAndWithAReset) {
     View view;
     move_over_graph(view.state, 3000);
     click_graph(view.state, 0);

@@ -23,7 +23,7 @@ struct Server : test::BareCopy {
     }
 };
 
-TEST(Forwarding, a_frame_goes_to_every_client_in_the_order_of_the_list) {
+TEST(Forwarding, AFrameGoesToEveryClientInTheOrderOfTheList) {
     Server server;
     const Bytes train = write_train({});
     forwardgroup(server.copy, train);
@@ -35,7 +35,7 @@ TEST(Forwarding, a_frame_goes_to_every_client_in_the_order_of_the_list) {
     EXPECT_TRUE(server.notices.balloons.empty());
 }
 
-TEST(Forwarding, a_lone_group_is_one_datagram_of_27_bytes) {
+TEST(Forwarding, ALoneGroupIsOneDatagramOf27Bytes) {
     Server server;
     server.state.settings.iplist = {"10.0.0.7"};
     forwardgroup(server.copy, write_lone_wind({}));
@@ -43,14 +43,14 @@ TEST(Forwarding, a_lone_group_is_one_datagram_of_27_bytes) {
     EXPECT_EQ(server.datasock.sent[0].bytes.size(), 27U);
 }
 
-TEST(Forwarding, the_socket_is_bound_once_to_60137) {
+TEST(Forwarding, TheSocketIsBoundOnceTo60137) {
     Server server;
     forwardgroup(server.copy, write_lone_wind({}));
     forwardgroup(server.copy, write_lone_wind({}));
     EXPECT_EQ(server.datasock.binds, std::vector<std::uint16_t>{60137});
 }
 
-TEST(Forwarding, only_a_server_forwards) {
+TEST(Forwarding, OnlyAServerForwards) {
     struct Case {
         std::string what;
         bool bcastnet, fromnet, closing;
@@ -69,7 +69,7 @@ TEST(Forwarding, only_a_server_forwards) {
     }
 }
 
-TEST(Forwarding, a_server_without_clients_does_nothing) {
+TEST(Forwarding, AServerWithoutClientsDoesNothing) {
     Server server;
     server.state.settings.iplist.clear();
     server.datasock.bindable = false;
@@ -78,7 +78,7 @@ TEST(Forwarding, a_server_without_clients_does_nothing) {
     EXPECT_TRUE(server.notices.balloons.empty());
 }
 
-TEST(Forwarding, a_failed_address_does_not_stop_the_later_ones) {
+TEST(Forwarding, AFailedAddressDoesNotStopTheLaterOnes) {
     Server server;
     server.datasock.refusals = {{"255.255.255.255", {101, "Network is unreachable"}}};
     forwardgroup(server.copy, write_train({}));
@@ -91,7 +91,7 @@ TEST(Forwarding, a_failed_address_does_not_stop_the_later_ones) {
     EXPECT_TRUE(server.log_lines().empty());
 }
 
-TEST(Forwarding, an_entry_that_is_no_address_is_a_failure_and_never_another_address) {
+TEST(Forwarding, AnEntryThatIsNoAddressIsAFailureAndNeverAnotherAddress) {
     for (const char* entry : {"1.2.3", "10", "0x7f.1", "127.0.0.1.", "somewhere", ""}) {
         SCOPED_TRACE(entry);
         Server server;
@@ -104,7 +104,7 @@ TEST(Forwarding, an_entry_that_is_no_address_is_a_failure_and_never_another_addr
     }
 }
 
-TEST(Forwarding, one_notice_a_frame_tells_of_the_first_failure) {
+TEST(Forwarding, OneNoticeAFrameTellsOfTheFirstFailure) {
     Server server;
     server.datasock.refusals = {{"10.0.0.2", {13, "Permission denied"}}, {"10.0.0.7", {5, "Odd"}}};
     forwardgroup(server.copy, write_train({}));
@@ -114,7 +114,7 @@ TEST(Forwarding, one_notice_a_frame_tells_of_the_first_failure) {
     EXPECT_EQ(server.notices.balloons.size(), 2U);
 }
 
-TEST(Forwarding, a_socket_that_cannot_be_bound_is_tried_again_with_each_frame) {
+TEST(Forwarding, ASocketThatCannotBeBoundIsTriedAgainWithEachFrame) {
     Server server;
     server.datasock.bindable = false;
     forwardgroup(server.copy, write_train({}));

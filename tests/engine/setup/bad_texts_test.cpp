@@ -156,7 +156,7 @@ std::string settings_of(const test::BareCopy& world) {
     return all;
 }
 
-TEST(BadTexts, are_taken_as_meant_or_refused_and_never_change_half_a_setting) {
+TEST(BadTexts, AreTakenAsMeantOrRefusedAndNeverChangeHalfASetting) {
     for (const Field& field : fields) {
         for (std::size_t n = 0; n < kinds; ++n) {
             SCOPED_TRACE(std::string(field.name) + ": " + typed[n].name);
@@ -173,7 +173,7 @@ TEST(BadTexts, are_taken_as_meant_or_refused_and_never_change_half_a_setting) {
     }
 }
 
-TEST(BadTexts, of_the_internet_dialog_are_kept_as_typed_while_nothing_is_switched_on) {
+TEST(BadTexts, OfTheInternetDialogAreKeptAsTypedWhileNothingIsSwitchedOn) {
     // A key of the configuration file is read without outer blanks and up to 2047 characters.
     const std::string read[kinds] = {
         "", "", "abc", "1e400", "1,5", "\xFC", std::string(2047, 'x'), std::string(2047, '7')};
@@ -202,7 +202,7 @@ std::vector<std::string> text_fields(Dialog dialog) {
     return names;
 }
 
-TEST(BadTexts, have_no_other_field_to_go_to_but_those_of_the_internet_dialog) {
+TEST(BadTexts, HaveNoOtherFieldToGoToButThoseOfTheInternetDialog) {
     EXPECT_TRUE(text_fields(AlarmsDialog{}).empty());
     EXPECT_TRUE(text_fields(UnitsDialog{}).empty());
     EXPECT_TRUE(text_fields(MarqueeDialog{}).empty());

@@ -45,7 +45,7 @@ struct ChangeoverChoice : testing::Test {
     std::string key(const char* section, const char* name) { return world.setting(section, name); }
 };
 
-TEST_F(ChangeoverChoice, it_asks_with_ok_and_cancel) {
+TEST_F(ChangeoverChoice, ItAsksWithOkAndCancel) {
     EXPECT_FALSE(choose(true));
     ASSERT_EQ(world.notices.boxes.size(), 1U);
     const MessageBox& asked = world.notices.boxes[0].what;
@@ -54,7 +54,7 @@ TEST_F(ChangeoverChoice, it_asks_with_ok_and_cancel) {
     EXPECT_EQ(asked.choices, Choices::ok_cancel);
 }
 
-TEST_F(ChangeoverChoice, yesterdays_file_that_cannot_be_deleted_is_told_in_the_log) {
+TEST_F(ChangeoverChoice, YesterdaysFileThatCannotBeDeletedIsToldInTheLog) {
     world.files.refuse("nimbrYDay.log", FileResult::permission);
     world.notices.will_answer(Answer::ok);
     EXPECT_TRUE(choose(true));
@@ -67,7 +67,7 @@ TEST_F(ChangeoverChoice, yesterdays_file_that_cannot_be_deleted_is_told_in_the_l
     EXPECT_FALSE(world.files.exists("grafdata.dat"));
 }
 
-TEST_F(ChangeoverChoice, yesterdays_file_that_is_not_there_is_nothing_to_tell) {
+TEST_F(ChangeoverChoice, YesterdaysFileThatIsNotThereIsNothingToTell) {
     world.files.take_away("nimbrYDay.log");
     world.notices.will_answer(Answer::ok);
     const auto before = world.log();
@@ -75,7 +75,7 @@ TEST_F(ChangeoverChoice, yesterdays_file_that_is_not_there_is_nothing_to_tell) {
     EXPECT_EQ(world.log(), before);
 }
 
-TEST_F(ChangeoverChoice, cancel_leaves_everything_as_it_was) {
+TEST_F(ChangeoverChoice, CancelLeavesEverythingAsItWas) {
     const auto record = state.records.day.maxtemp;
     world.notices.will_answer(Answer::cancel);
     EXPECT_FALSE(choose(true));
@@ -86,12 +86,12 @@ TEST_F(ChangeoverChoice, cancel_leaves_everything_as_it_was) {
     EXPECT_EQ(key("FTP", "EMailEn"), "True");
 }
 
-TEST_F(ChangeoverChoice, the_hour_in_force_is_not_asked_for_again) {
+TEST_F(ChangeoverChoice, TheHourInForceIsNotAskedForAgain) {
     EXPECT_FALSE(choose(false));
     EXPECT_TRUE(world.notices.boxes.empty());
 }
 
-TEST_F(ChangeoverChoice, midnight_begins_the_day_anew) {
+TEST_F(ChangeoverChoice, MidnightBeginsTheDayAnew) {
     world.notices.will_answer(Answer::ok);
     EXPECT_TRUE(choose(true));
     EXPECT_TRUE(state.settings.tmidnight);
@@ -109,7 +109,7 @@ TEST_F(ChangeoverChoice, midnight_begins_the_day_anew) {
     EXPECT_FALSE(world.files.exists("grafdata.dat"));
 }
 
-TEST_F(ChangeoverChoice, mail_is_off_and_its_times_are_gone) {
+TEST_F(ChangeoverChoice, MailIsOffAndItsTimesAreGone) {
     world.notices.will_answer(Answer::ok);
     EXPECT_TRUE(choose(true));
     EXPECT_FALSE(state.publish.NimbryFTPSetup.ChkSendMail);
@@ -118,7 +118,7 @@ TEST_F(ChangeoverChoice, mail_is_off_and_its_times_are_gone) {
     EXPECT_EQ(key("FTP", "numofentries"), "0");
 }
 
-TEST_F(ChangeoverChoice, the_captions_follow_and_nine_asks_in_its_own_words) {
+TEST_F(ChangeoverChoice, TheCaptionsFollowAndNineAsksInItsOwnWords) {
     world.notices.will_answer(Answer::ok);
     EXPECT_TRUE(choose(true));
     EXPECT_EQ(state.panel.lblRainT.text, "Since Midnight");
@@ -132,7 +132,7 @@ TEST_F(ChangeoverChoice, the_captions_follow_and_nine_asks_in_its_own_words) {
     EXPECT_EQ(state.panel.lblRainY.tip, "Rainfall for the 24 hours prior to 9:00 am");
 }
 
-TEST_F(ChangeoverChoice, nine_begins_the_day_anew_as_midnight_does) {
+TEST_F(ChangeoverChoice, NineBeginsTheDayAnewAsMidnightDoes) {
     world.act([&] { change_changeover(world.copy(), true); });
     StationReadings readings;
     readings.rain.total_mm = 42;
@@ -158,7 +158,7 @@ TEST_F(ChangeoverChoice, nine_begins_the_day_anew_as_midnight_does) {
     EXPECT_EQ(key("FTP", "EMailEn"), "False");
 }
 
-TEST_F(ChangeoverChoice, the_rain_of_the_new_day_counts_from_now) {
+TEST_F(ChangeoverChoice, TheRainOfTheNewDayCountsFromNow) {
     world.notices.will_answer(Answer::ok);
     EXPECT_TRUE(choose(true));
     EXPECT_EQ(state.rain.raintoday, 0);
@@ -169,7 +169,7 @@ TEST_F(ChangeoverChoice, the_rain_of_the_new_day_counts_from_now) {
     EXPECT_EQ(state.panel.TxtRainToday.text, " 3 mm");
 }
 
-TEST_F(ChangeoverChoice, one_hour_later_acts_at_once_and_touches_no_record) {
+TEST_F(ChangeoverChoice, OneHourLaterActsAtOnceAndTouchesNoRecord) {
     const DayExtremes before = state.records.day;
     set_one_hour(world.copy(), true);
     EXPECT_TRUE(state.settings.AddOneHour);
@@ -183,7 +183,7 @@ TEST_F(ChangeoverChoice, one_hour_later_acts_at_once_and_touches_no_record) {
     EXPECT_EQ(state.panel.lblRainT.text, "Since 9:00 am");
 }
 
-TEST_F(ChangeoverChoice, with_midnight_the_hour_changes_its_key_alone) {
+TEST_F(ChangeoverChoice, WithMidnightTheHourChangesItsKeyAlone) {
     world.notices.will_answer(Answer::ok);
     EXPECT_TRUE(choose(true));
     set_one_hour(world.copy(), true);
@@ -199,7 +199,7 @@ TEST(OneHourWarning, IsWordedAsEver) {
               "to follow when altering this setting in conjunction with changes to daylight saving.");
 }
 
-TEST_F(ChangeoverChoice, a_disk_that_takes_nothing_does_not_keep_the_day_from_moving) {
+TEST_F(ChangeoverChoice, ADiskThatTakesNothingDoesNotKeepTheDayFromMoving) {
     world.files.refuse_changes(FileResult::permission);
     world.act([&] { change_changeover(world.copy(), true); });
     world.run_for(seconds{1});

@@ -22,12 +22,12 @@ protected:
     BareCopy world;
 };
 
-TEST_F(CommentEditor, opens_with_the_comment_in_force) {
+TEST_F(CommentEditor, OpensWithTheCommentInForce) {
     EXPECT_EQ(comment_dialog(world.state.settings, Comment::first).txtComment, "old");
     EXPECT_EQ(comment_dialog(world.state.settings, Comment::second).txtComment, "other");
 }
 
-TEST_F(CommentEditor, shows_the_empty_comment_as_an_empty_box) {
+TEST_F(CommentEditor, ShowsTheEmptyCommentAsAnEmptyBox) {
     EXPECT_EQ(comment_dialog(MainSettings{}, Comment::first).txtComment, "");
     EXPECT_EQ(comment_dialog(MainSettings{}, Comment::second).txtComment, "");
     MainSettings settings;
@@ -35,7 +35,7 @@ TEST_F(CommentEditor, shows_the_empty_comment_as_an_empty_box) {
     EXPECT_EQ(comment_dialog(settings, Comment::first).txtComment, "a <!--empty-->") << "only that text as a whole";
 }
 
-TEST_F(CommentEditor, clicks_and_stores_the_text_in_its_key) {
+TEST_F(CommentEditor, ClicksAndStoresTheTextInItsKey) {
     accept(Comment::first, "<b>new</b> \xB0");
     EXPECT_EQ(world.sounds.played, std::vector<std::string>{"click.WAV"});
     EXPECT_EQ(key("WebComment"), "<b>new</b> \xB0");
@@ -47,13 +47,13 @@ TEST_F(CommentEditor, clicks_and_stores_the_text_in_its_key) {
     EXPECT_EQ(key("WebComment"), "<b>new</b> \xB0");
 }
 
-TEST_F(CommentEditor, writes_the_whole_communications_set) {
+TEST_F(CommentEditor, WritesTheWholeCommunicationsSet) {
     world.state.settings.LogMin = 42;
     accept(Comment::first, "new");
     EXPECT_EQ(key("LogMin"), "42");
 }
 
-TEST_F(CommentEditor, stores_an_empty_box_as_the_empty_comment) {
+TEST_F(CommentEditor, StoresAnEmptyBoxAsTheEmptyComment) {
     for (const char* empty : {"", "   ", "\r\n"}) {
         accept(Comment::first, "something");
         accept(Comment::first, empty);
@@ -62,19 +62,19 @@ TEST_F(CommentEditor, stores_an_empty_box_as_the_empty_comment) {
     }
 }
 
-TEST_F(CommentEditor, makes_one_line_of_several) {
+TEST_F(CommentEditor, MakesOneLineOfSeveral) {
     accept(Comment::first, "one\r\ntwo\nthree\rfour\n\nfive");
     EXPECT_EQ(key("WebComment"), "one two three four  five");
 }
 
-TEST_F(CommentEditor, cuts_at_two_thousand_characters) {
+TEST_F(CommentEditor, CutsAtTwoThousandCharacters) {
     accept(Comment::first, std::string(2000, 'a') + "b");
     EXPECT_EQ(key("WebComment"), std::string(2000, 'a'));
     accept(Comment::second, std::string(1999, 'a') + "b");
     EXPECT_EQ(key("WebComment2"), std::string(1999, 'a') + "b");
 }
 
-TEST_F(CommentEditor, has_its_control_under_its_name) {
+TEST_F(CommentEditor, HasItsControlUnderItsName) {
     CommentDialog dialog{"text"};
     const auto controls = dialog_controls(dialog);
     ASSERT_EQ(controls.size(), 1U);

@@ -10,7 +10,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-struct Comms_Dialog : testing::Test {
+struct CommsDialogTest : testing::Test {
     test::BareCopy world;
     MainSettings& settings = world.state.settings;
 
@@ -22,7 +22,7 @@ struct Comms_Dialog : testing::Test {
     }
 };
 
-TEST_F(Comms_Dialog, opens_with_the_settings_in_force) {
+TEST_F(CommsDialogTest, OpensWithTheSettingsInForce) {
     EXPECT_TRUE(opened().Option1);
     EXPECT_EQ(opened().TxtLogMins, "15");
     EXPECT_EQ(opened().SerialPort2, default_device(2));
@@ -40,7 +40,7 @@ TEST_F(Comms_Dialog, opens_with_the_settings_in_force) {
     EXPECT_EQ(dialog.txtIP, "");
 }
 
-TEST_F(Comms_Dialog, every_control_is_a_setting_of_its_own) {
+TEST_F(CommsDialogTest, EveryControlIsASettingOfItsOwn) {
     CommsDialog dialog = opened();
     EXPECT_EQ(dialog_controls(dialog).size(), 14U);
     dialog.Option1 = false;
@@ -58,7 +58,7 @@ TEST_F(Comms_Dialog, every_control_is_a_setting_of_its_own) {
     EXPECT_EQ(settings.iplist, Texts{"10.0.0.1"});
 }
 
-TEST_F(Comms_Dialog, writes_the_other_settings_of_the_section_with_its_own) {
+TEST_F(CommsDialogTest, WritesTheOtherSettingsOfTheSectionWithItsOwn) {
     settings.ErrorPop = true;
     settings.WebComment = "hello";
     accept_comms(world.copy, opened());
@@ -66,7 +66,7 @@ TEST_F(Comms_Dialog, writes_the_other_settings_of_the_section_with_its_own) {
     EXPECT_EQ(key("WebComment"), "hello");
 }
 
-TEST_F(Comms_Dialog, a_device_gets_a_key_only_when_it_is_changed) {
+TEST_F(CommsDialogTest, ADeviceGetsAKeyOnlyWhenItIsChanged) {
     CommsDialog dialog = opened();
     accept_comms(world.copy, dialog);
     EXPECT_EQ(key("SerialPort1"), "(none)");
@@ -80,7 +80,7 @@ TEST_F(Comms_Dialog, a_device_gets_a_key_only_when_it_is_changed) {
     EXPECT_EQ(settings.SerialPort2, default_device(2));
 }
 
-TEST_F(Comms_Dialog, a_list_that_was_counted_from_0_loses_that_entry) {
+TEST_F(CommsDialogTest, AListThatWasCountedFrom0LosesThatEntry) {
     world.files.put("Nimbry.ini", "[Main]\r\nnumofentries=2\r\niplist(0)=10.0.0.1\r\niplist(1)=10.0.0.2\r\n");
     world.ini.read();
     settings = read_main_settings(world.ini);
@@ -97,7 +97,7 @@ TEST_F(Comms_Dialog, a_list_that_was_counted_from_0_loses_that_entry) {
 
 // The address list
 
-TEST_F(Comms_Dialog, a_good_address_goes_to_the_end_of_the_list_trimmed) {
+TEST_F(CommsDialogTest, AGoodAddressGoesToTheEndOfTheListTrimmed) {
     CommsDialog dialog;
     dialog.IPList = {"10.0.0.9"};
     dialog.txtIP = " 10.0.0.1 ";
@@ -106,14 +106,14 @@ TEST_F(Comms_Dialog, a_good_address_goes_to_the_end_of_the_list_trimmed) {
     EXPECT_EQ(dialog.txtIP, "");
 }
 
-TEST_F(Comms_Dialog, an_address_is_listed_as_it_was_typed) {
+TEST_F(CommsDialogTest, AnAddressIsListedAsItWasTyped) {
     CommsDialog dialog;
     dialog.txtIP = "010.001.000.009";
     EXPECT_FALSE(add_address(dialog));
     EXPECT_EQ(dialog.IPList, Texts{"010.001.000.009"});
 }
 
-TEST_F(Comms_Dialog, a_bad_one_is_told_and_the_field_is_emptied_as_well) {
+TEST_F(CommsDialogTest, ABadOneIsToldAndTheFieldIsEmptiedAsWell) {
     CommsDialog dialog;
     dialog.txtIP = "10.0.0";
     const auto box = add_address(dialog);
@@ -123,7 +123,7 @@ TEST_F(Comms_Dialog, a_bad_one_is_told_and_the_field_is_emptied_as_well) {
     EXPECT_EQ(dialog, CommsDialog{});
 }
 
-TEST_F(Comms_Dialog, a_list_of_as_many_as_are_read_takes_no_more) {
+TEST_F(CommsDialogTest, AListOfAsManyAsAreReadTakesNoMore) {
     CommsDialog dialog;
     dialog.IPList.assign(1000, "10.0.0.1");
     dialog.txtIP = "10.0.0.2";
@@ -131,7 +131,7 @@ TEST_F(Comms_Dialog, a_list_of_as_many_as_are_read_takes_no_more) {
     EXPECT_EQ(dialog.IPList.size(), 1000U);
 }
 
-TEST_F(Comms_Dialog, the_selected_entry_is_removed_and_none_when_none_is_selected) {
+TEST_F(CommsDialogTest, TheSelectedEntryIsRemovedAndNoneWhenNoneIsSelected) {
     CommsDialog dialog;
     dialog.IPList = {"10.0.0.1", "10.0.0.2", "10.0.0.3"};
     remove_address(dialog, -1);
@@ -145,7 +145,7 @@ TEST_F(Comms_Dialog, the_selected_entry_is_removed_and_none_when_none_is_selecte
 
 constexpr const char* no_network = "Networking does not appear to be installed on this machine.";
 
-TEST_F(Comms_Dialog, a_role_that_is_ticked_without_a_network_is_unticked_again) {
+TEST_F(CommsDialogTest, ARoleThatIsTickedWithoutANetworkIsUntickedAgain) {
     bool role = true;
     EXPECT_FALSE(ticked_role(world.datasock, role));
     EXPECT_TRUE(role);
@@ -157,7 +157,7 @@ TEST_F(Comms_Dialog, a_role_that_is_ticked_without_a_network_is_unticked_again) 
     EXPECT_FALSE(ticked_role(world.datasock, role)) << "unticking needs no network";
 }
 
-TEST_F(Comms_Dialog, a_client_needs_no_port_no_list_and_no_log) {
+TEST_F(CommsDialogTest, AClientNeedsNoPortNoListAndNoLog) {
     CommsDialog dialog;
     const Texts off{"Option1",     "Option2", "Option3",  "Option4",     "SerialPort1", "SerialPort2",
                     "SerialPort3", "Check1",  "Check3",   "SerialPort4", "TxtLogMins",  "hsbLogMins",
@@ -172,7 +172,7 @@ TEST_F(Comms_Dialog, a_client_needs_no_port_no_list_and_no_log) {
     for (const char* on : {"Check2", "Command1", "cmdCancel"}) EXPECT_TRUE(is_enabled(dialog, on)) << on;
 }
 
-TEST_F(Comms_Dialog, a_role_without_a_network_stops_the_accept_button_the_client_first) {
+TEST_F(CommsDialogTest, ARoleWithoutANetworkStopsTheAcceptButtonTheClientFirst) {
     world.datasock.network = false;
     CommsDialog dialog;
     dialog.Check1 = dialog.Check2 = true;
@@ -184,7 +184,7 @@ TEST_F(Comms_Dialog, a_role_without_a_network_stops_the_accept_button_the_client
     EXPECT_EQ(unfit(dialog), "");
 }
 
-TEST_F(Comms_Dialog, a_server_needs_an_address) {
+TEST_F(CommsDialogTest, AServerNeedsAnAddress) {
     CommsDialog dialog = opened();
     dialog.Check1 = true;
     EXPECT_EQ(unfit(dialog), "There must be at least one entry in the address list.");
@@ -192,7 +192,7 @@ TEST_F(Comms_Dialog, a_server_needs_an_address) {
     EXPECT_EQ(unfit(dialog), "");
 }
 
-TEST_F(Comms_Dialog, its_button_clicks_before_it_finds_anything_wrong) {
+TEST_F(CommsDialogTest, ItsButtonClicksBeforeItFindsAnythingWrong) {
     CommsDialog dialog = opened();
     dialog.Check1 = true;
     EXPECT_TRUE(press_command1(world.copy, dialog));
@@ -204,7 +204,7 @@ TEST_F(Comms_Dialog, its_button_clicks_before_it_finds_anything_wrong) {
 
 // Texts
 
-TEST_F(Comms_Dialog, the_minutes_go_from_1_to_99) {
+TEST_F(CommsDialogTest, TheMinutesGoFrom1To99) {
     CommsDialog dialog = opened();
     for (const char* good : {"1", "99", " 7 ", "007"}) {
         dialog.TxtLogMins = good;
@@ -216,7 +216,7 @@ TEST_F(Comms_Dialog, the_minutes_go_from_1_to_99) {
     }
 }
 
-TEST_F(Comms_Dialog, minutes_of_the_file_beyond_that_stay_until_they_are_changed) {
+TEST_F(CommsDialogTest, MinutesOfTheFileBeyondThatStayUntilTheyAreChanged) {
     settings.LogMin = 240;
     CommsDialog dialog = opened();
     EXPECT_EQ(unfit(dialog), "");
@@ -226,7 +226,7 @@ TEST_F(Comms_Dialog, minutes_of_the_file_beyond_that_stay_until_they_are_changed
     EXPECT_NE(unfit(dialog), "");
 }
 
-TEST_F(Comms_Dialog, what_stands_in_a_clients_disabled_fields_is_not_taken) {
+TEST_F(CommsDialogTest, WhatStandsInAClientsDisabledFieldsIsNotTaken) {
     settings.LogMin = 20;
     CommsDialog dialog = opened();
     dialog.Check2 = true;
@@ -238,7 +238,7 @@ TEST_F(Comms_Dialog, what_stands_in_a_clients_disabled_fields_is_not_taken) {
     EXPECT_EQ(settings.SerialPort1, default_device(1));
 }
 
-TEST_F(Comms_Dialog, a_device_name_that_no_file_holds_is_refused) {
+TEST_F(CommsDialogTest, ADeviceNameThatNoFileHoldsIsRefused) {
     CommsDialog dialog = opened();
     for (const std::string& bad : {std::string(256, 'x'), std::string("/dev/a\nb"), std::string("/dev/a\0b", 8)}) {
         dialog.SerialPort3 = bad;

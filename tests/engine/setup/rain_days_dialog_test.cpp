@@ -35,7 +35,7 @@ protected:
     RecordsState& records = world.state.records;
 };
 
-TEST_F(RainDaysEditor, opens_with_what_is_known) {
+TEST_F(RainDaysEditor, OpensWithWhatIsKnown) {
     EXPECT_EQ(rain_days_dialog(records), (RainDaysDialog{"7", "1.5"}));
 }
 
@@ -60,7 +60,7 @@ const Case cases[]{
     {"more days than there are", "1e30", "1", 2147483647, 1, "2147483647", "1 mm"},
 };
 
-TEST_F(RainDaysEditor, stores_and_shows_a_number_of_days_with_its_amount) {
+TEST_F(RainDaysEditor, StoresAndShowsANumberOfDaysWithItsAmount) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.law);
         accept(c.days, c.amount);
@@ -72,7 +72,7 @@ TEST_F(RainDaysEditor, stores_and_shows_a_number_of_days_with_its_amount) {
     EXPECT_EQ(world.sounds.played, std::vector<std::string>(std::size(cases), "click.WAV"));
 }
 
-TEST_F(RainDaysEditor, shows_the_amount_in_the_unit_in_force_without_turning_it) {
+TEST_F(RainDaysEditor, ShowsTheAmountInTheUnitInForceWithoutTurningIt) {
     world.state.settings.fRainin = true;
     world.state.units = units_from(world.state.settings);
     accept("1", "3");
@@ -80,7 +80,7 @@ TEST_F(RainDaysEditor, shows_the_amount_in_the_unit_in_force_without_turning_it)
     EXPECT_EQ(world.state.additional.txtAmtLastRain.text, "3 In.");
 }
 
-TEST_F(RainDaysEditor, changes_nothing_for_days_that_are_no_number) {
+TEST_F(RainDaysEditor, ChangesNothingForDaysThatAreNoNumber) {
     have_a_day();
     for (const char* days : {"", " ", "two", "1.2.3", "3 days"}) {
         SCOPED_TRACE(days);
@@ -94,7 +94,7 @@ TEST_F(RainDaysEditor, changes_nothing_for_days_that_are_no_number) {
     EXPECT_EQ(world.sounds.played.size(), 5U) << "the click sounds all the same";
 }
 
-TEST_F(RainDaysEditor, saves_the_extremes_of_the_day) {
+TEST_F(RainDaysEditor, SavesTheExtremesOfTheDay) {
     have_a_day();
     accept("12", "2.5");
     const TodayRecord saved = read_today(world.files.contents("nimbrTDay.log"));
@@ -103,14 +103,14 @@ TEST_F(RainDaysEditor, saves_the_extremes_of_the_day) {
     EXPECT_FALSE(world.state.run.tdaysaving) << "the save has given its flag back";
 }
 
-TEST_F(RainDaysEditor, leaves_a_day_without_readings_unsaved) {
+TEST_F(RainDaysEditor, LeavesADayWithoutReadingsUnsaved) {
     accept("12", "2.5");
     EXPECT_EQ(records.DaySinceRain, 12);
     EXPECT_FALSE(world.files.exists("nimbrTDay.log"));
     EXPECT_FALSE(world.state.run.tdaysaving);
 }
 
-TEST_F(RainDaysEditor, has_its_controls_under_their_names) {
+TEST_F(RainDaysEditor, HasItsControlsUnderTheirNames) {
     RainDaysDialog dialog{"1", "2"};
     const auto controls = dialog_controls(dialog);
     ASSERT_EQ(controls.size(), 2U);

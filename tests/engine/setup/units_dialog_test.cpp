@@ -10,7 +10,7 @@ namespace {
 using std::chrono::local_days;
 using std::chrono::seconds;
 
-struct Units_Dialog : testing::Test {
+struct UnitsDialogTest : testing::Test {
     test::BareCopy world;
     MainSettings& settings = world.state.settings;
 
@@ -18,7 +18,7 @@ struct Units_Dialog : testing::Test {
     std::string key(const char* name) { return world.ini.GetSetting("Main", name, "(none)"); }
 };
 
-TEST_F(Units_Dialog, it_opens_with_the_settings_in_force) {
+TEST_F(UnitsDialogTest, ItOpensWithTheSettingsInForce) {
     EXPECT_EQ(opened(), UnitsDialog{}) << "the defaults of both are the same";
     settings.fTempC = settings.fBarmb = settings.fRainmm = settings.fWindkph = false;
     settings.fTempF = settings.fBarinhg = settings.fRainin = settings.fWindknots = true;
@@ -30,7 +30,7 @@ TEST_F(Units_Dialog, it_opens_with_the_settings_in_force) {
                  dialog.optWindms || dialog.optWindmph || dialog.OptFirst || dialog.chkNewWC);
 }
 
-TEST_F(Units_Dialog, every_unit_goes_to_its_own_key_and_into_force) {
+TEST_F(UnitsDialogTest, EveryUnitGoesToItsOwnKeyAndIntoForce) {
     UnitsDialog dialog = opened();
     dialog.optTempC = dialog.optBarmb = dialog.optRainmm = dialog.optWindkph = false;
     dialog.optTempF = dialog.optBarhpa = dialog.optRainin = dialog.optWindmph = true;
@@ -45,7 +45,7 @@ TEST_F(Units_Dialog, every_unit_goes_to_its_own_key_and_into_force) {
     EXPECT_EQ(opened(), dialog);
 }
 
-TEST_F(Units_Dialog, the_other_settings_of_the_section_are_written_with_them) {
+TEST_F(UnitsDialogTest, TheOtherSettingsOfTheSectionAreWrittenWithThem) {
     settings.ErrorPop = true;
     settings.LogMin = 7;
     accept_units(world.copy, opened());
@@ -53,7 +53,7 @@ TEST_F(Units_Dialog, the_other_settings_of_the_section_are_written_with_them) {
     EXPECT_EQ(key("LogMin"), "7");
 }
 
-TEST_F(Units_Dialog, a_changed_unit_marks_the_records_and_nothing_else_does) {
+TEST_F(UnitsDialogTest, AChangedUnitMarksTheRecordsAndNothingElseDoes) {
     UnitsDialog dialog = opened();
     dialog.chkNewWC = false;
     dialog.OptFirst = false;
@@ -68,7 +68,7 @@ TEST_F(Units_Dialog, a_changed_unit_marks_the_records_and_nothing_else_does) {
     EXPECT_TRUE(world.state.records.unitschanged) << "hPa and mB are the same size, and two units all the same";
 }
 
-TEST_F(Units_Dialog, each_of_the_eleven_options_is_a_unit_of_its_own) {
+TEST_F(UnitsDialogTest, EachOfTheElevenOptionsIsAUnitOfItsOwn) {
     int units = 0;
     const UnitsDialog before;
     UnitsDialog dialog;
@@ -82,12 +82,12 @@ TEST_F(Units_Dialog, each_of_the_eleven_options_is_a_unit_of_its_own) {
     EXPECT_EQ(dialog_controls(dialog).size(), 14U);
 }
 
-TEST_F(Units_Dialog, done_clicks) {
+TEST_F(UnitsDialogTest, DoneClicks) {
     accept_units(world.copy, opened());
     EXPECT_EQ(world.sounds.played, std::vector<std::string>{"click.WAV"});
 }
 
-TEST_F(Units_Dialog, applying_settings_touches_no_record) {
+TEST_F(UnitsDialogTest, ApplyingSettingsTouchesNoRecord) {
     settings.fWindkph = false;
     settings.fWindms = true;
     settings.tmidnight = true;
@@ -101,13 +101,13 @@ TEST_F(Units_Dialog, applying_settings_touches_no_record) {
     EXPECT_EQ(key("tmidnight"), "True");
 }
 
-TEST_F(Units_Dialog, the_gust_bar_keeps_what_it_has_grown_to_while_its_unit_stays) {
+TEST_F(UnitsDialogTest, TheGustBarKeepsWhatItHasGrownToWhileItsUnitStays) {
     world.state.panel.Gauge1.maximum = 63;
     accept_units(world.copy, opened());
     EXPECT_EQ(world.state.panel.Gauge1.maximum, 63);
 }
 
-TEST_F(Units_Dialog, logging_and_an_almanac_are_warned_of_in_this_order) {
+TEST_F(UnitsDialogTest, LoggingAndAnAlmanacAreWarnedOfInThisOrder) {
     EXPECT_TRUE(units_warnings(world.copy).empty());
     world.files.put("nbextreme.log", "a row\r\n");
     ASSERT_EQ(units_warnings(world.copy).size(), 1U);
@@ -124,7 +124,7 @@ TEST_F(Units_Dialog, logging_and_an_almanac_are_warned_of_in_this_order) {
               "You may wish to archive your almanac file (nbextreme.log) before proceeding");
 }
 
-struct Rollover : Units_Dialog {
+struct Rollover : UnitsDialogTest {
     // The station says 2 October 2026, 00:10; the almanac of September was archived `age` ago.
     void archived(const std::string& name, seconds age) {
         world.state.readings.dtvar = local_days{std::chrono::October / 2 / 2026} + seconds{600};
@@ -143,7 +143,7 @@ constexpr const char* rolled_over =
     "please "
     "wait\r\nmore than 24 hours from the last\r\nchangeover before altering this setting.";
 
-TEST_F(Rollover, the_last_day_is_905_minutes_and_the_first_is_five) {
+TEST_F(Rollover, TheLastDayIs905MinutesAndTheFirstIsFive) {
     EXPECT_EQ(clicked(false), "");
     EXPECT_TRUE(dialog.OptLast && !dialog.OptFirst);
     accept_units(world.copy, dialog);
@@ -153,7 +153,7 @@ TEST_F(Rollover, the_last_day_is_905_minutes_and_the_first_is_five) {
     EXPECT_EQ(key("alRoll"), "5");
 }
 
-TEST_F(Rollover, a_number_of_ones_own_is_the_last_day_and_stays) {
+TEST_F(Rollover, ANumberOfOnesOwnIsTheLastDayAndStays) {
     settings.alRoll = "1000";
     dialog = opened();
     EXPECT_TRUE(dialog.OptLast);
@@ -161,36 +161,36 @@ TEST_F(Rollover, a_number_of_ones_own_is_the_last_day_and_stays) {
     EXPECT_EQ(key("alRoll"), "1000");
 }
 
-TEST_F(Rollover, within_a_day_and_a_second_of_an_archive_the_option_stays) {
+TEST_F(Rollover, WithinADayAndASecondOfAnArchiveTheOptionStays) {
     archived("alSep26.csv", seconds{86400});
     EXPECT_EQ(clicked(false), rolled_over);
     EXPECT_EQ(dialog, UnitsDialog{});
 }
 
-TEST_F(Rollover, one_second_later_it_is_free) {
+TEST_F(Rollover, OneSecondLaterItIsFree) {
     archived("alSep26.csv", seconds{86401});
     EXPECT_EQ(clicked(false), "");
 }
 
-TEST_F(Rollover, an_archive_from_the_future_is_younger_than_a_day) {
+TEST_F(Rollover, AnArchiveFromTheFutureIsYoungerThanADay) {
     archived("alSep26.csv", seconds{-3600});
     EXPECT_EQ(clicked(false), rolled_over);
 }
 
-TEST_F(Rollover, the_archive_in_the_local_save_folder_counts_as_well) {
+TEST_F(Rollover, TheArchiveInTheLocalSaveFolderCountsAsWell) {
     world.state.publish.NimbryFTPSetup.txtLocalPath = "/home/me/weather";
     archived("/home/me/weather/alSep26.csv", seconds{60});
     EXPECT_EQ(clicked(false), rolled_over);
 }
 
-TEST_F(Rollover, a_young_one_there_counts_beside_an_old_one_here) {
+TEST_F(Rollover, AYoungOneThereCountsBesideAnOldOneHere) {
     world.state.publish.NimbryFTPSetup.txtLocalPath = "/home/me/weather";
     archived("alSep26.csv", std::chrono::days{40});
     world.files.put("/home/me/weather/alSep26.csv", "rows");
     EXPECT_EQ(clicked(false), rolled_over);
 }
 
-TEST_F(Rollover, the_month_is_that_of_two_days_before) {
+TEST_F(Rollover, TheMonthIsThatOfTwoDaysBefore) {
     archived("alSep26.csv", seconds{60});
     world.state.readings.dtvar = local_days{std::chrono::October / 3 / 2026} - seconds{1};
     EXPECT_EQ(clicked(false), rolled_over) << "two days before the last second of the 2nd is September";
@@ -198,24 +198,24 @@ TEST_F(Rollover, the_month_is_that_of_two_days_before) {
     EXPECT_EQ(clicked(false), "") << "two days before the 3rd is October";
 }
 
-TEST_F(Rollover, an_archive_of_another_month_does_not_count) {
+TEST_F(Rollover, AnArchiveOfAnotherMonthDoesNotCount) {
     archived("alOct26.csv", seconds{60});
     EXPECT_EQ(clicked(false), "");
 }
 
-TEST_F(Rollover, the_year_is_that_of_two_days_before_too) {
+TEST_F(Rollover, TheYearIsThatOfTwoDaysBeforeToo) {
     archived("alDec26.csv", seconds{60});
     world.state.readings.dtvar = local_days{std::chrono::January / 1 / 2027} + seconds{600};
     EXPECT_EQ(clicked(false), rolled_over);
 }
 
-TEST_F(Rollover, before_the_station_has_told_its_date_there_is_no_guard) {
+TEST_F(Rollover, BeforeTheStationHasToldItsDateThereIsNoGuard) {
     archived("alSep26.csv", seconds{60});
     world.state.readings.dtvar.reset();
     EXPECT_EQ(clicked(false), "");
 }
 
-TEST_F(Rollover, a_click_on_the_chosen_option_asks_nothing) {
+TEST_F(Rollover, AClickOnTheChosenOptionAsksNothing) {
     archived("alSep26.csv", seconds{60});
     EXPECT_EQ(clicked(true), "");
 }

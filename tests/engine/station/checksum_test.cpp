@@ -14,7 +14,7 @@ struct Case {
     bool holds;
 };
 
-TEST(Checksum, is_the_low_byte_of_the_sum_of_all_bytes_but_the_last) {
+TEST(Checksum, IsTheLowByteOfTheSumOfAllBytesButTheLast) {
     const std::vector<Case> cases = {
         {"a sum below 256", {0x01, 0x02, 0x03}, true},
         {"the tag counts", {0xCF, 0x01, 0xD0}, true},
@@ -35,7 +35,7 @@ TEST(Checksum, is_the_low_byte_of_the_sum_of_all_bytes_but_the_last) {
     }
 }
 
-TEST(Checksum, a_long_group_of_full_bytes_wraps_more_than_once) {
+TEST(Checksum, ALongGroupOfFullBytesWrapsMoreThanOnce) {
     // 34 x 0xFF = 8670 = 33 x 256 + 222
     std::vector<std::uint8_t> group(35, 0xFF);
     EXPECT_EQ(checksum_of(group), 222);

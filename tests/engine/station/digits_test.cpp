@@ -13,7 +13,7 @@ std::span<const std::uint8_t, 35> clock_group(const Bytes& train) {
     return std::span<const std::uint8_t>(train).subspan<0, 35>();
 }
 
-TEST(Digits, every_byte_is_two_upper_case_digits_counted_from_1) {
+TEST(Digits, EveryByteIsTwoUpperCaseDigitsCountedFrom1) {
     const Bytes train = write_train({});
     Bytes group(train.begin(), train.begin() + 35);
     group[1] = 0x07;
@@ -29,7 +29,7 @@ TEST(Digits, every_byte_is_two_upper_case_digits_counted_from_1) {
     EXPECT_EQ(table(70), 'B');
 }
 
-TEST(Digits, a_field_reads_in_its_own_order) {
+TEST(Digits, AFieldReadsInItsOwnOrder) {
     StationReadings r;
     r.barometer.hpa = 1987;
     r.humidity.low = 23;
@@ -42,7 +42,7 @@ TEST(Digits, a_field_reads_in_its_own_order) {
     EXPECT_EQ(field_text(clock, digits_8f::humidity_low), "23");
 }
 
-TEST(Digits, decimals_come_after_a_point_and_zeros_stay) {
+TEST(Digits, DecimalsComeAfterAPointAndZerosStay) {
     StationReadings r;
     r.wind.gust_ms = 4.2;
     r.wind.average_ms = 0;
@@ -55,7 +55,7 @@ TEST(Digits, decimals_come_after_a_point_and_zeros_stay) {
     EXPECT_EQ(field_text(cf, digits_cf::average_direction), "007");
 }
 
-TEST(Digits, the_sign_bit_is_no_part_of_a_temperature) {
+TEST(Digits, TheSignBitIsNoPartOfATemperature) {
     StationReadings r;
     r.temperature.outdoor = -14.7;
     r.temperature.indoor = 9.5;
@@ -69,7 +69,7 @@ TEST(Digits, the_sign_bit_is_no_part_of_a_temperature) {
     EXPECT_FALSE(flag_set(table, digits_9f::indoor_minus));
 }
 
-TEST(Digits, the_hundreds_of_the_rain_rate_are_one_hexadecimal_digit) {
+TEST(Digits, TheHundredsOfTheRainRateAreOneHexadecimalDigit) {
     StationReadings r;
     r.rain.rate_mm = 1234;
     const Bytes train = write_train(r);
@@ -79,7 +79,7 @@ TEST(Digits, the_hundreds_of_the_rain_rate_are_one_hexadecimal_digit) {
     EXPECT_EQ(field_text(table, digits_bf::rate), "1234");
 }
 
-TEST(Digits, a_digit_that_is_no_decimal_stays_in_the_text) {
+TEST(Digits, ADigitThatIsNoDecimalStaysInTheText) {
     Bytes train = write_train({});
     set_digit(train, 0xAF, 9, 0xE);
     DigitTable<62> table;
@@ -87,7 +87,7 @@ TEST(Digits, a_digit_that_is_no_decimal_stays_in_the_text) {
     EXPECT_EQ(field_text(table, digits_af::barometer), "1E13");
 }
 
-TEST(Digits, any_bit_of_a_flag_sets_it) {
+TEST(Digits, AnyBitOfAFlagSetsIt) {
     for (const int bits : {0, 1, 2, 3, 4, 8, 12, 15}) {
         SCOPED_TRACE(bits);
         Bytes lone = write_lone_wind({});
@@ -98,7 +98,7 @@ TEST(Digits, any_bit_of_a_flag_sets_it) {
     }
 }
 
-TEST(Digits, only_the_letter_E_is_a_fault_mark) {
+TEST(Digits, OnlyTheLetterEIsAFaultMark) {
     for (const int value : {0, 9, 0xD, 0xE, 0xF}) {
         SCOPED_TRACE(value);
         Bytes train = write_train({});
@@ -109,7 +109,7 @@ TEST(Digits, only_the_letter_E_is_a_fault_mark) {
     }
 }
 
-TEST(Digits, an_unset_table_has_no_texts_flags_or_marks) {
+TEST(Digits, AnUnsetTableHasNoTextsFlagsOrMarks) {
     const DigitTable<54> table;
     EXPECT_EQ(field_text(table, digits_cf::gust, 1), "");
     EXPECT_EQ(field_digit(table, digits_cf::record_at.month), 0);
@@ -118,7 +118,7 @@ TEST(Digits, an_unset_table_has_no_texts_flags_or_marks) {
     EXPECT_FALSE(fault_marked(clock, digits_8f::outdoor_fault));
 }
 
-TEST(Digits, a_month_is_one_hexadecimal_digit) {
+TEST(Digits, AMonthIsOneHexadecimalDigit) {
     StationReadings r;
     r.clock.month = 12;
     const Bytes train = write_train(r);
@@ -127,7 +127,7 @@ TEST(Digits, a_month_is_one_hexadecimal_digit) {
     EXPECT_EQ(field_digit(table, digits_8f::month), 12);
 }
 
-TEST(Digits, hexadecimal_digits_have_values_and_nothing_else_has) {
+TEST(Digits, HexadecimalDigitsHaveValuesAndNothingElseHas) {
     EXPECT_EQ(hex_value('0'), 0);
     EXPECT_EQ(hex_value('9'), 9);
     EXPECT_EQ(hex_value('A'), 10);

@@ -32,7 +32,7 @@ class GoldenStreams : public testing::TestWithParam<fs::path> {};
 
 /// A stream of tests/streams, played to a whole copy with the settings that stand beside it, if any, gives the answer
 /// there. NIMBRY_REWRITE_GOLDEN=1 writes that anew.
-TEST_P(GoldenStreams, gives_its_events) {
+TEST_P(GoldenStreams, GivesItsEvents) {
     const StreamReading reading = read_stream(contents(GetParam()));
     ASSERT_TRUE(reading.stream) << GetParam().filename() << ", " << reading.error;
     fs::path settings = GetParam();
@@ -53,7 +53,7 @@ TEST_P(GoldenStreams, gives_its_events) {
 INSTANTIATE_TEST_SUITE_P(All, GoldenStreams, testing::ValuesIn(streams()),
                          [](const auto& stream) { return stream.param.stem().string(); });
 
-TEST(GoldenStreamsFolder, no_answer_stands_without_its_stream) {
+TEST(GoldenStreamsFolder, NoAnswerStandsWithoutItsStream) {
     for (const auto& entry : fs::directory_iterator(NIMBRY_STREAMS)) {
         if (entry.path().extension() != ".events") continue;
         fs::path stream = entry.path();

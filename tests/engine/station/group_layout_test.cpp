@@ -60,7 +60,7 @@ std::vector<std::string> rows_of_page(const std::string& tag) {
     return rows;
 }
 
-TEST(GroupLayout, the_format_page_names_every_field_with_its_digits) {
+TEST(GroupLayout, TheFormatPageNamesEveryFieldWithItsDigits) {
     EXPECT_EQ(rows_of_page("8F"), digits_8f::each(Rows{}).rows);
     EXPECT_EQ(rows_of_page("9F"), digits_9f::each(Rows{}).rows);
     EXPECT_EQ(rows_of_page("AF"), digits_af::each(Rows{}).rows);
@@ -68,7 +68,7 @@ TEST(GroupLayout, the_format_page_names_every_field_with_its_digits) {
     EXPECT_EQ(rows_of_page("CF"), digits_cf::each(Rows{}).rows);
 }
 
-TEST(GroupLayout, spans_with_a_gap_an_overlap_or_another_length_are_told) {
+TEST(GroupLayout, SpansWithAGapAnOverlapOrAnotherLengthAreTold) {
     EXPECT_TRUE(back_to_back(train_spans, 141));
     EXPECT_FALSE(back_to_back(train_spans, 142));
     auto gap = train_spans;
@@ -79,7 +79,7 @@ TEST(GroupLayout, spans_with_a_gap_an_overlap_or_another_length_are_told) {
     EXPECT_FALSE(back_to_back(overlap, 141));
 }
 
-TEST(GroupLayout, a_bit_with_two_meanings_is_told) {
+TEST(GroupLayout, ABitWithTwoMeaningsIsTold) {
     DigitUse use(span_bf);
     use(DigitField{"a temperature", {6, 3, 4}, 7});
     use(FlagField{"its sign", 6, 8});
@@ -88,7 +88,7 @@ TEST(GroupLayout, a_bit_with_two_meanings_is_told) {
     EXPECT_FALSE(use.sound());
 }
 
-TEST(GroupLayout, a_digit_of_tag_or_checksum_is_told) {
+TEST(GroupLayout, ADigitOfTagOrChecksumIsTold) {
     for (const std::uint8_t place : {std::uint8_t{2}, std::uint8_t{27}}) {
         DigitUse use(span_bf);
         use(FlagField{"a flag", place, 1});

@@ -128,14 +128,14 @@ const std::vector<Case> cases = {
      {"buffer overran at 0", "frame of 27 at 1030000"}},
 };
 
-TEST(LineFramer, cuts_the_stream_by_count_and_quiet) {
+TEST(LineFramer, CutsTheStreamByCountAndQuiet) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
         EXPECT_EQ(play(c.arrivals), c.events);
     }
 }
 
-TEST(LineFramer, goes_through_its_states_in_order) {
+TEST(LineFramer, GoesThroughItsStatesInOrder) {
     LineFramer framer;
     EXPECT_EQ(framer.state(), State::idle);
     EXPECT_FALSE(framer.gathering());
@@ -162,7 +162,7 @@ TEST(LineFramer, goes_through_its_states_in_order) {
     EXPECT_EQ(framer.state(), State::idle);
 }
 
-TEST(LineFramer, keeps_the_bytes_in_their_order) {
+TEST(LineFramer, KeepsTheBytesInTheirOrder) {
     LineFramer framer;
     Bytes expected;
     for (std::uint8_t n = 0; n < 27; ++n) {
@@ -173,14 +173,14 @@ TEST(LineFramer, keeps_the_bytes_in_their_order) {
     EXPECT_EQ(framer.frame(), expected);
 }
 
-TEST(LineFramer, no_bytes_start_nothing) {
+TEST(LineFramer, NoBytesStartNothing) {
     LineFramer framer;
     EXPECT_TRUE(framer.push({}, start));
     EXPECT_EQ(framer.state(), State::idle);
     EXPECT_FALSE(framer.wake_at());
 }
 
-TEST(LineFramer, polling_before_the_time_changes_nothing) {
+TEST(LineFramer, PollingBeforeTheTimeChangesNothing) {
     LineFramer framer;
     framer.push(some(27), start);
     EXPECT_EQ(framer.poll(start + microseconds{29999}), Outcome::nothing);
@@ -188,13 +188,13 @@ TEST(LineFramer, polling_before_the_time_changes_nothing) {
     EXPECT_EQ(framer.poll(start + milliseconds{30}), Outcome::frame);
 }
 
-TEST(LineFramer, polling_an_idle_framer_changes_nothing) {
+TEST(LineFramer, PollingAnIdleFramerChangesNothing) {
     LineFramer framer;
     EXPECT_EQ(framer.poll(start), Outcome::nothing);
     EXPECT_EQ(framer.state(), State::idle);
 }
 
-TEST(LineFramer, a_late_poll_counts_what_is_there_by_then) {
+TEST(LineFramer, ALatePollCountsWhatIsThereByThen) {
     LineFramer framer;
     framer.push(some(27), start);
     framer.push(some(1), start + milliseconds{45});
@@ -202,14 +202,14 @@ TEST(LineFramer, a_late_poll_counts_what_is_there_by_then) {
     EXPECT_EQ(framer.state(), State::fill141);
 }
 
-TEST(LineFramer, a_train_that_is_whole_at_a_late_poll_settles_from_there) {
+TEST(LineFramer, ATrainThatIsWholeAtALatePollSettlesFromThere) {
     LineFramer framer;
     framer.push(some(141), start);
     EXPECT_EQ(framer.poll(start + milliseconds{200}), Outcome::nothing);
     EXPECT_EQ(framer.wake_at(), start + milliseconds{230});
 }
 
-TEST(LineFramer, bytes_during_the_work_are_not_kept) {
+TEST(LineFramer, BytesDuringTheWorkAreNotKept) {
     LineFramer framer;
     framer.push(some(27), start);
     ASSERT_EQ(framer.poll(start + milliseconds{30}), Outcome::frame);
@@ -220,7 +220,7 @@ TEST(LineFramer, bytes_during_the_work_are_not_kept) {
     EXPECT_EQ(framer.count(), 0U);
 }
 
-TEST(LineFramer, a_hold_throws_away_what_was_gathered_and_takes_nothing_for_500_ms) {
+TEST(LineFramer, AHoldThrowsAwayWhatWasGatheredAndTakesNothingFor500Ms) {
     for (const std::size_t gathered : {std::size_t{0}, std::size_t{10}, std::size_t{27}, std::size_t{50}}) {
         SCOPED_TRACE(gathered);
         LineFramer framer;
@@ -240,14 +240,14 @@ TEST(LineFramer, a_hold_throws_away_what_was_gathered_and_takes_nothing_for_500_
     }
 }
 
-TEST(LineFramer, a_second_fault_holds_for_500_ms_from_itself) {
+TEST(LineFramer, ASecondFaultHoldsFor500MsFromItself) {
     LineFramer framer;
     framer.hold(start);
     framer.hold(start + milliseconds{300});
     EXPECT_EQ(framer.wake_at(), start + milliseconds{800});
 }
 
-TEST(LineFramer, a_hold_during_the_work_leaves_the_frame_in_hand) {
+TEST(LineFramer, AHoldDuringTheWorkLeavesTheFrameInHand) {
     LineFramer framer;
     framer.push(some(27), start);
     ASSERT_EQ(framer.poll(start + milliseconds{30}), Outcome::frame);
@@ -259,7 +259,7 @@ TEST(LineFramer, a_hold_during_the_work_leaves_the_frame_in_hand) {
     EXPECT_EQ(framer.state(), State::idle);
 }
 
-TEST(LineFramer, work_that_ends_in_a_hold_leaves_the_hold_to_its_time) {
+TEST(LineFramer, WorkThatEndsInAHoldLeavesTheHoldToItsTime) {
     LineFramer framer;
     framer.push(some(27), start);
     ASSERT_EQ(framer.poll(start + milliseconds{30}), Outcome::frame);
@@ -273,7 +273,7 @@ TEST(LineFramer, work_that_ends_in_a_hold_leaves_the_hold_to_its_time) {
     EXPECT_EQ(framer.poll(start + milliseconds{630}), Outcome::frame);
 }
 
-TEST(LineFramer, a_frame_that_is_gathered_can_be_abandoned) {
+TEST(LineFramer, AFrameThatIsGatheredCanBeAbandoned) {
     for (const std::size_t gathered : {std::size_t{10}, std::size_t{27}, std::size_t{141}}) {
         SCOPED_TRACE(gathered);
         LineFramer framer;
@@ -285,7 +285,7 @@ TEST(LineFramer, a_frame_that_is_gathered_can_be_abandoned) {
     }
 }
 
-TEST(LineFramer, work_and_hold_are_not_abandoned) {
+TEST(LineFramer, WorkAndHoldAreNotAbandoned) {
     LineFramer framer;
     framer.push(some(27), start);
     ASSERT_EQ(framer.poll(start + milliseconds{30}), Outcome::frame);
@@ -298,7 +298,7 @@ TEST(LineFramer, work_and_hold_are_not_abandoned) {
 
 /// The law behind the cases: what the frames are does not depend on how the port slices the bytes, as long as a frame's
 /// bytes come within its settling times.
-TEST(LineFramer, the_slicing_of_a_burst_does_not_matter) {
+TEST(LineFramer, TheSlicingOfABurstDoesNotMatter) {
     const std::vector<std::size_t> stream = {141, 27, 27, 141, 27};
     for (std::size_t slice = 1; slice <= 141; ++slice) {
         SCOPED_TRACE(slice);

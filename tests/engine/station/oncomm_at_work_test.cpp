@@ -43,7 +43,7 @@ struct SlowWork : BareCopy {
     }
 };
 
-TEST(OnCommAtWork, what_arrives_meanwhile_is_lost) {
+TEST(OnCommAtWork, WhatArrivesMeanwhileIsLost) {
     SlowWork copy;
     ASSERT_EQ(copy.oncomm.framing(), State::work);
     copy.arrive(write_lone_wind(readings()));
@@ -56,7 +56,7 @@ TEST(OnCommAtWork, what_arrives_meanwhile_is_lost) {
     EXPECT_FALSE(copy.state.comm.dworkingb);
 }
 
-TEST(OnCommAtWork, the_clients_get_the_frame_as_it_came_whatever_becomes_of_its_bytes_meanwhile) {
+TEST(OnCommAtWork, TheClientsGetTheFrameAsItCameWhateverBecomesOfItsBytesMeanwhile) {
     SlowWork copy({"10.0.0.1", "10.0.0.2"});
     copy.state.comm.RawBytes.clear();
     copy.pauses.pause(5s);
@@ -64,7 +64,7 @@ TEST(OnCommAtWork, the_clients_get_the_frame_as_it_came_whatever_becomes_of_its_
     EXPECT_EQ(copy.slow.sent[1].bytes, write_train(readings()));
 }
 
-TEST(OnCommAtWork, the_clients_get_the_frame_once_its_groups_are_done) {
+TEST(OnCommAtWork, TheClientsGetTheFrameOnceItsGroupsAreDone) {
     SlowWork copy;  // stands in its sending
     EXPECT_EQ(copy.state.comm.counters.trains, 1U);
     EXPECT_TRUE(copy.state.run.fullystarted) << "the cycle has run";
@@ -76,14 +76,14 @@ TEST(OnCommAtWork, the_clients_get_the_frame_once_its_groups_are_done) {
     EXPECT_EQ(copy.state.panel.Lamp.fore, colours::red);
 }
 
-TEST(OnCommAtWork, every_event_still_shows_that_the_line_lives) {
+TEST(OnCommAtWork, EveryEventStillShowsThatTheLineLives) {
     SlowWork copy;
     copy.state.comm.ccheckflagb = true;
     copy.arrive({0x00});
     EXPECT_FALSE(copy.state.comm.ccheckflagb);
 }
 
-TEST(OnCommAtWork, nothing_that_holds_data_off_breaks_into_it) {
+TEST(OnCommAtWork, NothingThatHoldsDataOffBreaksIntoIt) {
     for (const HoldOff& c : hold_offs) {
         SCOPED_TRACE(c.what);
         SlowWork copy;
@@ -97,7 +97,7 @@ TEST(OnCommAtWork, nothing_that_holds_data_off_breaks_into_it) {
     }
 }
 
-TEST(OnCommAtWork, a_fault_shows_its_word_and_leaves_the_frame_in_hand) {
+TEST(OnCommAtWork, AFaultShowsItsWordAndLeavesTheFrameInHand) {
     SlowWork copy;
     copy.state.comm.dworkingb.set();
     copy.pauses.start([&] { copy.oncomm.line_fault(LineFault::framing); });
@@ -111,7 +111,7 @@ TEST(OnCommAtWork, a_fault_shows_its_word_and_leaves_the_frame_in_hand) {
     EXPECT_EQ(copy.slow.sent[0].bytes, write_train(readings()));
 }
 
-TEST(OnCommAtWork, work_that_ends_within_the_half_second_lets_it_pass) {
+TEST(OnCommAtWork, WorkThatEndsWithinTheHalfSecondLetsItPass) {
     SlowWork copy;
     copy.pauses.pause(1800ms);
     copy.pauses.start([&] { copy.oncomm.line_fault(LineFault::framing); });

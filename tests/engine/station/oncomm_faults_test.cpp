@@ -9,7 +9,7 @@ namespace nimbry {
 namespace {
 
 // Faults of the line
-TEST(OnComm, a_fault_shows_its_word_and_takes_nothing_for_half_a_second) {
+TEST(OnComm, AFaultShowsItsWordAndTakesNothingForHalfASecond) {
     struct Case {
         LineFault fault;
         std::string word;
@@ -42,7 +42,7 @@ TEST(OnComm, a_fault_shows_its_word_and_takes_nothing_for_half_a_second) {
     }
 }
 
-TEST(OnComm, bytes_of_the_half_second_are_lost_and_the_next_frame_is_taken) {
+TEST(OnComm, BytesOfTheHalfSecondAreLostAndTheNextFrameIsTaken) {
     LiveLine copy;
     copy.fault(LineFault::framing);
     copy.pauses.pause(100ms);
@@ -56,7 +56,7 @@ TEST(OnComm, bytes_of_the_half_second_are_lost_and_the_next_frame_is_taken) {
     EXPECT_EQ(copy.state.panel.lblStatus.text, "Program Starting");
 }
 
-TEST(OnComm, a_fault_is_not_looked_at_while_data_is_held_off) {
+TEST(OnComm, AFaultIsNotLookedAtWhileDataIsHeldOff) {
     for (const HoldOff& c : hold_offs) {
         SCOPED_TRACE(c.what);
         LiveLine copy;
@@ -69,7 +69,7 @@ TEST(OnComm, a_fault_is_not_looked_at_while_data_is_held_off) {
     }
 }
 
-TEST(OnComm, more_bytes_than_are_ever_kept_are_a_fault_of_their_own) {
+TEST(OnComm, MoreBytesThanAreEverKeptAreAFaultOfTheirOwn) {
     LiveLine copy;
     copy.arrive(Bytes(4097, 0x8F));
     EXPECT_EQ(copy.state.comm.ErrorWord, "RxOver Error");
@@ -81,7 +81,7 @@ TEST(OnComm, more_bytes_than_are_ever_kept_are_a_fault_of_their_own) {
     EXPECT_EQ(copy.state.comm.counters.trains, 1U);
 }
 
-TEST(OnComm, a_flood_that_shows_at_the_end_of_a_settling_time_is_a_fault_too) {
+TEST(OnComm, AFloodThatShowsAtTheEndOfASettlingTimeIsAFaultToo) {
     LiveLine copy;
     copy.arrive(Bytes(27, 0xCF));
     copy.line.arrive(Bytes(5000, 0x00));
@@ -92,7 +92,7 @@ TEST(OnComm, a_flood_that_shows_at_the_end_of_a_settling_time_is_a_fault_too) {
 }
 
 // A device that goes away
-TEST(OnComm, a_device_that_has_gone_is_handed_over_after_the_half_second) {
+TEST(OnComm, ADeviceThatHasGoneIsHandedOverAfterTheHalfSecond) {
     LiveLine copy;
     copy.fault(LineFault::gone);
     copy.pauses.pause(499ms);
@@ -103,7 +103,7 @@ TEST(OnComm, a_device_that_has_gone_is_handed_over_after_the_half_second) {
     EXPECT_FALSE(copy.state.comm.SerComReady);
 }
 
-TEST(OnComm, whatever_holds_data_off_a_device_that_has_gone_is_handed_over) {
+TEST(OnComm, WhateverHoldsDataOffADeviceThatHasGoneIsHandedOver) {
     for (const HoldOff& c : hold_offs) {
         SCOPED_TRACE(c.what);
         LiveLine copy;
@@ -117,7 +117,7 @@ TEST(OnComm, whatever_holds_data_off_a_device_that_has_gone_is_handed_over) {
     }
 }
 
-TEST(OnComm, a_port_that_was_opened_again_within_the_half_second_is_not_lost) {
+TEST(OnComm, APortThatWasOpenedAgainWithinTheHalfSecondIsNotLost) {
     LiveLine copy;
     copy.fault(LineFault::gone);
     copy.line.open(std::string(LiveLine::device));
@@ -126,7 +126,7 @@ TEST(OnComm, a_port_that_was_opened_again_within_the_half_second_is_not_lost) {
     EXPECT_TRUE(copy.state.comm.SerComReady);
 }
 
-TEST(OnComm, a_device_that_goes_during_the_exit_or_the_opening_is_nobodys_business) {
+TEST(OnComm, ADeviceThatGoesDuringTheExitOrTheOpeningIsNobodysBusiness) {
     LiveLine closing;
     closing.state.run.ProgramClosing = true;
     closing.fault(LineFault::gone);

@@ -5,7 +5,7 @@
 namespace nimbry {
 namespace {
 
-TEST(OnComm, nothing_is_taken_before_the_port_has_been_opened_for_good) {
+TEST(OnComm, NothingIsTakenBeforeThePortHasBeenOpenedForGood) {
     LiveLine copy;
     copy.state.comm.SerComReady = false;
     copy.state.comm.ccheckflagb = true;
@@ -18,7 +18,7 @@ TEST(OnComm, nothing_is_taken_before_the_port_has_been_opened_for_good) {
     EXPECT_EQ(copy.line.take().size(), 141U) << "the opening reads the port itself";
 }
 
-TEST(OnComm, nothing_is_done_once_the_program_is_closing) {
+TEST(OnComm, NothingIsDoneOnceTheProgramIsClosing) {
     LiveLine copy;
     copy.state.run.ProgramClosing = true;
     copy.state.comm.ccheckflagb = true;
@@ -28,7 +28,7 @@ TEST(OnComm, nothing_is_done_once_the_program_is_closing) {
     EXPECT_EQ(copy.state.comm.counters.trains, 0U);
 }
 
-TEST(OnComm, a_client_does_not_use_the_line) {
+TEST(OnComm, AClientDoesNotUseTheLine) {
     LiveLine copy;
     copy.state.settings.fromnet = true;
     copy.state.comm.ccheckflagb = true;
@@ -42,7 +42,7 @@ TEST(OnComm, a_client_does_not_use_the_line) {
     EXPECT_EQ(copy.line.take().size(), 141U);
 }
 
-TEST(OnComm, what_arrives_while_data_is_held_off_is_thrown_away) {
+TEST(OnComm, WhatArrivesWhileDataIsHeldOffIsThrownAway) {
     for (const HoldOff& c : hold_offs) {
         SCOPED_TRACE(c.what);
         LiveLine copy;
@@ -60,7 +60,7 @@ TEST(OnComm, what_arrives_while_data_is_held_off_is_thrown_away) {
     }
 }
 
-TEST(OnComm, a_frame_that_is_being_gathered_is_given_up_at_the_next_byte) {
+TEST(OnComm, AFrameThatIsBeingGatheredIsGivenUpAtTheNextByte) {
     for (const HoldOff& c : hold_offs) {
         SCOPED_TRACE(c.what);
         LiveLine copy;
@@ -75,7 +75,7 @@ TEST(OnComm, a_frame_that_is_being_gathered_is_given_up_at_the_next_byte) {
     }
 }
 
-TEST(OnComm, a_frame_that_is_being_gathered_is_given_up_when_its_settling_ends) {
+TEST(OnComm, AFrameThatIsBeingGatheredIsGivenUpWhenItsSettlingEnds) {
     for (const HoldOff& c : hold_offs) {
         SCOPED_TRACE(c.what);
         LiveLine copy;
@@ -91,7 +91,7 @@ TEST(OnComm, a_frame_that_is_being_gathered_is_given_up_when_its_settling_ends) 
     }
 }
 
-TEST(OnComm, a_settling_time_that_ends_in_the_exit_does_nothing) {
+TEST(OnComm, ASettlingTimeThatEndsInTheExitDoesNothing) {
     LiveLine copy;
     copy.arrive(write_train(readings()));
     copy.state.run.ProgramClosing = true;
@@ -100,7 +100,7 @@ TEST(OnComm, a_settling_time_that_ends_in_the_exit_does_nothing) {
     EXPECT_FALSE(copy.oncomm.wake_at());
 }
 
-TEST(OnComm, a_port_that_has_just_been_opened_is_framed_from_the_start) {
+TEST(OnComm, APortThatHasJustBeenOpenedIsFramedFromTheStart) {
     LiveLine copy;
     copy.arrive(Bytes(20, 0xCF));
     copy.oncomm.line_opened();

@@ -47,7 +47,7 @@ std::vector<RefusalCase> refusal_cases() {
     };
 }
 
-TEST(OnComm, every_frame_that_is_not_used_has_its_reason_and_its_count) {
+TEST(OnComm, EveryFrameThatIsNotUsedHasItsReasonAndItsCount) {
     for (const RefusalCase& c : refusal_cases()) {
         SCOPED_TRACE(c.what);
         StartedLine copy;
@@ -63,7 +63,7 @@ TEST(OnComm, every_frame_that_is_not_used_has_its_reason_and_its_count) {
     }
 }
 
-TEST(OnComm, forwarding_goes_by_the_tag_and_not_by_the_checksum) {
+TEST(OnComm, ForwardingGoesByTheTagAndNotByTheChecksum) {
     for (const RefusalCase& c : refusal_cases()) {
         SCOPED_TRACE(c.what);
         StartedLine copy;
@@ -77,7 +77,7 @@ TEST(OnComm, forwarding_goes_by_the_tag_and_not_by_the_checksum) {
     }
 }
 
-TEST(OnComm, the_first_train_is_forwarded) {
+TEST(OnComm, TheFirstTrainIsForwarded) {
     LiveLine copy;
     copy.state.settings.bcastnet = true;
     copy.state.settings.iplist = {"10.0.0.1"};
@@ -86,7 +86,7 @@ TEST(OnComm, the_first_train_is_forwarded) {
     EXPECT_EQ(copy.datasock.sent[0].bytes, write_train(readings()));
 }
 
-TEST(OnComm, after_any_refused_frame_the_next_good_train_is_taken) {
+TEST(OnComm, AfterAnyRefusedFrameTheNextGoodTrainIsTaken) {
     for (const RefusalCase& c : refusal_cases()) {
         SCOPED_TRACE(c.what);
         StartedLine copy;

@@ -17,7 +17,7 @@ std::string header(const BareCopy& copy) {
 }
 
 // The road of a frame
-TEST(OnComm, a_train_is_taken_60_ms_after_its_bytes) {
+TEST(OnComm, ATrainIsTaken60MsAfterItsBytes) {
     LiveLine copy;
     copy.arrive(write_train(readings()));
     EXPECT_TRUE(copy.state.comm.dworkingb);
@@ -31,7 +31,7 @@ TEST(OnComm, a_train_is_taken_60_ms_after_its_bytes) {
     EXPECT_TRUE(copy.state.comm.gotcomms);
 }
 
-TEST(OnComm, after_a_frame_nothing_of_it_is_left) {
+TEST(OnComm, AfterAFrameNothingOfItIsLeft) {
     StartedLine copy;
     copy.deliver(write_lone_wind(readings()));
     const CommState& comm = copy.state.comm;
@@ -44,7 +44,7 @@ TEST(OnComm, after_a_frame_nothing_of_it_is_left) {
     EXPECT_FALSE(copy.oncomm.wake_at());
 }
 
-TEST(OnComm, a_frame_that_reaches_the_end_lights_the_lamp_and_starts_its_timer) {
+TEST(OnComm, AFrameThatReachesTheEndLightsTheLampAndStartsItsTimer) {
     StartedLine copy;
     struct Case {
         std::string what;
@@ -71,7 +71,7 @@ TEST(OnComm, a_frame_that_reaches_the_end_lights_the_lamp_and_starts_its_timer) 
     }
 }
 
-TEST(OnComm, the_label_says_program_starting_until_the_graph_store_is_in_use) {
+TEST(OnComm, TheLabelSaysProgramStartingUntilTheGraphStoreIsInUse) {
     StartedLine copy;
     EXPECT_EQ(copy.state.panel.lblStatus.text, "Program Starting");
     EXPECT_EQ(copy.state.panel.lblStatus.fore, 0x8080FFU);
@@ -81,7 +81,7 @@ TEST(OnComm, the_label_says_program_starting_until_the_graph_store_is_in_use) {
     EXPECT_EQ(copy.state.panel.lblStatus.fore, 0x00FF00U);
 }
 
-TEST(OnComm, an_overrun_changes_neither_label_nor_lamp) {
+TEST(OnComm, AnOverrunChangesNeitherLabelNorLamp) {
     LiveLine copy;
     copy.state.panel.lblStatus.text = "as before";
     copy.deliver(Bytes(142, 0x8F));
@@ -94,7 +94,7 @@ TEST(OnComm, an_overrun_changes_neither_label_nor_lamp) {
     EXPECT_EQ(copy.state.comm.GroupTag, "");
 }
 
-TEST(OnComm, a_lone_group_before_the_first_train_is_dropped_without_a_sign) {
+TEST(OnComm, ALoneGroupBeforeTheFirstTrainIsDroppedWithoutASign) {
     LiveLine copy;
     copy.state.panel.lblStatus.text = "as before";
     copy.state.settings.bcastnet = true;
@@ -109,7 +109,7 @@ TEST(OnComm, a_lone_group_before_the_first_train_is_dropped_without_a_sign) {
     EXPECT_TRUE(copy.datasock.sent.empty());
 }
 
-TEST(OnComm, a_train_length_tagged_CF_before_the_first_train_is_dropped_too) {
+TEST(OnComm, ATrainLengthTaggedCFBeforeTheFirstTrainIsDroppedToo) {
     LiveLine copy;
     Bytes frame = write_train(readings());
     frame[0] = 0xCF;
@@ -118,7 +118,7 @@ TEST(OnComm, a_train_length_tagged_CF_before_the_first_train_is_dropped_too) {
 }
 
 // What every event does, whatever the state
-TEST(OnComm, any_event_shows_that_the_line_lives_even_without_bytes) {
+TEST(OnComm, AnyEventShowsThatTheLineLivesEvenWithoutBytes) {
     LiveLine copy;
     copy.state.comm.ccheckflagb = true;
     copy.readable();
@@ -128,7 +128,7 @@ TEST(OnComm, any_event_shows_that_the_line_lives_even_without_bytes) {
     EXPECT_FALSE(copy.oncomm.wake_at());
 }
 
-TEST(OnComm, a_byte_of_a_half_frame_shows_that_the_line_lives) {
+TEST(OnComm, AByteOfAHalfFrameShowsThatTheLineLives) {
     LiveLine copy;
     copy.arrive(Bytes(5, 0x8F));
     copy.state.comm.ccheckflagb = true;
@@ -136,7 +136,7 @@ TEST(OnComm, a_byte_of_a_half_frame_shows_that_the_line_lives) {
     EXPECT_FALSE(copy.state.comm.ccheckflagb);
 }
 
-TEST(OnComm, every_event_clears_the_two_words) {
+TEST(OnComm, EveryEventClearsTheTwoWords) {
     LiveLine copy;
     copy.state.comm.EventWord = "weather data";
     copy.state.comm.ErrorWord = "Framing Error";
@@ -145,7 +145,7 @@ TEST(OnComm, every_event_clears_the_two_words) {
     EXPECT_EQ(copy.state.comm.ErrorWord, "");
 }
 
-TEST(OnComm, the_count_is_taken_of_everything_that_has_arrived_by_then) {
+TEST(OnComm, TheCountIsTakenOfEverythingThatHasArrivedByThen) {
     LiveLine copy;
     copy.arrive(write_lone_wind(readings()));
     copy.line.arrive({0x01});  // the system holds it, but has not said so
@@ -153,7 +153,7 @@ TEST(OnComm, the_count_is_taken_of_everything_that_has_arrived_by_then) {
     EXPECT_EQ(copy.oncomm.framing(), State::fill141);
 }
 
-TEST(OnComm, a_fragment_waits_for_ever) {
+TEST(OnComm, AFragmentWaitsForEver) {
     LiveLine copy;
     copy.arrive(Bytes(26, 0x8F));
     copy.pauses.pause(Milliseconds{24h});
@@ -161,7 +161,7 @@ TEST(OnComm, a_fragment_waits_for_ever) {
     EXPECT_TRUE(copy.state.comm.dworkingb);
 }
 
-TEST(OnComm, bytes_while_dworkingb_is_held_by_another_begin_no_frame) {
+TEST(OnComm, BytesWhileDworkingbIsHeldByAnotherBeginNoFrame) {
     LiveLine copy;
     copy.state.comm.dworkingb.set();
     copy.arrive(write_train(readings()));
@@ -172,7 +172,7 @@ TEST(OnComm, bytes_while_dworkingb_is_held_by_another_begin_no_frame) {
 }
 
 // Errors
-TEST(OnComm, an_error_of_its_own_bears_its_tag) {
+TEST(OnComm, AnErrorOfItsOwnBearsItsTag) {
     struct BrokenLine : SerialLine {
         PortOpenResult open(const std::string&) override { return PortOpenResult::ok; }
         void close() override {}

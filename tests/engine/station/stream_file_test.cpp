@@ -26,7 +26,7 @@ StreamFile example() {
     return stream;
 }
 
-TEST(StreamFile, reads_head_and_pieces) {
+TEST(StreamFile, ReadsHeadAndPieces) {
     const StreamReading reading = read_stream(head +
                                               "pace: 1.04\n"
                                               "lasts: 20000\n"
@@ -52,7 +52,7 @@ TEST(StreamFile, reads_head_and_pieces) {
     EXPECT_EQ(*reading.stream, expected);
 }
 
-TEST(StreamFile, takes_both_line_ends_and_a_last_line_without_one) {
+TEST(StreamFile, TakesBothLineEndsAndALastLineWithoutOne) {
     std::string text = head + "\n0 CF";
     ASSERT_TRUE(read_stream(text).stream);
     std::string crlf;
@@ -61,7 +61,7 @@ TEST(StreamFile, takes_both_line_ends_and_a_last_line_without_one) {
     EXPECT_EQ(*read_stream(crlf).stream, *read_stream(text).stream);
 }
 
-TEST(StreamFile, a_head_alone_is_a_stream_of_silence) {
+TEST(StreamFile, AHeadAloneIsAStreamOfSilence) {
     const StreamReading reading = read_stream(head);
     ASSERT_TRUE(reading.stream);
     EXPECT_EQ(*reading.stream, example());
@@ -71,7 +71,7 @@ struct BadCase {
     std::string what, text, error;
 };
 
-TEST(StreamFile, what_does_not_fit_is_refused_with_its_line_and_reason) {
+TEST(StreamFile, WhatDoesNotFitIsRefusedWithItsLineAndReason) {
     const std::vector<BadCase> cases = {
         {"nothing", "", "line 0: the text is empty"},
         {"some other file", "[Main]\n", "line 1: a stream begins with \"nimbry-stream 1\""},
@@ -118,7 +118,7 @@ TEST(StreamFile, what_does_not_fit_is_refused_with_its_line_and_reason) {
     }
 }
 
-TEST(StreamFile, writes_what_it_reads) {
+TEST(StreamFile, WritesWhatItReads) {
     StreamFile stream = example();
     stream.pace = 1040us;
     stream.lasts = 20s;
@@ -132,7 +132,7 @@ TEST(StreamFile, writes_what_it_reads) {
                                         "1000 !gone\n");
 }
 
-TEST(StreamFile, reads_back_any_stream_that_it_has_written) {
+TEST(StreamFile, ReadsBackAnyStreamThatItHasWritten) {
     std::mt19937 random(918);
     for (int round = 0; round < 200; ++round) {
         StreamFile stream = example();
@@ -150,7 +150,7 @@ TEST(StreamFile, reads_back_any_stream_that_it_has_written) {
     }
 }
 
-TEST(StreamFile, any_garbage_gives_an_error_or_a_stream) {
+TEST(StreamFile, AnyGarbageGivesAnErrorOrAStream) {
     std::mt19937 random(200);
     const std::string good = head + "pace: 1.04\n\n0 CF 01\n10 !gone\n";
     for (int round = 0; round < 2000; ++round) {

@@ -47,7 +47,7 @@ struct StartedDoors : Doors {
     }
 };
 
-TEST(Docfgroup, does_nothing_before_the_first_cycle) {
+TEST(Docfgroup, DoesNothingBeforeTheFirstCycle) {
     Doors doors;
     doors.docf(write_lone_wind(readings()));
     EXPECT_FALSE(doors.state.comm.DigitsCFLone.set);
@@ -56,7 +56,7 @@ TEST(Docfgroup, does_nothing_before_the_first_cycle) {
     EXPECT_FALSE(doors.line_is_empty());
 }
 
-TEST(Docfgroup, a_good_group_fills_the_table_and_the_wind_texts_and_lets_go) {
+TEST(Docfgroup, AGoodGroupFillsTheTableAndTheWindTextsAndLetsGo) {
     StartedDoors doors;
     StationReadings r = readings();
     r.wind.gust_ms = 12.3;
@@ -77,7 +77,7 @@ TEST(Docfgroup, a_good_group_fills_the_table_and_the_wind_texts_and_lets_go) {
     EXPECT_FALSE(doors.state.comm.dworkingb);
 }
 
-TEST(Docfgroup, a_frame_of_another_length_is_dropped) {
+TEST(Docfgroup, AFrameOfAnotherLengthIsDropped) {
     for (const std::size_t length : {std::size_t{0}, std::size_t{26}, std::size_t{28}, std::size_t{141}}) {
         SCOPED_TRACE(length);
         StartedDoors doors;
@@ -91,7 +91,7 @@ TEST(Docfgroup, a_frame_of_another_length_is_dropped) {
     }
 }
 
-TEST(Docfgroup, a_bad_checksum_drops_the_frame_and_keeps_table_and_readings) {
+TEST(Docfgroup, ABadChecksumDropsTheFrameAndKeepsTableAndReadings) {
     StartedDoors doors;
     StationReadings r = readings();
     r.wind.gust_ms = 5;
@@ -109,7 +109,7 @@ TEST(Docfgroup, a_bad_checksum_drops_the_frame_and_keeps_table_and_readings) {
     EXPECT_TRUE(doors.line_is_empty());
 }
 
-TEST(Docfgroup, a_checksum_of_00_passes) {
+TEST(Docfgroup, AChecksumOf00Passes) {
     StartedDoors doors;
     // 0xCF + 0x31 = 0x100: the wind chill's tens 3, units 1, and nothing else.
     Bytes group(27, 0);
@@ -119,7 +119,7 @@ TEST(Docfgroup, a_checksum_of_00_passes) {
     EXPECT_TRUE(doors.state.comm.goodatab);
 }
 
-TEST(Docfgroup, a_client_leaves_the_line_alone) {
+TEST(Docfgroup, AClientLeavesTheLineAlone) {
     StartedDoors doors;
     doors.state.settings.fromnet = true;
     Bytes bad = write_lone_wind(readings());
@@ -129,7 +129,7 @@ TEST(Docfgroup, a_client_leaves_the_line_alone) {
     EXPECT_FALSE(doors.line_is_empty());
 }
 
-TEST(Domaingroup, a_good_train_fills_the_five_tables_and_runs_the_cycle) {
+TEST(Domaingroup, AGoodTrainFillsTheFiveTablesAndRunsTheCycle) {
     Doors doors;
     doors.domain(write_train(readings()));
     const CommState& comm = doors.state.comm;
@@ -147,7 +147,7 @@ TEST(Domaingroup, a_good_train_fills_the_five_tables_and_runs_the_cycle) {
     EXPECT_FALSE(doors.line_is_empty()) << "a good train leaves that to the receive event";
 }
 
-TEST(Domaingroup, a_frame_of_another_length_is_dropped) {
+TEST(Domaingroup, AFrameOfAnotherLengthIsDropped) {
     for (const std::size_t length : {std::size_t{0}, std::size_t{27}, std::size_t{140}, std::size_t{142}}) {
         SCOPED_TRACE(length);
         Doors doors;
@@ -161,7 +161,7 @@ TEST(Domaingroup, a_frame_of_another_length_is_dropped) {
     }
 }
 
-TEST(Domaingroup, one_bad_group_loses_the_whole_train_and_the_tables_before_it_stay) {
+TEST(Domaingroup, OneBadGroupLosesTheWholeTrainAndTheTablesBeforeItStay) {
     for (const GroupSpan& span : train_spans) {
         SCOPED_TRACE(span.tag);
         Doors doors;
@@ -192,7 +192,7 @@ TEST(Domaingroup, one_bad_group_loses_the_whole_train_and_the_tables_before_it_s
     }
 }
 
-TEST(Domaingroup, an_impossible_date_ends_it_after_the_first_group) {
+TEST(Domaingroup, AnImpossibleDateEndsItAfterTheFirstGroup) {
     StartedDoors doors;
     doors.state.panel.Text2[0].text = "as before";
     StationReadings r = readings();
@@ -207,7 +207,7 @@ TEST(Domaingroup, an_impossible_date_ends_it_after_the_first_group) {
     EXPECT_TRUE(doors.line_is_empty());
 }
 
-TEST(Domaingroup, a_client_leaves_the_line_alone) {
+TEST(Domaingroup, AClientLeavesTheLineAlone) {
     Doors doors;
     doors.state.settings.fromnet = true;
     Bytes bad = write_train(readings());
@@ -217,7 +217,7 @@ TEST(Domaingroup, a_client_leaves_the_line_alone) {
     EXPECT_FALSE(doors.line_is_empty());
 }
 
-TEST(Domaingroup, sets_every_raw_text) {
+TEST(Domaingroup, SetsEveryRawText) {
     Doors doors;
     StationReadings r;
     r.clock = {7, 5, 9, 5, 12};
@@ -254,7 +254,7 @@ TEST(Domaingroup, sets_every_raw_text) {
     EXPECT_EQ(raw.rdatwindad, "200");
 }
 
-TEST(Domaingroup, a_month_digit_that_is_none_gives_no_month) {
+TEST(Domaingroup, AMonthDigitThatIsNoneGivesNoMonth) {
     for (const int month : {0, 13, 14, 15}) {
         SCOPED_TRACE(month);
         Doors doors;
@@ -276,7 +276,7 @@ struct BrokenLine : SerialLine {
     [[nodiscard]] std::vector<std::string> devices() const override { return {}; }
 };
 
-TEST(TrainGroups, an_error_of_their_own_bears_their_tag) {
+TEST(TrainGroups, AnErrorOfTheirOwnBearsTheirTag) {
     StartedDoors doors;
     BrokenLine line;
     Ports ports{doors.clock,   doors.pauses,  doors.files,  line,          doors.datasock,
@@ -294,7 +294,7 @@ TEST(TrainGroups, an_error_of_their_own_bears_their_tag) {
     EXPECT_EQ(tag_of_error(domaingroup), "domaingroup");
 }
 
-TEST(TrainGroups, an_error_of_a_group_keeps_the_tag_of_the_group) {
+TEST(TrainGroups, AnErrorOfAGroupKeepsTheTagOfTheGroup) {
     StartedDoors doors;
     StationReadings r = readings();
     r.humidity.outdoor = 0;  // no dew point: the logarithm of 0

@@ -31,7 +31,7 @@ StationReadings readings_of_31_october() {
 
 // The expected bytes are worked out by hand from the layout: byte k is digit 2k+1 and digit 2k+2.
 
-TEST(TrainWriter, writes_the_five_groups_as_the_layout_says) {
+TEST(TrainWriter, WritesTheFiveGroupsAsTheLayoutSays) {
     const Bytes train = write_train(readings_of_31_october());
     ASSERT_EQ(train.size(), 141U);
     EXPECT_EQ(
@@ -45,7 +45,7 @@ TEST(TrainWriter, writes_the_five_groups_as_the_layout_says) {
     EXPECT_EQ(hex(train, span_cf), "CF 42 50 22 31 00 20 14 03 27 47 16 28 09 00 00 09 00 00 00 00 00 00 00 00 00 A9");
 }
 
-TEST(TrainWriter, writes_every_sign_fault_flag_and_mark) {
+TEST(TrainWriter, WritesEverySignFaultFlagAndMark) {
     StationReadings r = readings_of_31_october();
     r.humidity.outdoor = 97;
     r.humidity.outdoor_over_range = true;
@@ -79,7 +79,7 @@ TEST(TrainWriter, writes_every_sign_fault_flag_and_mark) {
     EXPECT_EQ(hex(train, span_cf), "CF 79 96 35 00 70 00 14 03 27 47 16 28 09 00 00 18 00 00 00 00 20 00 80 00 80 87");
 }
 
-TEST(TrainWriter, writes_the_remaining_marks) {
+TEST(TrainWriter, WritesTheRemainingMarks) {
     StationReadings r;
     r.humidity.outdoor_fault = true;    // digit 41
     r.temperature.indoor_fault = true;  // digit 3
@@ -93,13 +93,13 @@ TEST(TrainWriter, writes_the_remaining_marks) {
     EXPECT_EQ(train[114 + 25], 0x40);
 }
 
-TEST(TrainWriter, a_lone_wind_group_is_the_last_group_of_the_train) {
+TEST(TrainWriter, ALoneWindGroupIsTheLastGroupOfTheTrain) {
     const StationReadings r = readings_of_31_october();
     const Bytes train = write_train(r);
     EXPECT_EQ(write_lone_wind(r), Bytes(train.begin() + 114, train.end()));
 }
 
-TEST(TrainWriter, a_number_beyond_its_digits_is_cut_to_the_largest_they_hold) {
+TEST(TrainWriter, ANumberBeyondItsDigitsIsCutToTheLargestTheyHold) {
     StationReadings r;
     r.wind.gust_ms = 100;
     r.wind.average_ms = -3;
@@ -117,7 +117,7 @@ TEST(TrainWriter, a_number_beyond_its_digits_is_cut_to_the_largest_they_hold) {
     EXPECT_EQ(train[69 + 6] >> 4U, 0x0F);
 }
 
-TEST(TrainWriter, the_station_has_no_year) {
+TEST(TrainWriter, TheStationHasNoYear) {
     using namespace std::chrono;
     const auto moment = station_moment(local_days{2026y / October / 31d} + 8h + 59min + 52s);
     EXPECT_EQ(moment.second, 52);
@@ -127,7 +127,7 @@ TEST(TrainWriter, the_station_has_no_year) {
     EXPECT_EQ(moment.month, 10);
 }
 
-TEST(TrainWriter, a_digit_can_be_overwritten_and_sealed_again) {
+TEST(TrainWriter, ADigitCanBeOverwrittenAndSealedAgain) {
     Bytes train = write_train({});
     set_digit(train, 0xAF, 13, 4);
     EXPECT_EQ(train[69 + 6], 0x41);
@@ -136,7 +136,7 @@ TEST(TrainWriter, a_digit_can_be_overwritten_and_sealed_again) {
     EXPECT_TRUE(checksum_holds(std::span(train).subspan(69, 31)));
 }
 
-TEST(TrainWriter, a_digit_that_is_not_there_is_left_alone) {
+TEST(TrainWriter, ADigitThatIsNotThereIsLeftAlone) {
     Bytes train = write_train({});
     const Bytes before = train;
     set_digit(train, 0xAF, 0, 1);
@@ -150,7 +150,7 @@ TEST(TrainWriter, a_digit_that_is_not_there_is_left_alone) {
     EXPECT_EQ(lone, lone_before);
 }
 
-TEST(TrainWriter, a_spoiled_checksum_is_wrong_in_that_group_alone) {
+TEST(TrainWriter, ASpoiledChecksumIsWrongInThatGroupAlone) {
     for (const GroupSpan& spoiled : train_spans) {
         SCOPED_TRACE(spoiled.tag);
         Bytes train = write_train({});

@@ -39,7 +39,7 @@ std::string outcome(const LocationDialog& dialog) {
     return texts.latitude + " " + texts.longitude;
 }
 
-TEST(LocationDialog, the_hemispheres_are_chosen_by_the_check_boxes) {
+TEST(LocationDialog, TheHemispheresAreChosenByTheCheckBoxes) {
     LocationDialog dialog = decimal("33.8571", "151.2149");
     EXPECT_EQ(outcome(dialog), "33.857100 151.214900") << "north and east";
     dialog.Check1 = true;
@@ -48,7 +48,7 @@ TEST(LocationDialog, the_hemispheres_are_chosen_by_the_check_boxes) {
     EXPECT_EQ(outcome(dialog), "-33.857100 -151.214900") << "and west";
 }
 
-TEST(LocationDialog, zero_never_has_a_sign) {
+TEST(LocationDialog, ZeroNeverHasASign) {
     LocationDialog dialog = decimal("0", "0.0000004");
     dialog.Check1 = true;
     dialog.Check2 = false;
@@ -90,7 +90,7 @@ private:
 };
 #endif
 
-TEST(LocationDialog, a_point_is_stored_where_the_system_writes_a_comma) {
+TEST(LocationDialog, APointIsStoredWhereTheSystemWritesAComma) {
     const SystemWithComma system;
     if (!system.is_there()) GTEST_SKIP() << "this system has no such numbers (Debian: the package locales)";
     LocationDialog dialog = decimal("0.25", "151.2149");
@@ -98,7 +98,7 @@ TEST(LocationDialog, a_point_is_stored_where_the_system_writes_a_comma) {
     EXPECT_EQ(outcome(dialog), "-0.250000 151.214900");
 }
 
-TEST(LocationDialog, degrees_minutes_and_seconds_make_decimal_degrees) {
+TEST(LocationDialog, DegreesMinutesAndSecondsMakeDecimalDegrees) {
     LocationDialog dialog = in_parts("33", "51", "25.56");
     dialog.Text8 = "151";
     dialog.Text5 = "12";
@@ -134,14 +134,14 @@ const BoxCase box_cases[] = {
     {"degrees come before minutes", in_parts("91", "61", "0"), "Text7: Input needs to be between 0 and 90."},
 };
 
-TEST(LocationDialog, each_box_is_read_or_refused) {
+TEST(LocationDialog, EachBoxIsReadOrRefused) {
     for (const BoxCase& c : box_cases) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(outcome(c.dialog), c.outcome);
     }
 }
 
-TEST(LocationDialog, the_boxes_of_a_longitude_are_its_own) {
+TEST(LocationDialog, TheBoxesOfALongitudeAreItsOwn) {
     LocationDialog dialog = in_parts("0", "0", "0");
     dialog.Text5 = "61";
     EXPECT_EQ(outcome(dialog), "Text5: Input needs to be between 0 and 60.");
@@ -150,13 +150,13 @@ TEST(LocationDialog, the_boxes_of_a_longitude_are_its_own) {
     EXPECT_EQ(outcome(dialog), "Text6: Input must be numeric.");
 }
 
-TEST(LocationDialog, minutes_are_not_looked_at_in_decimal_degrees) {
+TEST(LocationDialog, MinutesAreNotLookedAtInDecimalDegrees) {
     LocationDialog dialog = decimal("1", "2");
     dialog.Text3 = "nonsense";
     EXPECT_EQ(outcome(dialog), "1.000000 2.000000");
 }
 
-TEST(LocationDialog, it_opens_with_the_stored_place_in_decimal_degrees) {
+TEST(LocationDialog, ItOpensWithTheStoredPlaceInDecimalDegrees) {
     const LocationDialog dialog = location_dialog("-33.857100", "-151.214900");
     EXPECT_TRUE(dialog.Check3);
     EXPECT_EQ(dialog.Text7, "33.8571");
@@ -165,7 +165,7 @@ TEST(LocationDialog, it_opens_with_the_stored_place_in_decimal_degrees) {
     EXPECT_FALSE(dialog.Check2);
 }
 
-TEST(LocationDialog, a_place_that_was_never_entered_shows_as_0_north_and_east) {
+TEST(LocationDialog, APlaceThatWasNeverEnteredShowsAs0NorthAndEast) {
     EXPECT_EQ(location_dialog("999", "999"), decimal("0", "0"));
     EXPECT_EQ(location_dialog("", "east"), decimal("0", "0"));
     EXPECT_FALSE(location_dialog("999", "999").Check1);
@@ -185,7 +185,7 @@ const WayCase way_cases[] = {
     {"nothing", "0", "0", "0", "0"},
 };
 
-TEST(LocationDialog, the_other_way_of_input_shows_the_same_place_and_comes_back_unchanged) {
+TEST(LocationDialog, TheOtherWayOfInputShowsTheSamePlaceAndComesBackUnchanged) {
     for (const WayCase& c : way_cases) {
         SCOPED_TRACE(c.name);
         LocationDialog dialog = decimal(c.decimal, "0");
@@ -199,7 +199,7 @@ TEST(LocationDialog, the_other_way_of_input_shows_the_same_place_and_comes_back_
     }
 }
 
-TEST(LocationDialog, what_is_no_number_stays_where_it_was_typed) {
+TEST(LocationDialog, WhatIsNoNumberStaysWhereItWasTyped) {
     for (const char* typed : {"north", "1e400"}) {
         LocationDialog dialog = decimal(typed, "0");
         change_way_of_input(dialog);
@@ -209,7 +209,7 @@ TEST(LocationDialog, what_is_no_number_stays_where_it_was_typed) {
     }
 }
 
-TEST(LocationDialog, every_box_has_its_hint) {
+TEST(LocationDialog, EveryBoxHasItsHint) {
     LocationDialog dialog;
     EXPECT_EQ(location_hint(dialog, "Text7"), "Enter your latitude in degrees and decimal degrees (DD.ddddd)");
     EXPECT_EQ(location_hint(dialog, "Text8"), "Enter your longitude in degrees and decimal degrees (DDD.ddddd)");
@@ -223,7 +223,7 @@ TEST(LocationDialog, every_box_has_its_hint) {
     EXPECT_EQ(location_hint(dialog, "Check1"), "");
 }
 
-TEST(LocationDialog, accepting_stores_the_place_and_shows_its_sun) {
+TEST(LocationDialog, AcceptingStoresThePlaceAndShowsItsSun) {
     test::BareCopy world;
     LocationDialog dialog = decimal("0", "0");
     EXPECT_FALSE(accept_location(world.copy, dialog));
@@ -235,7 +235,7 @@ TEST(LocationDialog, accepting_stores_the_place_and_shows_its_sun) {
     EXPECT_TRUE(world.state.additional.TxtSunrise.visible);
 }
 
-TEST(LocationDialog, a_refused_dialog_stores_nothing) {
+TEST(LocationDialog, ARefusedDialogStoresNothing) {
     test::BareCopy world;
     const auto refusal = accept_location(world.copy, decimal("12", "181"));
     ASSERT_TRUE(refusal);
@@ -244,7 +244,7 @@ TEST(LocationDialog, a_refused_dialog_stores_nothing) {
     EXPECT_EQ(world.state.settings.Latitude, "999");
 }
 
-TEST(LocationDialog, a_forgotten_place_is_999_again) {
+TEST(LocationDialog, AForgottenPlaceIs999Again) {
     test::BareCopy world;
     accept_location(world.copy, decimal("12", "18"));
     forget_location(world.copy);
@@ -254,7 +254,7 @@ TEST(LocationDialog, a_forgotten_place_is_999_again) {
     EXPECT_TRUE(world.state.additional.lblNoSun.visible);
 }
 
-TEST(LocationDialog, its_controls_are_bound_by_their_names) {
+TEST(LocationDialog, ItsControlsAreBoundByTheirNames) {
     LocationDialog dialog;
     for (const DialogControl& control : dialog_controls(dialog)) {
         if (auto* const* text = std::get_if<std::string*>(&control.value)) **text = std::string(control.name);

@@ -38,7 +38,7 @@ struct SunTexts : testing::Test {
     }
 };
 
-TEST_F(SunTexts, before_sunrise_everything_of_the_day_is_to_come_and_tomorrow_is_not_shown_yet) {
+TEST_F(SunTexts, BeforeSunriseEverythingOfTheDayIsToComeAndTomorrowIsNotShownYet) {
     sydney();
     refresh(at(2026, 10, 5, 6, 2, 21));
     EXPECT_EQ(panel.TxtSunrise.text, "Sunrise today (05 October 2026) will be at 06:27:28");
@@ -52,7 +52,7 @@ TEST_F(SunTexts, before_sunrise_everything_of_the_day_is_to_come_and_tomorrow_is
     EXPECT_EQ(sun.risewasis, " will be ");
 }
 
-TEST_F(SunTexts, once_the_sun_has_risen_tomorrow_is_shown_too) {
+TEST_F(SunTexts, OnceTheSunHasRisenTomorrowIsShownToo) {
     sydney();
     refresh(at(2026, 10, 5, 6, 27, 28));
     EXPECT_EQ(panel.TxtSunriseTom.text, "");
@@ -65,7 +65,7 @@ TEST_F(SunTexts, once_the_sun_has_risen_tomorrow_is_shown_too) {
     EXPECT_EQ(sun.setwasis, " will be ");
 }
 
-TEST_F(SunTexts, in_the_evening_the_day_is_told_in_the_past) {
+TEST_F(SunTexts, InTheEveningTheDayIsToldInThePast) {
     sydney();
     refresh(at(2026, 10, 5, 19, 24, 58));
     EXPECT_EQ(panel.TxtSunset.text, "and Sunset was at 18:59:51");
@@ -78,7 +78,7 @@ TEST_F(SunTexts, in_the_evening_the_day_is_told_in_the_past) {
     EXPECT_EQ(sun.webtwend, "ended at 19:24:59");
 }
 
-TEST_F(SunTexts, the_tags_have_their_own_words_and_plain_times) {
+TEST_F(SunTexts, TheTagsHaveTheirOwnWordsAndPlainTimes) {
     sydney();
     refresh(at(2026, 10, 5, 14));
     EXPECT_EQ(sun.websunrise, "at 06:27:28");
@@ -97,7 +97,7 @@ TEST_F(SunTexts, the_tags_have_their_own_words_and_plain_times) {
     EXPECT_EQ(sun.nwebtwend, "19:24:59");
 }
 
-TEST_F(SunTexts, solar_noon_and_the_lengths_fill_their_boxes_with_the_rest_of_a_minute_cut_off) {
+TEST_F(SunTexts, SolarNoonAndTheLengthsFillTheirBoxesWithTheRestOfAMinuteCutOff) {
     sydney();
     refresh(at(2026, 10, 5, 14));
     EXPECT_EQ(sun.websolarnoon, "12:43:22");
@@ -108,26 +108,26 @@ TEST_F(SunTexts, solar_noon_and_the_lengths_fill_their_boxes_with_the_rest_of_a_
     EXPECT_EQ(panel.txtVisLight.text, sun.webvislight);
 }
 
-TEST_F(SunTexts, west_is_negative_and_summer_time_counts_once) {
+TEST_F(SunTexts, WestIsNegativeAndSummerTimeCountsOnce) {
     place("40.7128", "-74.006", -hours{4});
     refresh(at(2026, 6, 21, 12));
     EXPECT_EQ(sun.numwebsunrise, "05:25:17");
     EXPECT_EQ(sun.numwebsunset, "20:29:36");
 }
 
-TEST_F(SunTexts, a_zone_of_half_hours_moves_everything_with_it) {
+TEST_F(SunTexts, AZoneOfHalfHoursMovesEverythingWithIt) {
     place("0.000000", "0.000000", minutes{330});
     refresh(at(2026, 10, 5, 12));
     EXPECT_EQ(sun.numwebsunrise, "11:14:50") << "05:44:50 in UTC";
 }
 
-TEST_F(SunTexts, a_decimal_comma_is_a_point) {
+TEST_F(SunTexts, ADecimalCommaIsAPoint) {
     place("-33,8571", "151,2149", hours{11});
     refresh(at(2026, 10, 5, 12));
     EXPECT_EQ(sun.numwebsunrise, "06:27:28");
 }
 
-TEST_F(SunTexts, under_the_midnight_sun_all_times_are_noon_and_the_day_has_no_length) {
+TEST_F(SunTexts, UnderTheMidnightSunAllTimesAreNoonAndTheDayHasNoLength) {
     place("70", "0", minutes{0});
     refresh(at(2026, 6, 21, 12, 1, 23));
     EXPECT_EQ(panel.TxtSunrise.text, "Sunrise today (21 June 2026) was at 12:01:22");
@@ -138,14 +138,14 @@ TEST_F(SunTexts, under_the_midnight_sun_all_times_are_noon_and_the_day_has_no_le
     EXPECT_EQ(sun.webvislight, "0 hours 0 minutes");
 }
 
-TEST_F(SunTexts, where_the_zone_moves_the_sunrise_to_the_next_date_it_is_still_to_come_at_two_in_the_afternoon) {
+TEST_F(SunTexts, WhereTheZoneMovesTheSunriseToTheNextDateItIsStillToComeAtTwoInTheAfternoon) {
     place("1.872", "-157.43", hours{14});
     refresh(at(2026, 3, 20, 14));
     EXPECT_EQ(panel.TxtSunrise.text, "Sunrise today (20 March 2026) will be at 06:34:23");
     EXPECT_EQ(panel.TxtSunriseTom.text, "");
 }
 
-TEST_F(SunTexts, the_picture_and_the_boxes_stand_where_the_label_was_as_soon_as_a_location_is_entered) {
+TEST_F(SunTexts, ThePictureAndTheBoxesStandWhereTheLabelWasAsSoonAsALocationIsEntered) {
     refresh(at(2026, 10, 5, 12));
     EXPECT_FALSE(panel.Picture1.visible);
     EXPECT_FALSE(panel.TxtSunrise.visible);
@@ -193,7 +193,7 @@ const NoLocation no_locations[] = {
     {"a latitude beyond the pole", "90.000001", "0"},
 };
 
-TEST_F(SunTexts, without_a_location_the_two_boxes_say_so_and_nothing_else_is_left_over) {
+TEST_F(SunTexts, WithoutALocationTheTwoBoxesSaySoAndNothingElseIsLeftOver) {
     for (const NoLocation& c : no_locations) {
         SCOPED_TRACE(c.name);
         sydney();
