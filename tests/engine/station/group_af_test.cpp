@@ -214,7 +214,11 @@ TEST_F(GroupAF, AHumidityThatIsNoNumberIsNotZero) {
         EXPECT_EQ(panel.Text2[1].text, "+3.3 \260C");
     }
     station.humidity.outdoor = 3;
-    for (int value = 10; value <= 15; ++value) EXPECT_NO_THROW(train_with(0x8F, 42, value)) << value;
+    for (int value = 10; value <= 15; ++value) {
+        SCOPED_TRACE(value);
+        EXPECT_NO_THROW(train_with(0x8F, 42, value));
+        EXPECT_EQ(panel.Text2[1].text, "+3.3 \260C") << "the last value stands";
+    }
 }
 
 // The weather picture.
