@@ -6,6 +6,10 @@
 
 namespace nimbry {
 
+std::string plain_caption() {
+    return "Nimbry " + std::string(program_version) + " - WM-918 Weather Monitoring";
+}
+
 void update_caption(MainWindow& window, const MainPanel& panel) {
     if (window.minimised && !window.in_tray) {
         window.caption = trimmed(panel.Text2[0].text) + " : " + trimmed(panel.Text2[2].text);
