@@ -1,18 +1,44 @@
 #include "tests/world/memory_files.h"
 
 #include <algorithm>
+#include <iterator>
+#include <random>
 #include <utility>
 
 namespace nimbry::test {
 
 namespace {
 constexpr std::string_view program_folder = "/nimbry/";
+
+using Chance = std::mt19937;
+
+std::size_t between(Chance& chance, std::size_t least, std::size_t most) {
+    return least + chance() % (most - least + 1);
 }
+
+/// What a cut write leaves. A file that is new or was written over may have kept any part of its beginning. One that
+/// only grew or shrank keeps what both have in common. Else the sectors reach the disk one by one.
+std::string torn(const std::string* old, const std::string& now, Chance& chance) {
+    if (old == nullptr) return now.substr(0, between(chance, 0, now.size()));
+    if (now.starts_with(*old)) return now.substr(0, between(chance, old->size(), now.size()));
+    if (old->starts_with(now)) return old->substr(0, between(chance, now.size(), old->size()));
+    if (chance() % 2 == 0) return now.substr(0, between(chance, 0, now.size()));
+    constexpr std::size_t sector = 512;
+    std::string mixed = chance() % 2 == 0 ? now : *old;
+    for (std::size_t begin = 0; begin < mixed.size(); begin += sector) {
+        const std::string& from = chance() % 2 == 0 ? now : *old;
+        const std::size_t common = std::min({begin + sector, mixed.size(), from.size()});
+        if (begin < common) mixed.replace(begin, common - begin, from, begin, common - begin);
+    }
+    return mixed;
+}
+}  // namespace
 
 MemoryFiles::MemoryFiles(const Clock& clock, Journal* journal) : clock_(clock), journal_(journal) {}
 
 /// Writes the call down and returns how it ends: as the test wants it, else `own`.
 FileResult MemoryFiles::record(Call call, FileResult own) const {
+    if (look_ && call.operation != "read") look_(call);
     ++counted_;
     call.result = wanted_failure(call).value_or(own);
     call.at = clock_.monotonic();
@@ -83,6 +109,7 @@ FileResult MemoryFiles::replace(const std::string& name, std::string_view bytes,
     if (result != FileResult::ok) return result;
     set(name, bytes);
     if (private_to_owner) files_[name].private_to_owner = true;
+    renamed_for_good(name);
     durable_[name] = files_[name];
     return result;
 }
@@ -97,7 +124,8 @@ FileResult MemoryFiles::rename(const std::string& from, const std::string& to) {
     if (result != FileResult::ok) return result;
     files_[to] = std::move(files_[from]);
     files_.erase(from);
-    renamed_from_[to] = from;
+    const auto before = renamed_from_.extract(from);
+    renamed_from_[to] = before ? before.mapped() : from;
     return result;
 }
 
@@ -115,7 +143,9 @@ FileResult MemoryFiles::copy(const std::string& from, const std::string& to) {
 FileResult MemoryFiles::remove(const std::string& name) {
     const FileResult own = files_.contains(name) ? FileResult::ok : FileResult::not_found;
     const FileResult result = record({"remove", name, "", 0, {}, {}}, own);
-    if (result == FileResult::ok) files_.erase(name);
+    if (result != FileResult::ok) return result;
+    files_.erase(name);
+    renamed_from_.erase(name);
     return result;
 }
 
@@ -123,12 +153,26 @@ FileResult MemoryFiles::sync(const std::string& name) {
     const FileResult own = files_.contains(name) ? FileResult::ok : FileResult::not_found;
     const FileResult result = record({"sync", name, "", 0, {}, {}}, own);
     if (result != FileResult::ok) return result;
-    durable_[name] = files_[name];
-    if (const auto renamed = renamed_from_.find(name); renamed != renamed_from_.end()) {
-        if (!files_.contains(renamed->second)) durable_.erase(renamed->second);
-        renamed_from_.erase(renamed);
+    // A name is only free for a new file once the old one has left it for good.
+    for (auto renamed = renamed_from_.begin(); renamed != renamed_from_.end();) {
+        const auto next = std::next(renamed);
+        if (renamed->second == name) renamed_for_good(std::string(renamed->first));
+        renamed = next;
     }
+    renamed_for_good(name);
+    durable_[name] = files_[name];
     return result;
+}
+
+/// A rename to this name, if there was one, outlives a power cut; what was written to the file need not.
+void MemoryFiles::renamed_for_good(const std::string& to) {
+    const auto renamed = renamed_from_.extract(to);
+    if (!renamed) return;
+    if (auto synced = durable_.extract(renamed.mapped())) {
+        synced.key() = to;
+        durable_.erase(to);
+        durable_.insert(std::move(synced));
+    }
 }
 
 bool MemoryFiles::exists(const std::string& name) const {
@@ -151,12 +195,14 @@ std::string MemoryFiles::path(const std::string& name) const {
 
 void MemoryFiles::put(const std::string& name, std::string_view bytes) {
     set(name, bytes);
+    renamed_for_good(name);
     durable_[name] = files_[name];
 }
 
 void MemoryFiles::take_away(const std::string& name) {
     files_.erase(name);
     durable_.erase(name);
+    renamed_from_.erase(name);
 }
 
 void MemoryFiles::add_folder(const std::string& name) {
@@ -216,6 +262,44 @@ void MemoryFiles::allow() {
 void MemoryFiles::power_cut() {
     files_ = durable_;
     renamed_from_.clear();
+}
+
+void MemoryFiles::power_cut(std::uint32_t choice) {
+    Chance chance(choice);
+    for (const auto& [to, from] : std::map(renamed_from_)) {
+        if (chance() % 2 == 0) {
+            renamed_for_good(to);
+        } else {
+            files_.insert_or_assign(from, std::move(files_[to]));
+            files_.erase(to);
+        }
+    }
+    renamed_from_.clear();
+
+    Folder all = durable_;
+    all.insert(files_.begin(), files_.end());
+    Folder kept;
+    for (const auto& [name, any] : all) {
+        const auto old = durable_.find(name), now = files_.find(name);
+        const bool had = old != durable_.end(), has = now != files_.end();
+        if (had && has && old->second.bytes == now->second.bytes) {
+            kept[name] = now->second;
+            continue;
+        }
+        switch (chance() % 3) {
+            case 0:
+                if (had) kept[name] = old->second;
+                break;
+            case 1:
+                if (has) kept[name] = now->second;
+                break;
+            default:
+                if (!has) break;
+                kept[name] = now->second;
+                kept[name].bytes = torn(had ? &old->second.bytes : nullptr, now->second.bytes, chance);
+        }
+    }
+    files_ = durable_ = std::move(kept);
 }
 
 }  // namespace nimbry::test

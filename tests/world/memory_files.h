@@ -1,10 +1,13 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "engine/ports/clock.h"
@@ -70,6 +73,10 @@ public:
     [[nodiscard]] const std::vector<Call>& calls() const { return calls_; }
     void forget_calls() { calls_.clear(); }
 
+    /// From now on `look` sees each changing call before it changes anything; a copy of this object is the disk of that
+    /// moment.
+    void before_each_change(std::function<void(const Call&)> look) { look_ = std::move(look); }
+
     // Failing.
 
     /// The n-th call from now fails (1: the next). Several may be set.
@@ -86,6 +93,11 @@ public:
     /// less.)
     void power_cut();
 
+    /// The same on a disk as disks are. `choice` decides for each file that was changed since its last sync(), whatever
+    /// became of the others: it is as it was then, as it is now, or torn between the two; and for each rename whether
+    /// it has happened. The same `choice` gives the same disk. What is synced stays.
+    void power_cut(std::uint32_t choice);
+
 private:
     struct File {
         std::string bytes;
@@ -98,14 +110,16 @@ private:
     [[nodiscard]] std::optional<FileResult> wanted_failure(const Call& call) const;
     [[nodiscard]] FileResult place_for(const std::string& name) const;
     void set(const std::string& name, std::string_view bytes);
+    void renamed_for_good(const std::string& to);
 
     const Clock& clock_;
     Journal* journal_;
     Folder files_;
     Folder durable_;
-    std::map<std::string, std::string> renamed_from_;  // renames that a power cut would undo
+    std::map<std::string, std::string> renamed_from_;  // by the new name: renames that a power cut would undo
     std::set<std::string> folders_;
     std::set<std::string> in_use_;
+    std::function<void(const Call&)> look_;
 
     mutable std::vector<Call> calls_;
     mutable std::size_t counted_ = 0;

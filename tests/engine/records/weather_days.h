@@ -54,9 +54,10 @@ public:
         return found;
     }
     /// Takes over the files of another copy, as a restart in the same folder does.
-    void inherit(const World& other) {
-        for (const std::string& name : other.files.names())
-            if (name != "nbyprog.log") world.files.put(name, other.files.contents(name));
+    void inherit(const World& other) { inherit(other.files); }
+    void inherit(const MemoryFiles& disk) {
+        for (const std::string& name : disk.names())
+            if (name != "nbyprog.log") world.files.put(name, disk.contents(name));
     }
     World world;
 };

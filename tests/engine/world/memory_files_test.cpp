@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
+#include <set>
+
 #include "tests/world/virtual_clock.h"
 
 namespace nimbry::test {
@@ -240,6 +243,119 @@ TEST(MemoryFilesPowerCut, KeepsWhatWasSyncedAndNoMore) {
         EXPECT_EQ(files.names(), row.names);
         EXPECT_EQ(files.contents("a"), row.a);
     }
+}
+
+using Disk = std::map<std::string, std::string>;
+
+/// Every disk that some choice makes of it.
+std::set<Disk> disks_after(void (*before)(MemoryFiles&)) {
+    std::set<Disk> disks;
+    for (std::uint32_t choice = 0; choice < 400; ++choice) {
+        const VirtualClock clock;
+        MemoryFiles files(clock);
+        before(files);
+        files.power_cut(choice);
+        Disk disk;
+        for (const std::string& name : files.names()) disk[name] = files.contents(name);
+        disks.insert(disk);
+    }
+    return disks;
+}
+
+struct ChoiceCase {
+    const char* what;
+    void (*before)(MemoryFiles&);
+    std::set<Disk> disks;
+};
+
+TEST(MemoryFilesPowerCut, MayLeaveEveryDiskThatHoldsWhatWasSynced) {
+    const ChoiceCase cases[] = {
+        {"what is synced stays",
+         [](MemoryFiles& f) {
+             f.append("a", "12");
+             f.sync("a");
+             f.replace("b", "34");
+         },
+         {{{"a", "12"}, {"b", "34"}}}},
+        {"a new file is there as far as it was written, or is not",
+         [](MemoryFiles& f) { f.append("a", "12"); },
+         {{}, {{"a", ""}}, {{"a", "1"}}, {{"a", "12"}}}},
+        {"one that has grown keeps what it had",
+         [](MemoryFiles& f) {
+             f.put("a", "1");
+             f.append("a", "23");
+         },
+         {{{"a", "1"}}, {{"a", "12"}}, {{"a", "123"}}}},
+        {"one that has shrunk as well",
+         [](MemoryFiles& f) {
+             f.put("a", "12");
+             f.rewrite("a", "1");
+         },
+         {{{"a", "1"}}, {{"a", "12"}}}},
+        {"one that was written over may be cut",
+         [](MemoryFiles& f) {
+             f.put("a", "1");
+             f.rewrite("a", "2");
+         },
+         {{{"a", "1"}}, {{"a", ""}}, {{"a", "2"}}}},
+        {"a later change may be there without an earlier one",
+         [](MemoryFiles& f) {
+             f.put("a", "1");
+             f.put("b", "1");
+             f.remove("a");
+             f.remove("b");
+         },
+         {{}, {{"a", "1"}}, {{"b", "1"}}, {{"a", "1"}, {"b", "1"}}}},
+        {"a rename has happened or not, and what followed it as well",
+         [](MemoryFiles& f) {
+             f.put("a", "1");
+             f.rename("a", "b");
+             f.rename("b", "c");
+             f.append("a", "2");
+         },
+         {{{"a", "1"}}, {{"c", "1"}}, {{"a", ""}, {"c", "1"}}, {{"a", "2"}, {"c", "1"}}}},
+        {"a rename may outlive the bytes",
+         [](MemoryFiles& f) {
+             f.append("a", "1");
+             f.rename("a", "b");
+         },
+         {{}, {{"a", ""}}, {{"a", "1"}}, {{"b", ""}}, {{"b", "1"}}}},
+        {"a synced file in the place of a renamed one says that the rename has happened",
+         [](MemoryFiles& f) {
+             f.put("a", "1");
+             f.rename("a", "b");
+             f.append("a", "2");
+             f.sync("a");
+         },
+         {{{"a", "2"}, {"b", "1"}}}},
+    };
+    for (const ChoiceCase& row : cases) {
+        SCOPED_TRACE(row.what);
+        EXPECT_EQ(disks_after(row.before), row.disks);
+    }
+}
+
+// The sectors of a file that is written over reach the disk in any order.
+TEST(MemoryFilesPowerCut, MayMixOldSectorsWithNewOnes) {
+    const auto disks = disks_after([](MemoryFiles& f) {
+        f.put("a", std::string(1024, 'o'));
+        f.rewrite("a", std::string(1024, 'n'));
+    });
+    const std::string old(512, 'o'), now(512, 'n');
+    EXPECT_TRUE(disks.contains({{"a", old + now}}));
+    EXPECT_TRUE(disks.contains({{"a", now + old}}));
+}
+
+TEST(MemoryFilesPowerCut, TheSameChoiceGivesTheSameDisk) {
+    std::set<std::string> contents;
+    for (int times = 0; times < 2; ++times) {
+        const VirtualClock clock;
+        MemoryFiles files(clock);
+        files.append("a", std::string(100'000, 'a'));
+        files.power_cut(7);
+        contents.insert(files.contents("a"));
+    }
+    EXPECT_EQ(contents.size(), 1U);
 }
 
 }  // namespace
