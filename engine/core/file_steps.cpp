@@ -18,4 +18,10 @@ void replace_by(Files& files, const std::string& work, const std::string& finish
     require(files.rename(work, finished));
 }
 
+void move_to_archive(Files& files, const std::string& from, const std::string& archive) {
+    require(files.sync(from));
+    require(files.rename(from, archive));
+    require(files.sync(archive));
+}
+
 }  // namespace nimbry

@@ -15,4 +15,8 @@ void copy_over(Files& files, const std::string& from, const std::string& to);
 /// A work file, which is complete by now, takes the place of the finished one. Throws RunTimeError.
 void replace_by(Files& files, const std::string& work, const std::string& finished);
 
+/// Gives a month's file its archive's name. A power cut leaves it whole, under the one name or the other. Throws
+/// RunTimeError: `exists` when the name is taken, and nothing has changed then.
+void move_to_archive(Files& files, const std::string& from, const std::string& archive);
+
 }  // namespace nimbry

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "engine/core/file_steps.h"
 #include "engine/core/file_wait.h"
 #include "engine/core/run_time_error.h"
 #include "engine/derived/dates.h"
@@ -43,7 +44,7 @@ void roll_local(Copy& copy, const std::string& archive) {
         copy.log.event(" Local Save copy of almanac not archived and rolled over");
         return;
     }
-    require(copy.ports.files.rename(twin, local_path(copy.state.publish, archive)));
+    move_to_archive(copy.ports.files, twin, local_path(copy.state.publish, archive));
 }
 
 void roll(Copy& copy, CivilTime now) {
@@ -67,8 +68,7 @@ void roll(Copy& copy, CivilTime now) {
     }
     // Kept on purpose: month and year come from two clocks with two offsets.
     const std::string archive = archive_name("al", now - days{25}, copy.ports.clock.computer_time() - days{1});
-    require(copy.ports.files.rename(name, archive));
-    require(copy.ports.files.sync(archive));
+    move_to_archive(copy.ports.files, name, archive);
     copy.log.event(" Almanac successfully archived and rolled over");
     roll_local(copy, archive);
 }

@@ -1,5 +1,6 @@
 #include "engine/records/data_log.h"
 
+#include "engine/core/file_steps.h"
 #include "engine/core/run_time_error.h"
 #include "engine/core/soft_error.h"
 #include "engine/derived/dates.h"
@@ -99,11 +100,10 @@ void rolllog(Copy& copy) {
     // Kept on purpose: month and year come from two clocks with two offsets.
     const std::string archive = archive_name("log", *copy.state.readings.dtvar - std::chrono::days{2},
                                              copy.ports.clock.computer_time() - std::chrono::days{1});
-    require(files.rename(main_log, archive));
-    require(files.sync(archive));
+    move_to_archive(files, main_log, archive);
     copy.log.event(" Main log successfully archived and rolled over");
     const std::string twin = local_path(copy.state.publish, log_file);
-    if (!twin.empty() && files.exists(twin)) require(files.rename(twin, local_path(copy.state.publish, archive)));
+    if (!twin.empty() && files.exists(twin)) move_to_archive(files, twin, local_path(copy.state.publish, archive));
 }
 
 void log_units_line(Copy& copy) {

@@ -121,9 +121,26 @@ void set_aside(Files& files, std::string_view name) {
     files.rename(std::string(name), aside);
 }
 
-// The loading of one file. One that ends too early is the only damage that a person is told about in words.
+// The program leaves for one file: the other, if it is damaged too, must not stop the next start as well.
+void set_aside_if_damaged(Files& files, std::string_view name) {
+    std::string text;
+    if (files.read(std::string(name), text) != FileResult::ok) return;
+    try {
+        if (name == today_file) {
+            static_cast<void>(read_today(text));
+        } else {
+            static_cast<void>(read_yesterday(text));
+        }
+    } catch (const RunTimeError&) {
+        set_aside(files, name);
+    }
+}
+
+// The loading of one file. One that ends too early is the only damage that a person is told about in words. True when
+// it was put aside.
 template <class Load>
-void load_file(Copy& copy, std::string_view name, Load&& load) {
+bool load_file(Copy& copy, std::string_view name, Load&& load) {
+    bool put_aside = false;
     record_step(copy, [&] {
         std::optional<RunTimeError> damage;
         try {
@@ -133,10 +150,15 @@ void load_file(Copy& copy, std::string_view name, Load&& load) {
             damage = error;
         }
         if (!damage) return;
+        put_aside = true;
         set_aside(copy.ports.files, name);
-        if (damage->number == ErrorNumber::past_end) leave_for_short_file(copy);
-        throw *damage;
+        if (name == today_file) start_today_afresh(copy.state);
+        if (damage->number != ErrorNumber::past_end) throw *damage;
+        for (const std::string_view either : {yesterday_file, today_file})
+            set_aside_if_damaged(copy.ports.files, either);
+        leave_for_short_file(copy);
     });
+    return put_aside;
 }
 
 }  // namespace
@@ -180,8 +202,10 @@ void loadextremes(Copy& copy, bool units_changed) {
             record_step(copy, [&] { log_units_line(copy); });
             record_step(copy, [&] { discard_graphs(copy); });
         }
-        load_file(copy, yesterday_file, [&] { load_yesterday(copy); });
-        load_file(copy, today_file, [&] { stamp = load_today(copy); });
+        const bool lost_yesterday = load_file(copy, yesterday_file, [&] { load_yesterday(copy); });
+        const bool lost_today = load_file(copy, today_file, [&] { stamp = load_today(copy); });
+        // A file that was put aside is dealt with, and must not keep the row of a missed changeover from being written.
+        if (lost_yesterday || lost_today) state.run.DuplicateError = false;
         if (stamp && !units_changed) record_step(copy, [&] { make_up_for_changeover(copy, *stamp); });
         record_step(copy, [&] { loadgrafdata(copy); });
         state.run.DuplicateError = false;

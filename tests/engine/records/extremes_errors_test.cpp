@@ -7,6 +7,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using test::at;
+using test::day_text;
 using test::WeatherDays;
 
 StationReadings warm() {
@@ -102,6 +103,47 @@ TEST(ExtremesErrors, AShortFileStopsOneStartAndNotTheNext) {
     second.trains(at(10, 5, 14, 1, 0), at(10, 5, 14, 1, 10));
     EXPECT_FALSE(second.world.engine.gone());
     EXPECT_EQ(second.world.state().records.day.maxtemp, 12.3F);
+}
+
+TEST(ExtremesErrors, TwoShortFilesStopOneStartTogether) {
+    WeatherDays days(at(10, 5, 14, 0, 0));
+    days.world.files.put("nimbrYDay.log", "05 Oct 2026 08:58:50\r\n12.3\r\n");
+    days.world.files.put("nimbrTDay.log", "");
+    days.start();
+    days.trains(at(10, 5, 14, 0, 0), at(10, 5, 14, 0, 10));
+    days.world.run_for(5s);
+    ASSERT_TRUE(days.world.engine.gone());
+    EXPECT_TRUE(days.world.files.exists("nimbrYDay.bad"));
+    EXPECT_TRUE(days.world.files.exists("nimbrTDay.bad"));
+    EXPECT_FALSE(days.world.files.exists("nimbrYDay.log"));
+    EXPECT_FALSE(days.world.files.exists("nimbrTDay.log"));
+}
+
+// Today's file is whole and older than the changeover, which nobody has made.
+TEST(ExtremesErrors, ADamagedFileOfYesterdayDoesNotCostAMissedChangeoverItsRow) {
+    WeatherDays days(at(10, 5, 9, 10, 0));
+    days.world.files.put("nimbrYDay.log", "04 Oct 20");
+    days.world.files.put("nimbrTDay.log", day_text("05 Oct 2026 08:50:00", 33));
+    days.start();
+    days.trains(at(10, 5, 9, 10, 0), at(10, 5, 9, 10, 10));
+    days.world.run_for(5s);
+    EXPECT_FALSE(days.world.engine.gone());
+    ASSERT_EQ(days.rows().size(), 1U);
+    EXPECT_TRUE(days.rows()[0].starts_with("5,Oct,+1,1,"));
+    EXPECT_EQ(days.world.lines("nimbrYDay.log").size(), 32U);
+}
+
+// Yesterday's values were read before it.
+TEST(ExtremesErrors, ADamagedFileOfTodayBeginsTheDayAnew) {
+    WeatherDays days(at(10, 5, 14, 0, 0));
+    days.world.files.put("nimbrYDay.log", day_text("05 Oct 2026 08:58:50", 32));
+    days.world.files.put("nimbrTDay.log", "05 Oct 20");
+    days.start();
+    days.trains(at(10, 5, 14, 0, 0), at(10, 5, 14, 0, 20));
+    days.world.run_for(5s);
+    EXPECT_FALSE(days.world.engine.gone());
+    EXPECT_TRUE(days.world.state().run.YFileOK);
+    EXPECT_EQ(days.world.state().records.day.mintemp, 12.3F);
 }
 
 // A disk that does not let a file be read has not damaged it.

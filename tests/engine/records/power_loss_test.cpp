@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <functional>
 #include <memory>
+#include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -16,37 +20,109 @@ using test::day_text;
 using test::MemoryFiles;
 using test::WeatherDays;
 
-const CivilTime change = at(11, 1, 0, 0);
+const std::string midnight = "tmidnight=True\r\ntnineam=False\r\n";
+const std::string ten = "AddOneHour=True\r\n";
+const std::string on_the_last = "alRoll=905\r\n";
+const std::string local = "[FTP]\r\nLocalSave=True\r\nLocalPath=/local\r\n";
+const std::string everything =
+    "[Alarms]\r\nfAOuTempHi=True\r\nfABarHi=True\r\nAWindHi=2\r\nfAWindHi=True\r\nfASound=True\r\nfAMail=True\r\n" +
+    local +
+    "FTPen=True\r\nFTPServer=ftp.example.org\r\nFTPRemoteFile=weather.htm\r\nFTPUser=me\r\nFTPPass=secret\r\n"
+    "FTPMins=2\r\nUploadCount=3\r\nEMailEn=True\r\nMailServer=mail.example.org\r\nMailTo=me@example.org\r\n"
+    "MailMyAddr=me@example.org\r\nnumofentries=1\r\nMailList(1)=*CHANGE*\r\nWUactive=True\r\nWUuser=me\r\n"
+    "WUpass=secret\r\nMailReport=True\r\n";
 
-const std::string head = "This file used Midnight changeover times\r\n";
+struct NightCase {
+    const char* name;
+    CivilTime change;
+    std::string keys, sections;
+    std::string row, next_row;  // how the rows of its day and of the next begin
+    bool closes_the_almanac;    // it is a month's last
+};
+
+const std::vector<NightCase> nights{
+    {"Midnight", at(11, 1, 0, 0), midnight, "", "31,Oct,", "1,Nov,", true},
+    {"NineOnTheFirst", at(11, 1, 9, 0), "", "", "1,Nov,", "2,Nov,", true},
+    {"TenOnTheLast", at(10, 31, 10, 0), ten + on_the_last, "", "31,Oct,", "1,Nov,", true},
+    {"NineInTheMonth", at(10, 31, 9, 0), "", local, "31,Oct,", "1,Nov,", false},
+    {"LocalFolder", at(11, 1, 0, 0), midnight, local, "31,Oct,", "1,Nov,", true},
+    {"Everything", at(11, 1, 0, 0), midnight, everything, "31,Oct,", "1,Nov,", true},
+};
+
+const std::string old_log = "30,Oct,23:45:02,+12.3,54,+3.3,+11.2,n.a.,11,200,15,225,1013,Steady,0,123,+21.5,45\r\n";
 const std::string old_row =
     "30,Oct,+15.2,14:05,+6.1,05:40,97,06:00,54,15:10,+9.8,13:00,+4.1,06:41,+22.5,18:00,+17.9,07:10,+5,06:50,-999,"
     "00:00,0,08:00,1019,08:00,1013,20:00,21.6,16:20,225,0,5,2.5\r\n";
-const std::string old_log = "30,Oct,23:45:02,+12.3,54,+3.3,+11.2,n.a.,11,200,15,225,1013,Steady,0,123,+21.5,45\r\n";
+const std::string head = "This file used Midnight changeover times\r\n";
 
-/// The last minutes of a month: the weather log is written and archived, the day and its almanac are closed, new units
-/// are chosen, pages and small files are made.
-struct Night {
-    Night() : days(change - 3min, "tmidnight=True\r\ntnineam=False\r\nfwrtlog=True\r\nLogMin=2\r\n") {
+// Today's file of a day that had its warmest hour long ago.
+std::string warm_day(CivilTime stamp) {
+    std::string text = day_text(stamp_text(stamp), 33);
+    const std::size_t warmest = text.find("\r\n") + 2;
+    return text.replace(warmest, 1, "25.5");
+}
+
+/// The disk before one of its changes.
+struct Death {
+    MemoryFiles::Call call;
+    MemoryFiles disk;
+    CivilTime station_time;
+};
+
+/// A night from the start of a copy to its exit: the weather log is written, and archived if a month is over, new units
+/// are chosen, the day and its almanac are closed, pages and small files are made.
+class Night {
+public:
+    explicit Night(const NightCase& night)
+        : change(night.change), days(change - 7min, "fwrtlog=True\r\nLogMin=2\r\n" + night.keys + night.sections) {
         MemoryFiles& files = days.world.files;
+        files.add_folder("/local");
         files.put("nbextreme.log", head + old_row);
         files.put("nbextreme.bak", head);
         files.put("alSep26.csv", "september\r\n");
         files.put("logSep26.csv", "september\r\n");
         files.put("nimbry.dat", old_log);
-        files.put("nimbrTDay.log", day_text("31 Oct 2026 23:54:00", 33));
-        files.put("nimbrYDay.log", day_text("30 Oct 2026 23:58:50", 32));
+        files.put("/local/nbextreme.log", head);
+        files.put("/local/nimbry.dat", old_log);
+        files.put("nimbrTDay.log", warm_day(change - 8min));
+        files.put("nimbrYDay.log", day_text(stamp_text(change - 24h - 70s), 32));
         files.put("wxtexttemplate.txt", "It is ~~WEBOUTTEMP~~.\r\n");
-        files.forget_calls();
+        files.put("myhtml.html", "<p>~~WEBOUTTEMP~~</p>\r\n");
+        files.put("mail_template.txt", "It is ~~WEBOUTTEMP~~.\r\n");
+        files.put("mail_co_template.txt", "It was ~~WEBOUTTEMP~~.\r\n");
+        files.put("nimbrysummarytemplate.html", "<p>~~SUBRAINDYS~~</p>\r\n");
+        days.world.transfers.ftp.connect = {.end = {.status = 3000}};
+        days.world.transfers.online = true;
+        files.before_each_change([this](const MemoryFiles::Call& call) { deaths.push_back({call, disk(), now_}); });
+        live();
+        deaths.push_back({{.operation = "end", .name = "", .other = "", .at = {}}, disk(), now_});
     }
-    /// Five minutes, or until the program is dead.
+
+    /// The number of the first such call.
+    [[nodiscard]] std::size_t place_of(const std::string& operation, const std::string& name) const {
+        const auto found = std::find_if(deaths.begin(), deaths.end(), [&](const Death& death) {
+            return death.call.operation == operation && death.call.name == name;
+        });
+        EXPECT_NE(found, deaths.end()) << "no " << operation << " of " << name;
+        return static_cast<std::size_t>(found - deaths.begin());
+    }
+    [[nodiscard]] const MemoryFiles& end() const { return deaths.back().disk; }
+
+    const CivilTime change;
+    WeatherDays days;
+    std::vector<Death> deaths;
+
+private:
     void live() {
         days.world.begin_start();
-        for (CivilTime t = change - 3min + 5s; t < change + 2min && !dead(); t += 10s) {
-            days.train(t);
-            if (t == change - 2min + 5s) choose_knots();
+        for (now_ = change - 7min + 5s; now_ < change + 4min; now_ += 10s) {
+            days.train(now_);
+            if (now_ == change - 2min + 5s) choose_knots();
             days.world.run_for(9s);
         }
+        days.world.act([this] { days.world.engine.menu_exit(); });
+        days.world.run_for(2min);
+        EXPECT_TRUE(days.world.engine.gone());
     }
     void choose_knots() {
         days.world.act([this] {
@@ -56,25 +132,63 @@ struct Night {
             accept_units(days.world.copy(), dialog);
         });
     }
-    /// From the n-th disk call on (0: the first) nothing reaches the disk any more.
-    void die_at(std::size_t n) {
-        constexpr std::size_t more_than_a_night_has = 20'000;
-        for (std::size_t call = 1; call <= more_than_a_night_has; ++call)
-            days.world.files.fail_call(n + call, FileResult::failed);
-        lives = n;
+    [[nodiscard]] MemoryFiles disk() const {
+        MemoryFiles copy = days.world.files;
+        copy.before_each_change({});
+        copy.forget_calls();
+        return copy;
     }
-    [[nodiscard]] bool dead() const { return days.world.files.calls().size() > lives; }
 
-    WeatherDays days;
-    std::size_t lives = static_cast<std::size_t>(-1);  // calls until its death
+    CivilTime now_{};
 };
 
-/// The start after it, eight minutes into the new month; twice if the first was refused for a torn file.
-std::unique_ptr<WeatherDays> started_after(const test::World& dead) {
+std::size_t count(const std::string& text, const std::string& part) {
+    std::size_t found = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++found;
+    return found;
+}
+
+std::string almanacs(const MemoryFiles& files) {
+    return files.contents("alOct26.csv") + files.contents("nbextreme.log");
+}
+
+/// The rows that begin so and have all their fields.
+std::size_t rows_of(const MemoryFiles& files, const std::string& beginning) {
+    const std::string text = almanacs(files);
+    std::size_t found = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t end = std::min(text.find("\r\n", at), text.size());
+        const std::string line = text.substr(at, end - at);
+        at = end + 2;
+        constexpr int fields = 34;
+        if (line.starts_with(beginning) && std::count(line.begin(), line.end(), ',') == fields - 1) ++found;
+    }
+    return found;
+}
+
+std::string first_line(const std::string& text) {
+    return text.substr(0, text.find("\r\n"));
+}
+
+/// The stamp of a day's file, if all its lines are there.
+std::optional<CivilTime> whole_day(const std::string& text, std::size_t lines) {
+    std::size_t last = 0;
+    for (std::size_t n = 1; n < lines; ++n) {
+        const std::size_t end = text.find('\n', last);
+        if (end == std::string::npos) return std::nullopt;
+        last = end + 1;
+    }
+    if (last == text.size()) return std::nullopt;
+    return parse_stamp(first_line(text));
+}
+
+/// The start after a death, eight minutes into the new day; twice if the first was refused for a torn file.
+std::unique_ptr<WeatherDays> started_after(const MemoryFiles& disk, CivilTime change) {
     std::unique_ptr<WeatherDays> next;
     for (int tries = 0; tries < 2; ++tries) {
         auto started = std::make_unique<WeatherDays>(change + 8min);
-        started->inherit(next == nullptr ? dead : next->world);
+        started->world.files.add_folder("/local");
+        started->inherit(next == nullptr ? disk : next->world.files);
         started->start();
         started->trains(change + 8min, change + 8min + 40s);
         next = std::move(started);
@@ -83,91 +197,152 @@ std::unique_ptr<WeatherDays> started_after(const test::World& dead) {
     return next;
 }
 
-std::size_t count(const std::string& text, const std::string& part) {
-    std::size_t found = 0;
-    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++found;
-    return found;
-}
+class PowerLoss : public testing::TestWithParam<NightCase> {
+protected:
+    const NightCase& night = GetParam();
+    Night sound{night};
+    const std::size_t row_written = sound.place_of("append", "nbextreme.log") + 1;
+    const std::size_t row_synced = sound.place_of("sync", "nbextreme.log");
+    const std::size_t backup_synced = sound.place_of("sync", "nbextreme.bak");
+    const std::size_t yesterday_synced = sound.place_of("sync", "nimbrYDay.log");
+    const std::size_t saved = sound.place_of("rewrite", "nimbrTDay.log");
+    const std::string row = row_at_the_end();
 
-std::size_t place_of(const std::vector<MemoryFiles::Call>& calls, const std::string& operation,
-                     const std::string& name) {
-    for (std::size_t n = 0; n < calls.size(); ++n)
-        if (calls[n].operation == operation && calls[n].name == name) return n;
-    ADD_FAILURE() << "no " << operation << " of " << name;
-    return 0;
-}
+    [[nodiscard]] std::string row_at_the_end() const {
+        const std::string text = almanacs(sound.end());
+        const std::size_t begin = text.find("\r\n" + night.row) + 2;
+        return text.substr(begin, text.find("\r\n", begin) + 2 - begin);
+    }
+    [[nodiscard]] std::size_t knots_written() const {
+        const auto found = std::find_if(sound.deaths.begin(), sound.deaths.end(), [](const Death& death) {
+            return death.disk.contents("Nimbry.ini").find("fWindknots=True") != std::string::npos;
+        });
+        return static_cast<std::size_t>(found - sound.deaths.begin());
+    }
 
-/// The disk calls of a night that nothing happens in.
-std::vector<MemoryFiles::Call> sound_night() {
-    Night night;
-    night.live();
-    EXPECT_EQ(night.days.changeovers(), 1);
-    EXPECT_EQ(count(night.days.world.files.contents("alOct26.csv"), "\r\n31,Oct,"), 1U);
-    EXPECT_TRUE(night.days.world.files.exists("logOct26.csv"));
-    return night.days.world.files.calls();
-}
+    /// What is on the disk after every death before the n-th change, before anybody has mended anything.
+    void expect_all_that_is_promised(const MemoryFiles& disk, std::size_t n) const {
+        EXPECT_EQ(disk.contents("alSep26.csv"), "september\r\n");
+        EXPECT_EQ(disk.contents("logSep26.csv"), "september\r\n");
+        EXPECT_EQ(count(almanacs(disk), old_row), 1U);
+        EXPECT_EQ(count(disk.contents("nimbry.dat") + disk.contents("logOct26.csv"), old_log), 1U);
+        // A month that has its name is whole.
+        for (const char* archive : {"alOct26.csv", "logOct26.csv", "/local/alOct26.csv", "/local/logOct26.csv"}) {
+            if (disk.exists(archive)) {
+                EXPECT_EQ(disk.contents(archive), sound.end().contents(archive)) << archive;
+            }
+        }
+        const std::string ini = disk.contents("Nimbry.ini");
+        EXPECT_EQ(ini.find("[Main]"), 0U);
+        EXPECT_NE(ini.find("LogMin=2\r\n"), std::string::npos);
+        EXPECT_EQ(ini.find("fWindknots=True") != std::string::npos, n >= knots_written());
+        if (n > backup_synced) {
+            EXPECT_EQ(disk.contents("nbextreme.bak"), head + old_row);
+        }
+        if (n > row_synced) {
+            EXPECT_EQ(count(almanacs(disk), row), 1U);
+        }
+        if (n > yesterday_synced) {
+            EXPECT_EQ(whole_day(disk.contents("nimbrYDay.log"), 32), sound.change - 5s - 1min);
+        }
+    }
 
-enum class Death { kill, power_cut };
-
-/// What every death leaves, whenever it comes.
-void expect_nothing_of_value_is_lost(const WeatherDays& days) {
-    const MemoryFiles& files = days.world.files;
-    EXPECT_EQ(files.contents("alSep26.csv"), "september\r\n");
-    EXPECT_EQ(files.contents("logSep26.csv"), "september\r\n");
-    EXPECT_EQ(count(files.contents("nbextreme.log") + files.contents("alOct26.csv"), old_row), 1U);
-    EXPECT_EQ(count(files.contents("nimbry.dat") + files.contents("logOct26.csv"), old_log), 1U);
-    EXPECT_EQ(files.contents("Nimbry.ini").find("[Main]"), 0U);
-    EXPECT_NE(files.contents("Nimbry.ini").find("LogMin=2\r\n"), std::string::npos);
-    EXPECT_FALSE(days.world.engine.gone());
-    EXPECT_EQ(days.world.lines("nimbrYDay.log").size(), 32U);
-}
-
-class PowerLoss : public testing::TestWithParam<Death> {};
-
-TEST_P(PowerLoss, AtAnyDiskCallOfAMonthsLastNightTheNextStartComesUpAndNothingOfValueIsLost) {
-    const auto calls = sound_night();
-    ASSERT_GT(calls.size(), 40U);
-    // From the save that tells that the day is over to its row: only here the row can be lost.
-    const std::size_t row = place_of(calls, "append", "nbextreme.log");
-    const std::size_t synced = place_of(calls, "sync", "nbextreme.log");
-    const std::size_t archived = place_of(calls, "sync", "alOct26.csv");
-    std::size_t saved = row;
-    while (saved > 0 && (calls[saved].operation != "rewrite" || calls[saved].name != "nimbrTDay.log")) --saved;
-    ASSERT_GT(saved, 0U);
-
-    for (std::size_t n = 0; n < calls.size(); ++n) {
-        if (calls[n].operation == "read") continue;  // the disk is as at the next change
-        SCOPED_TRACE(std::to_string(n) + ": " + calls[n].operation + " " + calls[n].name + " " + calls[n].other);
-        Night night;
-        night.die_at(n);
-        night.live();
-        ASSERT_TRUE(night.dead());
-        if (GetParam() == Death::power_cut) night.days.world.files.power_cut();
-        const auto next = started_after(night.days.world);
-        expect_nothing_of_value_is_lost(*next);
-
-        // Tomorrow is closed as ever.
-        next->trains(change + 24h - 30s, change + 24h - 10s);
+    /// The next start comes up with it, and closes the day if it finds it open.
+    void expect_that_life_goes_on(const MemoryFiles& disk) const {
+        const std::size_t rows = rows_of(disk, night.row);
+        const auto today = whole_day(disk.contents("nimbrTDay.log"), 33);
+        const bool open = today && *today < sound.change - 10s;
+        const auto next = started_after(disk, sound.change);
+        ASSERT_FALSE(next->world.engine.gone());
         const MemoryFiles& files = next->world.files;
-        const std::string almanacs = files.contents("nbextreme.log") + files.contents("alOct26.csv");
-        EXPECT_EQ(count(almanacs, "\r\n1,Nov,"), 1U);
+        EXPECT_EQ(rows_of(files, night.row), rows + (open ? 1 : 0));
+        if (open) {
+            EXPECT_NE(almanacs(files).find("\r\n" + night.row + "+25.5,1,"), std::string::npos);
+        }
+        if (open) {
+            EXPECT_EQ(whole_day(files.contents("nimbrYDay.log"), 32), sound.change + 8min + 10s - 1min);
+        }
+        EXPECT_EQ(count(almanacs(files), old_row), 1U);
+        // A day that is lost begins anew, and not with what the day before it had.
+        if (!today) {
+            EXPECT_EQ(next->world.state().records.day.maxtemp, 12.3F);
+        }
 
-        const std::size_t rows = count(almanacs, "\r\n31,Oct,");
-        if (GetParam() == Death::kill) {
-            EXPECT_EQ(rows, n > saved && n <= row ? 0U : 1U);
-        } else {
-            // Today's file is older than the change then: the day is closed, again if its row is there.
-            EXPECT_EQ(rows, n > synced ? 2U : 1U);
+        next->trains(sound.change + 24h - 30s, sound.change + 24h - 10s);
+        EXPECT_EQ(rows_of(files, night.next_row), 1U);
+        EXPECT_TRUE(whole_day(files.contents("nimbrTDay.log"), 33));
+        EXPECT_TRUE(whole_day(files.contents("nimbrYDay.log"), 32));
+        EXPECT_FALSE(next->world.engine.gone());
+    }
+
+    /// Kills the copy before each change of the night, lets `happen` to the disk what then does, and starts the next.
+    void at_each_death(const std::function<void(MemoryFiles&, std::size_t n)>& happen) {
+        std::set<std::string> seen;
+        for (std::size_t n = 0; n < sound.deaths.size(); ++n) {
+            const Death& death = sound.deaths[n];
+            SCOPED_TRACE(std::to_string(n) + ": " + death.call.operation + " " + death.call.name + " " +
+                         death.call.other);
+            MemoryFiles disk = death.disk;
+            happen(disk, n);
+            expect_all_that_is_promised(disk, n);
+            std::string all;
+            for (const std::string& name : disk.names())
+                if (name != "nbyprog.log") all += name + "\n" + disk.contents(name) + "\n";
+            if (seen.insert(all).second) expect_that_life_goes_on(disk);
+            if (HasFailure()) return;
         }
-        if (n > archived) {
-            EXPECT_TRUE(files.contents("alOct26.csv").starts_with(head + old_row + "31,Oct,"));
+    }
+};
+
+// So that the laws below are about something.
+TEST_P(PowerLoss, ANightThatNothingHappensInHasItAll) {
+    EXPECT_EQ(sound.days.changeovers(), 1);
+    EXPECT_GT(sound.deaths.size(), 60U);
+    EXPECT_TRUE(row.starts_with(night.row + "+25.5,1,")) << row;
+    EXPECT_EQ(sound.end().exists("alOct26.csv"), night.closes_the_almanac);
+    EXPECT_EQ(sound.end().exists("logOct26.csv"), sound.change >= at(11, 1, 0, 0));
+    if (night.sections.empty()) return;
+    EXPECT_EQ(sound.end().exists("/local/alOct26.csv"), night.closes_the_almanac);
+    EXPECT_EQ(sound.end().contents("/local/alOct26.csv"), sound.end().contents("alOct26.csv"));
+    EXPECT_EQ(sound.end().exists("/local/logOct26.csv"), sound.change >= at(11, 1, 0, 0));
+    if (night.sections == local) return;
+    EXPECT_FALSE(sound.days.world.transfers.mails.empty());
+    EXPECT_FALSE(sound.days.world.transfers.ftp.sent.empty());
+    EXPECT_FALSE(sound.days.world.transfers.asked.empty());
+    const auto& played = sound.days.world.sounds.played;
+    EXPECT_NE(std::find(played.begin(), played.end(), "Nimbry.WAV"), played.end());
+}
+
+// What is written stays, and today's file is of the last 30 trains.
+TEST_P(PowerLoss, AKillLosesNothingOfWhatWasWritten) {
+    at_each_death([&](MemoryFiles& disk, std::size_t n) {
+        if (n >= row_written) {
+            EXPECT_EQ(count(almanacs(disk), row), 1U);
         }
+        const auto today = whole_day(disk.contents("nimbrTDay.log"), 33);
+        ASSERT_TRUE(today);
+        if (n > saved) {
+            EXPECT_GE(*today, sound.deaths[n].station_time - 5min);
+        }
+    });
+}
+
+TEST_P(PowerLoss, ACutLeavesWhatWasSynced) {
+    at_each_death([](MemoryFiles& disk, std::size_t) { disk.power_cut(); });
+}
+
+TEST_P(PowerLoss, ACutThatTearsAndReordersCostsNoMore) {
+    constexpr std::uint32_t choices = 8;
+    for (std::uint32_t choice = 0; choice < choices && !HasFailure(); ++choice) {
+        SCOPED_TRACE("choice " + std::to_string(choice));
+        at_each_death([&](MemoryFiles& disk, std::size_t n) {
+            disk.power_cut(static_cast<std::uint32_t>(n) * choices + choice);
+        });
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Deaths, PowerLoss, testing::Values(Death::kill, Death::power_cut), [](const auto& death) {
-    return std::string(death.param == Death::kill ? "Kill" : "PowerCut");
-});
+INSTANTIATE_TEST_SUITE_P(Nights, PowerLoss, testing::ValuesIn(nights),
+                         [](const auto& night) { return std::string(night.param.name); });
 
 }  // namespace
 }  // namespace nimbry
