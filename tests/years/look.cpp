@@ -49,9 +49,14 @@ void Years::look() {
     wait_until_idle();
     look_at_archives();
     look_at_rows();
+    look_at_log();
     look_at_copy();
+    look_at_timers();
+    look_at_alarms();
+    look_at_servers();
     look_at_files();
     look_at_heap();
+    calm_yesterday_ = calm();
     ++days_;
 }
 
@@ -103,9 +108,7 @@ void Years::look_at_rows() {
         if (!name.starts_with("al")) continue;
         const std::vector<std::string> archived = rows_in(bytes);
         all += archived.size();
-        // A day that ends at nine on the first belongs to the month before.
-        if (live.empty() && name == "al" + archive_tail(parts_of(change_ - 24h)) && !archived.empty())
-            last = archived.back();
+        if (live.empty() && name == last_almanac_ && !archived.empty()) last = archived.back();
     }
     const auto more = static_cast<std::ptrdiff_t>(all) - static_cast<std::ptrdiff_t>(rows_before_);
     const bool first = days_ == 0;
@@ -116,11 +119,31 @@ void Years::look_at_rows() {
         ++tally_["disturbed days with " + std::to_string(more) + " rows"];
         return;
     }
-    ++tally_["days of one row"];
-    if (more != 1) complain(std::to_string(more) + " rows for an undisturbed day");
+    // Each train of the last ten seconds closes the day, unless the one before it has kept the copy busy until then.
+    const bool twice = more == 2 && early_trains_ == 2;
+    ++tally_[twice ? "days of two rows, with two trains in the last ten seconds" : "days of one row"];
+    if (more != 1 && !twice) complain(std::to_string(more) + " rows for an undisturbed day");
     const std::string date = std::to_string(ended.day) + "," + month_name(ended.month) + ",";
     if (!last.starts_with(date)) complain("the day of " + date + " has the row " + last.substr(0, 20));
     if (std::count(last.begin(), last.end(), ',') != 33) complain("a row of another shape: " + last);
+    // The day is closed in the local folder too.
+    if (!live.empty() && world_->files.contents("/local/nbextreme.log") != world_->files.contents("nbextreme.log"))
+        complain("the local almanac is another one");
+}
+
+// Four lines an hour, here or in the archives, the hours without a copy or without room excepted.
+void Years::look_at_log() {
+    const auto lines_in = [](const std::string& log) { return rows_in(log).size(); };
+    std::size_t all = lines_in(world_->files.contents("nimbry.dat"));
+    for (const auto& [name, bytes] : archives_)
+        if (name.starts_with("log")) all += lines_in(bytes);
+    const auto more = static_cast<std::ptrdiff_t>(all) - static_cast<std::ptrdiff_t>(log_lines_before_);
+    log_lines_before_ = all;
+    if (days_ == 0) return;
+    // A minute in which a day is closed does not count, and a day here is some seconds longer or shorter.
+    constexpr std::ptrdiff_t most = 97, of_a_calm_day = 94, of_any = 60;
+    if (more > most || more < (calm() ? of_a_calm_day : of_any))
+        complain("the weather log has got " + std::to_string(more) + " lines");
 }
 
 // What is archived stays as it is, and each month's log is there once the month is over.
@@ -130,17 +153,25 @@ void Years::look_at_archives() {
         const std::string bytes = world_->files.contents(name);
         const auto [known, is_new] = archives_.try_emplace(name, bytes);
         if (is_new) ++tally_["archives"];
+        if (is_new && name.starts_with("al")) last_almanac_ = name;
         if (known->second != bytes) complain("the archive " + name + " has changed");
     }
     for (const auto& [name, bytes] : archives_)
         if (!world_->files.exists(name)) complain("the archive " + name + " is gone");
-    if (days_ > 1 && parts_of(now()).day == 1) {
-        const DateParts month = parts_of(now() - 24h);
-        const std::string tail = archive_tail(month);
-        if (!archives_.contains("log" + tail)) complain("there is no archive log" + tail);
-        if (!disturbed() && end_ == DayEndHour::midnight && !archives_.contains("al" + tail))
-            complain("there is no archive al" + tail);
-    }
+    const int day = parts_of(now()).day;
+    const DateParts month = parts_of(now() - std::chrono::days{day});
+    const std::string name = month_name(month.month);
+    if (days_ > 1 && day == 1 && !archives_.contains("log" + archive_tail(month)))
+        complain("there is no archive log" + archive_tail(month));
+    if (days_ <= 3 || disturbed()) return;
+    // The almanac of a month whose end was disturbed is archived with the next row.
+    if (day <= 3 && !last_almanac_.starts_with("al" + name)) complain("there is no almanac of " + name);
+    if (day != 1) return;
+    ++tally_["summaries"];
+    // A month that ended yesterday has given way to the new one.
+    const std::string of = world_->files.exists("nbextreme.log") ? "the current month" : name;
+    if (world_->files.contents("NBYSummary.txt").find("summary for " + of) == std::string::npos)
+        complain("there is no summary for " + of);
 }
 
 void Years::look_at_copy() {
@@ -148,16 +179,63 @@ void Years::look_at_copy() {
     if (state.run.HaveError) complain("an error stands");
     if (state.run.DuplicateError) complain("a record routine has gone on after an error");
     if (!state.run.fullystarted) complain("the copy has not started fully");
-    for (const TimerId timer :
-         {TimerId::TimComFail, TimerId::TimerFTP, TimerId::TimUI, TimerId::timWU, TimerId::TimLog})
-        if (!world_->copy().timers.running(timer))
-            complain("the timer " + std::string(Timers::name(timer)) + " is lost");
+    const int samples = state.graphs.rows.windsamples();
+    constexpr int a_day = 1440, at_least = 1400;
+    const bool long_enough = calm() && calm_yesterday_ && now() - graphs_began_ > 36h;
+    if (samples > a_day || (long_enough && samples < at_least))
+        complain("the graphs have " + std::to_string(samples) + " samples");
+}
+
+// Those that run for good do; of the others each stands for something that is under way.
+void Years::look_at_timers() {
+    const WeatherState& state = world_->state();
+    const auto runs = [&](TimerId timer) { return world_->copy().timers.running(timer); };
+    for (const TimerId timer : {TimerId::TimComFail, TimerId::TimerFTP, TimerId::TimUI, TimerId::timWU, TimerId::TimLog,
+                                TimerId::GrFailTimer})
+        if (!runs(timer)) complain("the timer " + std::string(Timers::name(timer)) + " is lost");
+    struct Cause {
+        TimerId timer;
+        bool stands;
+    };
+    const auto& boxes = state.panel.Text2;
+    const bool alarm =
+        state.panel.TxtRainToday.back == colours::alarm_back ||
+        std::any_of(boxes.begin(), boxes.end(), [](const Box& reading) { return reading.back == colours::alarm_back; });
+    for (const Cause& cause :
+         {Cause{TimerId::Timer2, state.panel.Lamp.fore == colours::red},
+          Cause{TimerId::TimDisplay, state.status_message.open}, Cause{TimerId::TimAlarm, alarm},
+          Cause{TimerId::TimFTPTOT, state.publish.uloadftpbusy.is_set()}, Cause{TimerId::Timer1, false}})
+        if (runs(cause.timer) != cause.stands)
+            complain("the timer " + std::string(Timers::name(cause.timer)) + (cause.stands ? " is lost" : " runs on"));
+}
+
+// An alarm of the day was heard and mailed, once in some hours; without one there was neither.
+void Years::look_at_alarms() {
+    const auto& mails = world_->transfers.mails;
+    const auto& played = world_->sounds.played;
+    const auto mailed = std::count_if(mails.begin(), mails.end(),
+                                      [](const Mail& mail) { return mail.body.find("Now ") != std::string::npos; });
+    const bool heard = std::find(played.begin(), played.end(), "Nimbry.WAV") != played.end();
+    if (heard) ++tally_["days with alarms"];
+    tally_["alarm mails"] += static_cast<int>(mailed);
+    constexpr int most = 10;
+    if (calm() && mailed > most) complain(std::to_string(mailed) + " mails of alarms");
+    if (calm() && mailed > 0 && !heard) complain("an alarm was mailed and not heard");
+    if (calm() && !servers_troubled_ && heard && mailed == 0 && !alarm_mailed_yesterday_)
+        complain("an alarm was heard and not mailed");
+    alarm_mailed_yesterday_ = mailed > 0;
+    servers_troubled_ = false;
+}
+
+void Years::look_at_servers() {
     const ScriptedTransfers& servers = world_->transfers;
     if (servers.ftp.sent.empty() || servers.ftp.sent.back().at < world_->clock.monotonic() - 25min)
         complain("nothing is uploaded");
     if (servers.mails.empty()) complain("no mail has gone");
     if (servers.asked.empty() || servers.asked.back().at < world_->clock.monotonic() - 25min)
         complain("the weather services are not told");
+    const auto& groups = world_->datasock.sent;
+    if (groups.empty() || groups.back().host != "192.168.1.20") complain("the clients are sent nothing");
 }
 
 void Years::look_at_files() {
@@ -167,7 +245,8 @@ void Years::look_at_files() {
     };
     for (const Kept& file : {Kept{"nimbry.dat", 32min}, Kept{"nimbrTDay.log", 40min}, Kept{"NimbData.txt", 4min},
                              Kept{"NimbData.csv", 4min}, Kept{"nimbryUI.txt", 4min}, Kept{"APRS.txt", 4min},
-                             Kept{"nbyxauto.html", 25min}, Kept{"wxtext.txt", 4min}}) {
+                             Kept{"nbyxauto.html", 25min}, Kept{"wxtext.txt", 4min}, Kept{"/local/nimbry.dat", 32min},
+                             Kept{"/local/weather.htm", 25min}, Kept{"/local/weather1.htm", 25min}}) {
         const auto written = world_->files.modified(file.name);
         if (!written || *written < now() - file.at_most) complain(std::string(file.name) + " is not kept");
     }

@@ -14,16 +14,17 @@ using std::chrono::seconds;
 constexpr seconds half_a_day = 12h, quiet_hours = 2h;
 constexpr const char* local_folder = "/local";
 
-std::string settings(DayEndHour end) {
+std::string settings(DayEndHour end, bool rolls_over_on_the_last) {
     const std::string day_end = end == DayEndHour::midnight ? "tmidnight=True\r\ntnineam=False\r\n"
                                 : end == DayEndHour::ten    ? "AddOneHour=True\r\n"
                                                             : "";
+    const std::string rolls_over = rolls_over_on_the_last ? "alRoll=905\r\n" : "alRoll=5\r\n";
     // A mail is due in the quiet hours of each kind of day.
     return "[Main]\r\nHasRun=True\r\nfwrtlog=True\r\nLogMin=15\r\nbcastnet=True\r\nnumofentries=1\r\n"
            "iplist(1)=192.168.1.20\r\nLatitude=51.5\r\nLongitude=-0.1\r\n" +
-           day_end +
+           day_end + rolls_over +
            "[Alarms]\r\nfAOuTempHi=True\r\nfAOuTempLo=True\r\nfAOuHumHi=True\r\nfABarHi=True\r\nfABarLo=True\r\n"
-           "AWindHi=20\r\nfAWindHi=True\r\nfARainHi=True\r\nfARainAm=True\r\nfADewLo=True\r\nfADewCu=True\r\n"
+           "AWindHi=7\r\nfAWindHi=True\r\nfARainHi=True\r\nfARainAm=True\r\nfADewLo=True\r\nfADewCu=True\r\n"
            "fASound=True\r\nfAMail=True\r\n"
            "[FTP]\r\nFTPen=True\r\nFTPServer=ftp.example.org\r\nFTPRemoteFile=weather.htm\r\nFTPUser=me\r\n"
            "FTPPass=secret\r\nFTPMins=10\r\nUploadCount=3\r\nAdditional_Files=extra.txt\r\nEMailEn=True\r\n"
@@ -33,9 +34,9 @@ std::string settings(DayEndHour end) {
            "APRSactive=True\r\nAPRSuser=N0CALL\r\nLocalSave=True\r\nLocalPath=/local\r\nMailReport=True\r\n";
 }
 
-void furnish(MemoryFiles& files, DayEndHour end) {
+void furnish(MemoryFiles& files, const std::string& settings) {
     files.add_folder(local_folder);
-    files.put("Nimbry.ini", settings(end));
+    files.put("Nimbry.ini", settings);
     files.put("myhtml.html", "<p>~~WEBOUTTEMP~~ ~~WEBBAR~~</p>\r\n");
     files.put("myhtml1.html", "<p>~~WEBRAINTOD~~</p>\r\n");
     files.put("mail_template.txt", "It is ~~WEBOUTTEMP~~.\r\n");
@@ -78,7 +79,12 @@ constexpr std::array<SensorFault, 6> sensor_faults{
 }  // namespace
 
 Years::Years(std::chrono::local_days begin, DayEndHour end, std::uint32_t seed)
-    : chance_(seed), weather_(seed), end_(end), change_(begin + std::chrono::hours{static_cast<int>(end)}) {
+    : chance_(seed),
+      weather_(seed),
+      end_(end),
+      rolls_over_on_the_last_(chance_.one_in(2)),
+      change_(begin + std::chrono::hours{static_cast<int>(end)}) {
+    ++tally_[rolls_over_on_the_last_ ? "months that end on their last day" : "months that end on the next one's first"];
     // The first day is lived from its second half on: there is no changeover to be missed.
     start_world(change_ + 5min);
     plan_day();
@@ -91,7 +97,7 @@ void Years::start_world(CivilTime at) {
     if (world_ != nullptr) {
         move_in(*world_, next->files);
     } else {
-        furnish(next->files, end_);
+        furnish(next->files, settings(end_, rolls_over_on_the_last_));
     }
     world_ = std::move(next);
     world_began_ = at;
@@ -139,7 +145,7 @@ void Years::plan_day() {
     constexpr seconds latest = 21h, longest = 5h;
     actions_.clear();
     spans_.clear();
-    sound_deciders_ = 0;
+    sound_deciders_ = early_trains_ = 0;
     if (chance_.one_in(2)) plan_stop();
     if (chance_.one_in(6)) plan_stop();
     if (chance_.one_in(4)) {
@@ -192,6 +198,7 @@ void Years::plan_day() {
 }
 
 void Years::trouble_servers() {
+    servers_troubled_ = true;
     ScriptedTransfers& servers = world_->transfers;
     switch (chance_.below(5)) {
         case 0: servers.ftp.connect = {.end = {.status = 5002}, .after = 30s}; break;
@@ -215,6 +222,7 @@ void Years::mend_servers() {
 
 void Years::change_units() {
     ++tally_["new units"];
+    graphs_began_ = now();  // the samples of the old ones go
     const bool us = chance_.one_in(2);
     world_->act([this, us] {
         UnitsDialog dialog = units_dialog(world_->state().settings);
@@ -236,7 +244,7 @@ void Years::restart(Stop how) {
         if (!world_->engine.gone()) complain("an exit has not ended in ten minutes");
     } else if (how == Stop::power_cut) {
         ++torn_files_;
-        world_->files.power_cut();
+        world_->files.power_cut(chance_.number());
     }
     const seconds away = chance_.one_in(2) ? 5s + chance_.within(1min) : 1min + chance_.within(30min);
     start_world(now() + away);
@@ -247,16 +255,19 @@ void Years::restart(Stop how) {
 // file cannot be read: once, as the file is put aside. Its supervisor starts it anew.
 void Years::look_after_unexpected_exit() {
     if (!world_->engine.gone()) return;
-    const auto log = world_->lines("nbyprog.log");
-    const std::string last = log.empty() ? "" : log.back();
+    const std::string why = world_->state().run.ExitWord;
     constexpr seconds an_exit_takes = 2min;
-    if (disk_full_ || now() < disk_full_until_ + an_exit_takes) {
+    const bool no_room = disk_full_ || now() < disk_full_until_ + an_exit_takes;
+    // One that breaks off, or two of which the lines that are left break off within a number.
+    const bool torn = why.find("problem with your extremes") != std::string::npos ||
+                      why.starts_with("Unrecoverable error 13 encountered in ResYesterday");
+    if (no_room && (torn || why.starts_with("Unrecoverable error 61 "))) {
         ++tally_["exits on a full disk"];
-    } else if (torn_files_ > 0 && last.find("problem with your extremes") != std::string::npos) {
+    } else if (torn && torn_files_ > 0) {
         --torn_files_;
         ++tally_["exits for a torn file"];
     } else {
-        complain("the copy has left by itself: " + last);
+        complain("the copy has left by itself: " + why);
     }
     const CivilTime from = now();
     start_world(from + 30s);
@@ -270,7 +281,8 @@ void Years::send_train() {
     const auto within = [&](CivilTime from, CivilTime to) { return moment >= from && moment <= to; };
     const CivilTime mail = change_ + half_a_day - 30min;
     const bool close = within(change_ - 10min, change_ + 3min) || within(mail - 2min, mail + 1min);
-    next_train_ = moment + (close ? 10s : 60s);
+    // No station keeps ten seconds exactly, so that two trains may come in the change's last ten.
+    next_train_ = moment + (close ? 9s + chance_.within(3s) : 60s);
     if (silent_) return;
     StationReadings readings = weather_.at(moment);
     if (sensor_fault_) sensor_fault_(readings);
@@ -281,6 +293,7 @@ void Years::send_train() {
         ++tally_["damaged trains"];
     } else if (moment >= change_ - 10s && moment < change_ + 1min) {
         ++sound_deciders_;
+        if (moment < change_) ++early_trains_;
     }
     world_->send(train);
     ++tally_["trains"];

@@ -21,6 +21,7 @@ public:
     explicit Chance(std::uint32_t seed) : generator_(seed) {}
     /// 0 to `end` - 1.
     int below(int end) { return static_cast<int>(generator_() % static_cast<unsigned>(end)); }
+    std::uint32_t number() { return static_cast<std::uint32_t>(generator_()); }
     bool one_in(int many) { return below(many) == 0; }
     std::chrono::seconds within(std::chrono::seconds span) {
         return std::chrono::seconds{below(static_cast<int>(span.count()))};
@@ -72,11 +73,16 @@ private:
     void advance_to(CivilTime moment);
     void send_train();
     [[nodiscard]] bool disturbed() const;
+    [[nodiscard]] bool calm() const { return spans_.empty(); }
 
     void look();
     void look_at_rows();
     void look_at_archives();
+    void look_at_log();
     void look_at_copy();
+    void look_at_timers();
+    void look_at_alarms();
+    void look_at_servers();
     void look_at_files();
     void look_at_heap();
     void wait_until_idle();
@@ -87,6 +93,7 @@ private:
     Chance chance_;
     GeneratedWeather weather_;
     DayEndHour end_;
+    bool rolls_over_on_the_last_;
     CivilTime change_;  // of the day that is lived
     std::unique_ptr<World> world_;
     CivilTime world_began_;
@@ -98,11 +105,15 @@ private:
     bool silent_ = false;
     bool disk_full_ = false;
     CivilTime disk_full_until_{};
-    int torn_files_ = 0;  // refused starts that a full disk or a power cut may still cause
-    int sound_deciders_ = 0;
+    int torn_files_ = 0;                         // refused starts that a full disk or a power cut may still cause
+    int sound_deciders_ = 0, early_trains_ = 0;  // of them, in the ten seconds before the change
     std::function<void(StationReadings&)> sensor_fault_;
 
-    std::size_t rows_before_ = 0;
+    std::size_t rows_before_ = 0, log_lines_before_ = 0;
+    bool calm_yesterday_ = false, alarm_mailed_yesterday_ = false;
+    CivilTime graphs_began_{};
+    bool servers_troubled_ = false;  // on this day
+    std::string last_almanac_;       // the archive that came last
     std::map<std::string, std::string> archives_;
     std::size_t heap_ = 0, heap_of_copy_ = 0;
     int days_ = 0;
