@@ -1,12 +1,14 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cmath>
 #include <csignal>
 #include <cstdlib>
 #include <ctime>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <memory>
@@ -73,7 +75,10 @@ protected:
     }
 
     /// The computer's clock stands so many hours beside the true one from now on.
-    void shift_clock(int hours) const { clock_.put("shift", (hours < 0 ? "" : "+") + std::to_string(hours) + "h\n"); }
+    void shift_clock(int hours) const {
+        clock_.put("next", (hours < 0 ? "" : "+") + std::to_string(hours) + "h\n");
+        std::filesystem::rename(clock_.path("next"), clock_.path("shift"));  // no reader sees half of it
+    }
 
     /// How far the clock that the client goes by is from the true one, to the nearest hour.
     [[nodiscard]] std::optional<int> hours_beside() const {
@@ -88,12 +93,14 @@ protected:
     }
 
     void make_noise() {
+        const int thrown_away = server->frames("bytes_thrown_away");
         Bytes noise(500);
         for (int burst = 0; burst < 40; ++burst) {
             for (std::uint8_t& byte : noise) byte = static_cast<std::uint8_t>(random_());
             station.send(noise);
             usleep(5'000);
         }
+        EXPECT_TRUE(eventually([&] { return server->frames("bytes_thrown_away") > thrown_away; }));
     }
 
     void pull_the_adapter() {
@@ -111,11 +118,14 @@ protected:
 
     void hold(const RunningCopy& copy) {
         copy.signal(SIGSTOP);
+        usleep(100'000);
+        const double had_worked = copy.processor_seconds();
         const auto until = std::chrono::steady_clock::now() + (soak_time() > 10min ? 120s : 4s);
         while (std::chrono::steady_clock::now() < until) {
             station.send_paced(train_of_now());
             usleep(500'000);
         }
+        EXPECT_EQ(copy.processor_seconds(), had_worked);
         copy.signal(SIGCONT);
     }
 
@@ -125,10 +135,44 @@ protected:
     }
 
     void send_at_full_speed() {
+        const auto seen = [&] { return server->frames("trains") + server->frames("bytes_thrown_away"); };
+        const int before = seen();
         for (int n = 0; n < 20; ++n) {
             station.send_paced(train_of_now());
             station.send_paced(write_lone_wind({}));
         }
+        EXPECT_TRUE(eventually([&] { return seen() > before; }));
+    }
+
+    /// What two starts and one exit leave, whatever has happened between them.
+    void expect_sound_records() const {
+        for (const TemporaryFolder* folder : {&server_folder_, &client_folder_}) {
+            SCOPED_TRACE(folder == &server_folder_ ? "server" : "client");
+            const std::string log = folder->contents("nbyprog.log");
+            const auto told = [&](const std::string& what) {
+                int times = 0;
+                for (std::size_t at = log.find(what); at != std::string::npos; at = log.find(what, at + 1)) ++times;
+                return times;
+            };
+            EXPECT_EQ(told(" Program started\r\n"), 2) << log;
+            EXPECT_EQ(told(" Program stopped, "), 1) << log;
+            EXPECT_EQ(told(" Program stopped, normal exit\r\n"), 1) << log;
+            EXPECT_EQ(told("Error"), 0) << log;
+            const std::string today = folder->contents("nimbrTDay.log");
+            EXPECT_EQ(std::count(today.begin(), today.end(), '\n'), 33) << today;
+        }
+        // A line a minute, and no line without all its fields.
+        const std::string weather = server_folder_.contents("nimbry.dat");
+        int lines = 0;
+        for (std::size_t at = 0; at < weather.size();) {
+            const std::size_t end = std::min(weather.find("\r\n", at), weather.size());
+            const std::string line = weather.substr(at, end - at);
+            at = end + 2;
+            if (line.empty() || line.front() < '0' || line.front() > '9') continue;
+            ++lines;
+            EXPECT_EQ(std::count(line.begin(), line.end(), ','), 17) << line;
+        }
+        EXPECT_GE(lines, 1);
     }
 
     StationLine station;
@@ -192,6 +236,7 @@ TEST_F(Soak, ServerAndClientComeBackByThemselvesEachTime) {
         copy->signal(SIGINT);
         EXPECT_EQ(copy->ending(), exited(0));
     }
+    expect_sound_records();
 }
 
 }  // namespace

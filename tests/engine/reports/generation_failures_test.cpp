@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <vector>
@@ -46,6 +47,37 @@ protected:
 
     KnownState world;
 };
+
+// An editor puts another file in a template's place, or takes it away, at any moment of a generation.
+TEST_F(GenerationFailures, ATemplateThatIsReplacedWhileItIsReadGivesAWholePageAndTheNextOneIsNew) {
+    const std::string old = "old ~~WEBOUTTEMP~~ old", now = "new ~~WEBOSHUMID~~ new";
+    const std::string old_page = "old +8.1 \260C old", new_page = "new 54 % new";
+    std::size_t moments = 1;
+    for (std::size_t moment = 0; moment < moments; ++moment) {
+        for (const bool away : {false, true}) {
+            SCOPED_TRACE(moment);
+            for (const char* name : {"myhtml.html", "myhtml5.html", "myhtml6.html"}) put(name, old);
+            std::size_t calls = 0;
+            world.files.before_each_change([&](const MemoryFiles::Call&) {
+                if (calls++ != moment) return;
+                put("myhtml.html", now);
+                put("myhtml5.html", now);
+                if (away) world.files.take_away("myhtml5.html");
+            });
+            genhtml(world.copy);
+            world.files.before_each_change({});
+            moments = std::max(moments, calls);
+            for (const char* name : {"nbyxauto.html", "nbyxauto5.html"})
+                EXPECT_TRUE(file(name) == old_page || file(name) == new_page || (away && !world.files.exists(name)))
+                    << file(name);
+            EXPECT_EQ(file("nbyxauto6.html"), old_page);
+            genhtml(world.copy);
+            EXPECT_EQ(file("nbyxauto.html"), new_page);
+            EXPECT_EQ(world.files.exists("nbyxauto5.html"), !away);
+        }
+    }
+    EXPECT_GT(moments, 6U);
+}
 
 // What is there under a template's name but is no file to be read
 
