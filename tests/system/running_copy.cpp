@@ -41,6 +41,13 @@ void redirect(int descriptor, const char* file, int flags) {
     close(opened);
 }
 
+// Under the address sanitizer a program ends at once where another library is loaded before the sanitizer's own.
+void allow_preloading() {
+    const char* options = std::getenv("ASAN_OPTIONS");
+    setenv("ASAN_OPTIONS",
+           ((options == nullptr ? "" : std::string(options) + ":") + "verify_asan_link_order=0").c_str(), 1);
+}
+
 pid_t started(const std::string& program, const std::vector<std::string>& arguments, const Process::Setting& setting,
               const TemporaryFolder& outputs) {
     const std::string out = outputs.path("out");
@@ -56,6 +63,7 @@ pid_t started(const std::string& program, const std::vector<std::string>& argume
     redirect(STDOUT_FILENO, out.c_str(), O_WRONLY | O_CREAT);
     redirect(STDERR_FILENO, err.c_str(), O_WRONLY | O_CREAT);
     for (const auto& [name, value] : setting.environment) setenv(name.c_str(), value.c_str(), 1);
+    allow_preloading();
     if (setting.in_child) setting.in_child();
     execv(program.c_str(), words.data());
     _exit(127);
