@@ -45,6 +45,11 @@ void remember_start_of_date(WeatherState& state) {
     if (!start || start->date != date) start = {date, state.rain.rainnow};
 }
 
+// What the station's counter can say.
+float counter_value(std::string_view text) {
+    return static_cast<float>(std::clamp(Val(text), 0.0, 1e9));
+}
+
 // The last counter that the midnight file gives for a date.
 std::optional<float> counter_at_midnight(const std::string& contents, std::chrono::local_days date) {
     std::optional<float> found;
@@ -55,7 +60,7 @@ std::optional<float> counter_at_midnight(const std::string& contents, std::chron
         if (const auto stamp = parse_stamp(line)) {
             counter_follows = date_of(*stamp) == date;
         } else if (counter_follows) {
-            found = static_cast<float>(Val(repcomma(line)));
+            found = counter_value(repcomma(line));
             counter_follows = false;
         }
     }
@@ -65,7 +70,7 @@ std::optional<float> counter_at_midnight(const std::string& contents, std::chron
 }  // namespace
 
 float rain_counter(const Readings& readings) {
-    return static_cast<float>(std::clamp(Val(readings.rdattotrain), 0.0, 1e9));
+    return counter_value(readings.rdattotrain);
 }
 
 void rain_of_the_day(Copy& copy) {

@@ -182,7 +182,9 @@ StreamReading read_stream(std::string_view text) {
     try {
         while (!text.empty()) {
             ++number;
-            reader.take(take_line(text, LineEnds::newline));
+            std::string_view line = take_line(text, LineEnds::newline);
+            while (line.ends_with('')) line.remove_suffix(1);
+            reader.take(line);
         }
         return {reader.finish(), ""};
     } catch (const BadLine& bad) {

@@ -345,6 +345,8 @@ TEST_F(Rain, RainSinceMidnightIsTheCounterLessTheLastEntryOfTheDate) {
              MidnightCase{"a counter that was reset since", "05 Oct 2026 00:00:10\r\n116\r\n", 4, 4},
              MidnightCase{"bare line feeds and a decimal comma", "05 Oct 2026 00:00:10\n116,5\n", 123, 6.5F},
              MidnightCase{"no line end at the end", "05 Oct 2026 00:00:10\r\n116", 123, 7},
+             MidnightCase{"a counter that is none is a counter of 0", "05 Oct 2026 00:00:10\r\n-1e300\r\n", 123, 123},
+             MidnightCase{"one that no station reaches", "05 Oct 2026 00:00:10\r\n1e300\r\n", 123, 123},
              MidnightCase{"a date without its counter: the start of the date in this run", "05 Oct 2026 00:00:10\r\n",
                           123, 23},
              MidnightCase{"no entry of the date: the same", "04 Oct 2026 00:00:10\r\n90\r\n", 123, 23},

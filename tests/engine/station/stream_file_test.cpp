@@ -61,6 +61,14 @@ TEST(StreamFile, TakesBothLineEndsAndALastLineWithoutOne) {
     EXPECT_EQ(*read_stream(crlf).stream, *read_stream(text).stream);
 }
 
+TEST(StreamFile, CarriageReturnsBeforeALineEndBelongToIt) {
+    const StreamReading reading = read_stream(
+        "nimbry-stream 1\r\r\nshows: two bytes\r\r\nfrom: written by hand \r\r\nclock: 2026-10-31 23:58:00\r\r\n");
+    EXPECT_EQ(reading.error, "");
+    ASSERT_TRUE(reading.stream);
+    EXPECT_EQ(*reading.stream, example());
+}
+
 TEST(StreamFile, AHeadAloneIsAStreamOfSilence) {
     const StreamReading reading = read_stream(head);
     ASSERT_TRUE(reading.stream);
