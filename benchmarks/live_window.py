@@ -87,9 +87,8 @@ def own_mib(process):
     return sum(int(row.split()[1]) for row in rows if row.startswith("Private_")) / 1024
 
 
-def main():
-    program = sys.argv[1] if len(sys.argv) > 1 else str(ROOT / "build/release/programs/nimbry/nimbry")
-    seconds = float(sys.argv[2]) if len(sys.argv) > 2 else 60.0
+def measure(program, seconds):
+    """The figures as rows: what, figure, budget."""
     train = make_train()
     line, other_end = pty.openpty()
     tty.setraw(other_end)
@@ -104,22 +103,32 @@ def main():
                 with running(program, folder, device, screen) as nimbry:
                     paints.append(wait_for_paint(screen, HEIGHT // 2, empty, 10) - begun)
                     if start == STARTS - 1:
-                        measure_open_window(screen, nimbry.pid, begun, sorted(paints), line, train, seconds)
+                        return start_rows(sorted(paints)) + open_window_rows(screen, nimbry.pid, begun, line, train, seconds)
 
 
-def measure_open_window(screen, process, begun, paints, line, train, seconds):
-    show("start to first paint", f"{paints[len(paints) // 2] * 1000:.0f} ms", "400 ms (median)")
-    show("", f"{paints[-1] * 1000:.0f} ms", f"(slowest of {len(paints)})")
+def start_rows(paints):
+    return [("start to first paint", f"{paints[len(paints) // 2] * 1000:.0f} ms", "400 ms (median)"),
+            ("the slowest", f"{paints[-1] * 1000:.0f} ms", f"(of {len(paints)} starts)")]
+
+
+def open_window_rows(screen, process, begun, line, train, seconds):
     # The splash is no taller than a quarter of the screen.
     opened = wait_for_paint(screen, HEIGHT // 8, bytes(screen.stride), 15)
-    show("start to main window", f"{opened - begun:.2f} s", "(5 s of it the splash)")
     play(line, train, 10)  # the first train opens the menus and fills every box
     used, since = processor_seconds(process), time.monotonic()
     play(line, train, seconds)
     share = (processor_seconds(process) - used) / (time.monotonic() - since)
-    show("processor time", f"{share * 100:.3f} %", "1 % of a core")
-    show("resident memory", f"{resident_mib(process):.1f} MiB", "120 MiB")
-    show("", f"{own_mib(process):.1f} MiB", "(its own; the rest is code that programs share)")
+    return [("start to main window", f"{opened - begun:.2f} s", "(5 s of it the splash)"),
+            ("processor time", f"{share * 100:.3f} %", "1 % of a core"),
+            ("resident memory", f"{resident_mib(process):.1f} MiB", "120 MiB"),
+            ("its own of it", f"{own_mib(process):.1f} MiB", "(the rest is code that programs share)")]
+
+
+def main():
+    program = sys.argv[1] if len(sys.argv) > 1 else str(ROOT / "build/release/programs/nimbry/nimbry")
+    seconds = float(sys.argv[2]) if len(sys.argv) > 2 else 60.0
+    for row in measure(program, seconds):
+        show(*row)
 
 
 if __name__ == "__main__":
