@@ -11,7 +11,7 @@ packages_check=(
     clang-14 libclang-rt-14-dev clang-tidy-14 clang-format-14
     python3 python3-ephem locales faketime libfaketime git iproute2
     openssl vsftpd python3-pyftpdlib python3-aiosmtpd
-    dpkg-dev file strace debootstrap lintian systemd groff-base desktop-file-utils appstream
+    dpkg-dev file strace debootstrap lintian systemd systemd-container groff-base desktop-file-utils appstream
 )
 # What only one of the long parts of check needs.
 packages_cppcheck=(cppcheck)

@@ -162,5 +162,24 @@ class Service(unittest.TestCase):
         self.assertIn(f"RestartPreventExitStatus={told}", lines)
 
 
+class AdapterRules(unittest.TestCase):
+    """The three rules of the udev example, as they are once the "#" is off. packages_test.sh shows them to udev itself."""
+
+    RULES = PACKAGING / "60-weather-station.rules"
+
+    def test_are_of_keys_that_udev_knows(self):
+        rules = [line[1:] for line in self.RULES.read_text().splitlines() if re.match(r"#[A-Z]+[=+{]", line)]
+        self.assertEqual(len(rules), 3)
+        asks = r'(?:SUBSYSTEM|ATTRS\{(?:idVendor|idProduct|serial)\}|ENV\{ID_PATH\})=="[^"]+"'
+        for rule in rules:
+            with self.subTest(rule):
+                self.assertRegex(rule, rf'^SUBSYSTEM=="tty"(?:, {asks})+, SYMLINK\+="weather-station", ENV\{{ID_MM_DEVICE_IGNORE\}}="1"$')
+
+    def test_are_as_the_manual_names_them(self):
+        page = (PACKAGING.parent / "docs" / "connecting.md").read_text()
+        self.assertIn(f"/usr/share/doc/nimbryd/examples/{self.RULES.name}", page)
+        self.assertIn("/dev/weather-station", page)
+
+
 if __name__ == "__main__":
     unittest.main(argv=sys.argv[:1])

@@ -86,7 +86,7 @@ class ServiceCalls(unittest.TestCase):
             shutil.rmtree(folder)
         if cls.trace is None:
             print("strace may not look here")
-            os._exit(77)
+            os._exit(1 if "CI" in os.environ else 77)  # where it has to run, that is a failure
 
     def test_asks_for_no_call_that_is_kept_from_it(self):
         asked = set(re.findall(r"^\d+ +(?:<\.\.\. )?([a-z_0-9]+)(?:\(| resumed)", self.trace, re.M))
