@@ -214,12 +214,9 @@ const std::map<QString, QString> pictures_of_the_manual{
     {"conversion-Text2_6-light", "conversion"},
     {"notice-comms-light", "notice"},
     {"graph-wind-light", "graphs"},
-    {"splash-light", "splash"},
-    {"about-light", "about"},
     {"sensor-light", "sensor"},
     {"comment-light", "comment"},
     {"rain-days-light", "rain-days"},
-    {"help-light", "help"},
     {"additional-light", "additional"},
     {"big-light", "big"},
     {"marquee-light", "marquee"},
@@ -232,8 +229,6 @@ const std::map<QString, QString> pictures_of_the_manual{
     {"internet-3-light", "internet-services"},
     {"internet-4-light", "internet-local"},
     {"internet-5-light", "internet-connection"},
-    {"log-light", "log"},
-    {"sync-light", "sync"},
 };
 
 }  // namespace
