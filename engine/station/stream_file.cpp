@@ -183,7 +183,7 @@ StreamReading read_stream(std::string_view text) {
         while (!text.empty()) {
             ++number;
             std::string_view line = take_line(text, LineEnds::newline);
-            while (line.ends_with('')) line.remove_suffix(1);
+            while (line.ends_with('\r')) line.remove_suffix(1);
             reader.take(line);
         }
         return {reader.finish(), ""};
