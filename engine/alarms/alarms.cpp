@@ -28,13 +28,25 @@ void end_alarm(Copy& copy) {
     if (copy.state.alarms.frmAlarms.chkASound) copy.ports.sounds.play(std::string(alarm_sound));
     MainPanel& panel = copy.state.panel;
     const auto calm = [](Box& box, Colour normal) {
-        if (box.back == colours::alarm_back) box.back = normal;
+        if (in_alarm(box)) box.back = normal;
     };
     for (Box& reading : panel.Text2) {
         calm(reading, &reading == &panel.TxtPeakRain() ? colours::rain_back : colours::reading_back);
     }
     calm(panel.TxtRainToday, colours::rain_back);
     copy.state.menu.mnuHide.enabled = true;
+}
+
+bool in_alarm(const Box& reading) {
+    return reading.back == colours::alarm_back;
+}
+
+std::vector<std::string_view> readings_in_alarm(const MainPanel& panel) {
+    std::vector<std::string_view> captions;
+    for (std::size_t n = 0; n < panel.Text2.size(); ++n)
+        if (in_alarm(panel.Text2[n])) captions.push_back(panel_caption("Text2(" + std::to_string(n) + ")"));
+    if (in_alarm(panel.TxtRainToday)) captions.emplace_back("Rainfall");
+    return captions;
 }
 
 }  // namespace nimbry

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
 #include "engine/core/copy.h"
 
@@ -23,5 +24,12 @@ void accept_alarms(Copy& copy, const AlarmsDialog& values);
 /// colour get back their own; `mnuHide` can be chosen again. A reading that is still in breach turns red with its next
 /// decoding.
 void end_alarm(Copy& copy);
+
+/// True for a reading in the colour of an alarm.
+[[nodiscard]] bool in_alarm(const Box& reading);
+
+/// The captions of the readings in that colour, in the order of the boxes: "Outdoor Temp.", "Peak Rain Rate" ...; the
+/// rain of the day, whose caption is a time, is "Rainfall".
+[[nodiscard]] std::vector<std::string_view> readings_in_alarm(const MainPanel& panel);
 
 }  // namespace nimbry

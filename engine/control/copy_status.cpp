@@ -4,13 +4,16 @@
 #include <string_view>
 #include <utility>
 
+#include "engine/alarms/alarms.h"
 #include "engine/control/json_text.h"
 #include "engine/core/main_settings.h"
 #include "engine/core/serial_port.h"
 #include "engine/core/version.h"
 #include "engine/derived/code_page.h"
 #include "engine/derived/dates.h"
+#include "engine/publish/local_save.h"
 #include "engine/publish/next_runs.h"
+#include "engine/reports/page_names.h"
 
 namespace nimbry {
 
@@ -27,9 +30,10 @@ std::string folder_of(const Files& files) {
     return utf8_name(folder);
 }
 
-std::string joined(const std::vector<std::string>& names) {
+template <class Name>
+std::string joined(const std::vector<Name>& names) {
     std::string list;
-    for (const std::string& name : names) list += (list.empty() ? "" : ", ") + name;
+    for (const Name& name : names) list.append(list.empty() ? "" : ", ").append(name);
     return list;
 }
 
@@ -56,6 +60,18 @@ void add_upload(std::vector<StatusField>& fields, const std::string& kind, const
     fields.push_back({name + ".last_result", {}});
     if (last.end) fields.back().value = utf8_text(last.result);
     fields.push_back(time_field(name + ".next_due", next));
+}
+
+/// What would keep pages from going out without a word.
+void add_pages(std::vector<StatusField>& fields, const Copy& copy) {
+    const InternetDialog& settings = copy.state.publish.NimbryFTPSetup;
+    fields.push_back({"pages.name", {}});
+    if (const auto name = remote_page(settings.FTPRemoteFile, 0)) fields.back().value = utf8_name(*name);
+    fields.push_back({"pages.local_folder", {}});
+    fields.push_back({"pages.local_folder_found", {}});
+    if (!settings.chkLocal) return;
+    fields[fields.size() - 2].value = utf8_name(settings.txtLocalPath);
+    fields.back().value = local_folder_found(copy);
 }
 
 /// A server's clients and whoever fetches files from it; a client's server.
@@ -122,6 +138,8 @@ std::vector<StatusField> copy_status(const Copy& copy) {
     };
     if (state.readings.dtvar) fields[4].value = stamp_text(*state.readings.dtvar);
     if (!state.settings.fromnet) fields[5].value = utf8_name(device_of_this_run(state));
+    fields.push_back({"alarms.active", {}});
+    if (const auto names = readings_in_alarm(state.panel); !names.empty()) fields.back().value = joined(names);
     add_counters(fields, state.comm.counters);
     const PublishState& publish = state.publish;
     const NextRuns next = next_runs(copy);
@@ -129,6 +147,7 @@ std::vector<StatusField> copy_status(const Copy& copy) {
     add_upload(fields, "mail", publish.last_mail, next.mail);
     add_upload(fields, "weather", publish.last_weather, next.weather);
     add_upload(fields, "aprs", publish.last_aprs, next.aprs);
+    add_pages(fields, copy);
     add_network(fields, state);
     fields.push_back({"waiting_for", {}});
     if (!state.run.waits.empty()) fields.back().value = utf8_name(joined(state.run.waits));

@@ -21,9 +21,13 @@ struct StatusField {
 ///   version, folder, role ("server", "client", or "alone" for a copy with both roles off), fullystarted,
 ///   station_time ("DD MMM YYYY HH:MM:SS"),
 ///   serial.device (unknown in a client), serial.open,
+///   alarms.active (the captions of the readings in alarm; unknown: none),
 ///   frames.trains, .lone, .bad_checksum, .wrong_length, .unknown_tag, .before_first_train, .bytes_thrown_away,
 ///   uploads.ftp, .mail, .weather, .aprs: each .last_end (the computer's time), .last_result ("ok", or why it failed),
 ///   .next_due (the computer's time; of a mail the station's),
+///   pages.name (what the first page is called outside; unknown: `FTPRemoteFile` has no dot, and no page goes out),
+///   pages.local_folder (unknown: the local save is off), pages.local_folder_found (nothing is put there while it is
+///   not),
 ///   network.peers (a server's address list; in a client who sent the last group), network.last_datagram (the
 ///   computer's time), sync.running, .peer (unknown: none), .last_end, .last_result, waiting_for (the files and flags
 ///   that are waited for without a limit, oldest first; unknown: none)

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/alarms/alarms.h"
 #include "engine/derived/code_page.h"
 #include "engine/derived/number_text.h"
 #include "engine/displays/box_list.h"
@@ -65,9 +66,14 @@ std::string caption_in_layout(const MainPanel& panel, PanelLayout layout, std::s
 
 using Boxes = std::vector<NamedConstBox>;
 
-// An hour without wind has the bare number in its box; between readings with units it looks like a fault.
-std::string with_unit_of_zero(std::string_view name, std::string text, const Units& units) {
+constexpr std::string_view alarm_mark = "(!)";
+
+std::string reading_text(const Boxes& boxes, std::string_view name, const Units& units) {
+    const Box* const box = find_box(boxes, name);
+    std::string text = text_of(boxes, name);
+    // An hour without wind has the bare number in its box; between readings with units it looks like a fault.
     if (name == "TxtWindGLH" && text == "0") text += " " + units.wind_text;
+    if (box != nullptr && in_alarm(*box)) text.append(" ").append(alarm_mark);
     return text;
 }
 
@@ -95,10 +101,11 @@ Rows head_rows(const MainPanel& panel) {
     return {{trimmed(panel.TxtTime.text + "  " + panel.TxtDate.text), panel.lblStatus.text, battery}};
 }
 
-/// What is wrong with the line, or an empty one.
+/// What is wrong with the serial port, else what the mark of an alarm says, else an empty line.
 std::string trouble_line(const WeatherState& state) {
     const std::string& trouble = state.comm.PortTrouble;
-    return trouble.empty() ? "\n" : " " + utf8_text(trouble) + "\n";
+    if (!trouble.empty()) return " " + utf8_text(trouble) + "\n";
+    return readings_in_alarm(state.panel).empty() ? "\n" : " " + std::string(alarm_mark) + " in alarm\n";
 }
 
 Rows present_rows(const WeatherState& state, const Boxes& boxes, PanelLayout layout) {
@@ -107,7 +114,7 @@ Rows present_rows(const WeatherState& state, const Boxes& boxes, PanelLayout lay
         rows.emplace_back();
         for (const std::string_view name : names) {
             rows.back().push_back(caption_in_layout(state.panel, layout, name));
-            rows.back().push_back(with_unit_of_zero(name, text_of(boxes, name), state.units));
+            rows.back().push_back(reading_text(boxes, name, state.units));
         }
     }
     return rows;

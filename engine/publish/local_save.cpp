@@ -18,6 +18,13 @@ std::string local_twin(const PublishState& publish, std::string_view name) {
     return publish.NimbryFTPSetup.chkLocal ? local_path(publish, name) : std::string();
 }
 
+bool local_folder_found(const Copy& copy) {
+    std::string none;
+    std::string folder = local_path(copy.state.publish, "");
+    if (folder.size() > 1) folder.pop_back();
+    return !folder.empty() && copy.ports.files.read(folder, none, 0) == FileResult::not_a_file;
+}
+
 void copy_to_local(Copy& copy, std::string_view name) {
     const std::string twin = local_twin(copy.state.publish, name);
     const std::string source(name);

@@ -22,13 +22,14 @@ TEST_F(CopyStatusTest, BeforeTheFirstTrainTheStationTimeIsUnknown) {
     EXPECT_EQ(status_json(copy_status(world.copy())),
               R"({"version":"2.02","folder":")" + world.files.path("").substr(0, world.files.path("").size() - 1) +
                   R"(","role":"alone","fullystarted":false,"station_time":null,)"
-                  R"("serial":{"device":"/dev/ttyUSB7","open":true},)"
+                  R"("serial":{"device":"/dev/ttyUSB7","open":true},"alarms":{"active":null},)"
                   R"("frames":{"trains":0,"lone":0,"bad_checksum":0,"wrong_length":0,"unknown_tag":0,)"
                   R"("before_first_train":0,"bytes_thrown_away":0},)"
                   R"("uploads":{"ftp":{"last_end":null,"last_result":null,"next_due":null},)"
                   R"("mail":{"last_end":null,"last_result":null,"next_due":null},)"
                   R"("weather":{"last_end":null,"last_result":null,"next_due":null},)"
                   R"("aprs":{"last_end":null,"last_result":null,"next_due":null}},)"
+                  R"("pages":{"name":null,"local_folder":null,"local_folder_found":null},)"
                   R"("network":{"peers":null,"last_datagram":null},)"
                   R"("sync":{"running":false,"peer":null,"last_end":null,"last_result":null},"waiting_for":null})"
                   "\n");
@@ -87,6 +88,52 @@ TEST_F(CopyStatusTest, TheDeviceIsTheChosenPortsUnlessOneWasGivenAndAClientHasNo
     world.state().settings.fromnet = true;
     EXPECT_TRUE(tells("serial.device\t"));
     EXPECT_TRUE(tells("serial.open\tfalse"));
+}
+
+TEST_F(CopyStatusTest, TheReadingsInAlarmAreNamedWhileTheyAre) {
+    world.start();
+    EXPECT_TRUE(tells("alarms.active\t"));
+    AlarmsDialog& dialog = world.state().alarms.frmAlarms;
+    dialog.chkAOuTempHi = dialog.chkARainAm = true;
+    dialog.ATempHi = 20;
+    dialog.ARainAm = -1;
+    StationReadings hot;
+    hot.temperature.outdoor = 20.1;
+    world.send_trains(2, hot);
+    EXPECT_TRUE(tells("alarms.active\tOutdoor Temp., Rainfall")) << lines();
+    // TimAlarm gives the boxes their own colour back.
+    world.run_for(std::chrono::seconds{30});
+    EXPECT_TRUE(tells("alarms.active\t")) << lines();
+}
+
+TEST_F(CopyStatusTest, WhatKeepsPagesFromGoingOutWithoutAWordIsTold) {
+    struct Case {
+        const char* what;
+        const char* remote_file;
+        bool local_save;
+        const char* folder;
+        const char* name;
+        const char* local_folder;
+        const char* found;
+    };
+    world.files.add_folder("/srv/www");
+    for (const Case& c :
+         {Case{"a new copy", "", false, "C:\\", "", "", ""},
+          Case{"a name without a dot", "weather", false, "", "", "", ""},
+          Case{"all is well", "index.html", true, "/srv/www", "index.html", "/srv/www", "true"},
+          Case{"a separator at the end", " index.html ", true, "/srv/www/", "index.html", "/srv/www/", "true"},
+          Case{"the local save switched on, with the folder as it was", "a.b", true, "C:\\", "a.b", "C:\\", "false"},
+          Case{"a folder that is away", "a.b", true, "/mnt/n\xE4s", "a.b", "/mnt/näs", "false"},
+          Case{"none is named", "a.b", true, "", "a.b", "", "false"}}) {
+        SCOPED_TRACE(c.what);
+        InternetDialog& settings = world.state().publish.NimbryFTPSetup;
+        settings.FTPRemoteFile = c.remote_file;
+        settings.chkLocal = c.local_save;
+        settings.txtLocalPath = c.folder;
+        EXPECT_TRUE(tells(std::string("pages.name\t") + c.name)) << lines();
+        EXPECT_TRUE(tells(std::string("pages.local_folder\t") + c.local_folder)) << lines();
+        EXPECT_TRUE(tells(std::string("pages.local_folder_found\t") + c.found)) << lines();
+    }
 }
 
 TEST(StatusTextTest, FieldsWithPointsStandInObjectsAndUnknownOnesAreNull) {

@@ -100,6 +100,24 @@ TEST_F(PanelTableTest, ThePortsTroubleStandsBelowTheHead) {
     }
 }
 
+TEST_F(PanelTableTest, AReadingInAlarmIsMarkedWithoutAColour) {
+    state.panel.TxtRainToday.text = " 26 mm";
+    state.panel.Text2[4].text = " 1031 mB";
+    for (const PanelLayout layout : {PanelLayout::wide, PanelLayout::narrow}) {
+        EXPECT_EQ(panel_table(state, layout).find("(!)"), std::string::npos);
+        const MainPanel calm = state.panel;
+        state.panel.TxtRainToday.back = state.panel.Text2[4].back = colours::alarm_back;
+        EXPECT_EQ(lines(layout)[1], " (!) in alarm");
+        EXPECT_NE(lines(layout)[9].find("1031 mB (!)  "), std::string::npos) << lines(layout)[9];
+        EXPECT_TRUE(lines(layout)[9].ends_with("26 mm (!)")) << lines(layout)[9];
+        EXPECT_EQ(lines(layout)[2].find("(!)"), std::string::npos) << "the others are not";
+        state.comm.PortTrouble = "Serial port lost (/dev/pts/7)";
+        EXPECT_EQ(lines(layout)[1], " Serial port lost (/dev/pts/7)") << "what is wrong with the port comes first";
+        state.comm.PortTrouble.clear();
+        state.panel = calm;
+    }
+}
+
 TEST_F(PanelTableTest, AnHourWithoutWindHasItsUnit) {
     state.units = units_from(state.settings);
     state.panel.TxtWindGLH.text = "0 ";
@@ -132,6 +150,13 @@ TEST_F(PanelTableTest, TheNarrowLayoutFitsAnOrdinaryTerminalWithTheLongestTexts)
     panel.TxtYTempMax.text = "- No data available yet -";
     panel.TxtWindHiG.text = " 125.3 km/h, 359\xB0 at 14:41 on 05 Nov";
     for (const std::string& line : lines(PanelLayout::narrow)) EXPECT_LE(columns(line), 80U) << line;
+    {
+        const MainPanel calm = panel;
+        for (Box& box : panel.Text2) box.back = colours::alarm_back;
+        panel.TxtRainToday.back = colours::alarm_back;
+        for (const std::string& line : lines(PanelLayout::narrow)) EXPECT_LE(columns(line), 80U) << line;
+        panel = calm;
+    }
     // The present and both days stand in the first 22 lines; what the station remembers is behind them.
     EXPECT_EQ(lines(PanelLayout::narrow)[10],
               " Barometer Trend                  Rain 24 Hours to Midnight   393.66 In.");
