@@ -1,11 +1,13 @@
 #include "windows/help_window.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QDir>
 #include <QFile>
 #include <QHBoxLayout>
 #include <QImage>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QSplitter>
 #include <QTextBlock>
@@ -64,6 +66,34 @@ QString plain_text(const HelpPage& page) {
     QTextDocument document;
     document.setMarkdown(page_source(page));
     return document.toPlainText();
+}
+
+/// What a link calls a heading: "The serial port" is "the-serial-port".
+QString heading_name(const QString& heading) {
+    QString name;
+    for (const QChar letter : heading.toLower()) {
+        if (letter == u' ') name.append(u'-');
+        if (letter.isLetterOrNumber() || letter == u'-' || letter == u'_') name.append(letter);
+    }
+    return name;
+}
+
+/// The headings of a page, in their order.
+std::vector<QTextBlock> headings_of(const QTextDocument& document) {
+    std::vector<QTextBlock> headings;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
+        if (block.blockFormat().headingLevel() > 0) headings.push_back(block);
+    return headings;
+}
+
+/// Gives the headings in a page's HTML their names, for links to lead to.
+void name_headings(QString& html, const QTextDocument& document) {
+    qsizetype at = 0;
+    for (const QTextBlock& heading : headings_of(document)) {
+        const QString mark = QStringLiteral("<h%1").arg(heading.blockFormat().headingLevel());
+        at = html.indexOf(mark, at) + mark.size();
+        html.insert(at, QStringLiteral(" id=\"%1\"").arg(heading_name(heading.text())));
+    }
 }
 
 /// Tables with room in their cells and one quiet line between them.
@@ -139,6 +169,7 @@ QString page_as_html(const HelpPage& page) {
     QTextDocument document;
     document.setMarkdown(page_source(page));
     QString html = document.toHtml();
+    name_headings(html, document);
     QStringList links;
     for (const HelpPage& each : pages) {
         html.replace(QStringLiteral("href=\"%1").arg(file_of(each)), QStringLiteral("href=\"%1").arg(html_name(each)));
@@ -213,10 +244,22 @@ QWidget* HelpWindow::search_row() {
     return bar;
 }
 
-void HelpWindow::show_page(const QString& file) {
-    const QString name = file.section(u'#', 0, 0);
-    for (int row = 0; row < pages_.count(); ++row)
-        if (file_of(pages[static_cast<std::size_t>(row)]) == name) pages_.setCurrentRow(row);
+void HelpWindow::show_page(const QString& link) {
+    const QString file = link.section(u'#', 0, 0), heading = link.section(u'#', 1);
+    for (int row = 0; row < pages_.count(); ++row) {
+        if (file_of(pages[static_cast<std::size_t>(row)]) != file) continue;
+        pages_.setCurrentRow(row);
+        show_heading(heading);
+    }
+}
+
+void HelpWindow::show_heading(const QString& name) {
+    const std::vector<QTextBlock> headings = headings_of(*page_.document());
+    const auto found = std::find_if(headings.begin(), headings.end(),
+                                    [&](const QTextBlock& heading) { return heading_name(heading.text()) == name; });
+    if (found == headings.end()) return;
+    page_.setTextCursor(QTextCursor(*found));
+    page_.verticalScrollBar()->setValue(qRound(page_.document()->documentLayout()->blockBoundingRect(*found).top()));
 }
 
 void HelpWindow::show_row(int row) {

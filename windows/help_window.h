@@ -29,7 +29,8 @@ inline constexpr const char* help_file = "NIMBRY.HLP";
 /// A page as it stands in docs/, UTF-8.
 [[nodiscard]] QString page_source(const HelpPage& page);
 
-/// A page as HTML for a browser: with a link to each of the others on top, its links leading to files of this kind.
+/// A page as HTML for a browser: with a link to each of the others on top, its links leading to files of this kind,
+/// and the headings named as links name them.
 [[nodiscard]] QString page_as_html(const HelpPage& page);
 
 /// The program's manual (`NimbryHelp`): the list of its pages, the page, and a line that searches all of them. What is
@@ -41,8 +42,9 @@ class HelpWindow : public QWidget {
 public:
     explicit HelpWindow(QWidget* parent = nullptr);
 
-    /// Shows a page; its file's name may have a "#..." behind it. A name that is none of the manual's changes nothing.
-    void show_page(const QString& file);
+    /// Shows a page, or with "#..." behind its file's name the place of that heading: "messages.md#the-sensors". A file
+    /// that is none of the manual's changes nothing, and a page without such a heading begins at its top.
+    void show_page(const QString& link);
 
     /// The pages as HTML files, written when they are first asked for and gone with the window: the path of the one
     /// that is showing, or an empty text where they could not be written.
@@ -58,6 +60,7 @@ protected:
 private:
     [[nodiscard]] QWidget* search_row();
     void show_row(int row);
+    void show_heading(const QString& name);
     void search();
     void find_next();
     void mark_places();

@@ -237,12 +237,28 @@ class Messages(unittest.TestCase):
         self.assertEqual(missing, [])
 
 
+def links_of(page):
+    """The files that a page leads to."""
+    return [(page.parent / target).resolve() for target in re.findall(r"\]\(([^)#:]+)(?:#[^)]*)?\)", page.read_text())]
+
+
 class Links(unittest.TestCase):
     def test_lead_somewhere(self):
         for page in PAGES:
-            for target in re.findall(r"\]\(([^)#:]+)(?:#[^)]*)?\)", page.read_text()):
+            for target in links_of(page):
                 with self.subTest(page=page.name, link=target):
-                    self.assertTrue((page.parent / target).exists())
+                    self.assertTrue(target.exists())
+
+    def test_of_the_index_lead_to_every_page(self):
+        index = SOURCES / "docs" / "README.md"
+        pages = set((SOURCES / "docs").rglob("*.md")) - {index}
+        self.assertEqual(sorted(pages - set(links_of(index))), [])
+
+    def test_of_the_manual_lead_to_every_page_of_it(self):
+        manual = re.findall(r"<file>(\w\S*\.md)</file>", (SOURCES / "docs" / "manual.qrc").read_text())
+        manual = [SOURCES / "docs" / name for name in manual]
+        linked = {target for page in manual for target in links_of(page)}
+        self.assertEqual([page.name for page in manual if page not in linked | {SOURCES / "docs" / "first-steps.md"}], [])
 
 
 class Pictures(unittest.TestCase):

@@ -9,6 +9,7 @@
 #include <QImage>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QSet>
 #include <QTest>
 #include <QTextBlock>
@@ -81,6 +82,32 @@ TEST_F(Help, LeadsWithEveryLinkToAPageOfItsOwn) {
     EXPECT_EQ(title(), "The tags of the templates");
     emit page()->anchorClicked(QUrl(QStringLiteral("formats/ini.md")));
     EXPECT_EQ(title(), "The tags of the templates") << "a page that is not in the manual leaves it where it is";
+}
+
+TEST_F(Help, LeadsToTheHeadingThatALinkNames) {
+    const QRegularExpression link(QStringLiteral("\\]\\(([^)#]+#[^)]+)\\)"));
+    int links = 0;
+    for (const HelpPage& each : help_pages()) {
+        for (auto found = link.globalMatch(page_source(each)); found.hasNext(); ++links) {
+            const QString target = found.next().captured(1);
+            SCOPED_TRACE(each.file + (" leads to " + target.toStdString()));
+            emit page()->anchorClicked(QUrl(target));
+            QApplication::processEvents();
+            const QString words = page()->textCursor().block().text().toLower().replace(u' ', u'-');
+            EXPECT_EQ(words, target.section(u'#', 1));
+            EXPECT_GT(page()->textCursor().block().blockFormat().headingLevel(), 0);
+            // On top of the view, or as far up as the end of the page allows.
+            const QScrollBar* bar = page()->verticalScrollBar();
+            EXPECT_GT(bar->value(), 0);
+            EXPECT_TRUE(page()->cursorRect().top() < 30 || bar->value() == bar->maximum());
+            EXPECT_GE(page()->cursorRect().top(), 0);
+        }
+    }
+    EXPECT_GE(links, 3);
+    emit page()->anchorClicked(QUrl(QStringLiteral("messages.md#no-such-heading")));
+    EXPECT_EQ(title(), "What messages mean");
+    emit page()->anchorClicked(QUrl(QStringLiteral("tags.md#no-such-heading")));
+    EXPECT_EQ(page()->textCursor().position(), 0) << "a page without that heading begins at its top";
 }
 
 TEST_F(Help, ShowsThePicturesOfItsPagesNoWiderThanThePage) {
@@ -173,6 +200,7 @@ TEST_F(Help, IsReadableWithABrowser) {
     const QDir folder = QFileInfo(asked[0]).dir();
     EXPECT_EQ(folder.entryList({"*.html"}).size(), list()->count());
     const QRegularExpression link(QStringLiteral("href=\"([^\"#:]+\\.html)"));
+    int places = 0;
     for (const QString& name : folder.entryList({"*.html"})) {
         QFile file(folder.filePath(name));
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
@@ -182,10 +210,20 @@ TEST_F(Help, IsReadableWithABrowser) {
         for (auto found = link.globalMatch(html); found.hasNext(); ++links)
             EXPECT_TRUE(folder.exists(found.next().captured(1))) << name.toStdString();
         EXPECT_GE(links, list()->count()) << "at least one to each page: " << name.toStdString();
+        const QRegularExpression place(QStringLiteral("href=\"([^\"#:]+\\.html)#([^\"]+)"));
+        for (auto found = place.globalMatch(html); found.hasNext(); ++places) {
+            const QRegularExpressionMatch match = found.next();
+            QFile target(folder.filePath(match.captured(1)));
+            ASSERT_TRUE(target.open(QIODevice::ReadOnly));
+            EXPECT_TRUE(QString::fromUtf8(target.readAll())
+                            .contains(QRegularExpression("<h[1-6] id=\"" + match.captured(2) + "\"")))
+                << name.toStdString() << " leads to " << match.captured(0).toStdString();
+        }
         const QRegularExpression picture(QStringLiteral("src=\"([^\"]+)"));
         for (auto found = picture.globalMatch(html); found.hasNext();)
             EXPECT_TRUE(folder.exists(found.next().captured(1))) << name.toStdString();
     }
+    EXPECT_GE(places, 3);
 }
 
 TEST_F(Help, EscapeEndsTheSearchAndThenClosesTheWindow) {
