@@ -1,16 +1,15 @@
 #include "windows/alarms_window.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QFontMetrics>
 #include <QGridLayout>
 #include <QLabel>
-#include <QScrollArea>
 #include <QScrollBar>
 #include <QVBoxLayout>
 #include <utility>
 
 #include "platform/text_bytes.h"
+#include "windows/content_scroll.h"
 #include "windows/screen_room.h"
 #include "windows/setting_bar.h"
 
@@ -43,11 +42,7 @@ AlarmsWindow::AlarmsWindow(const WeatherState& state, std::function<void(const A
     add_rows(*grid);
 
     // On a screen that is too small for all rows they scroll; the buttons stay.
-    auto* scroll = new QScrollArea;
-    scroll_in(*scroll, content);
-    connect(qApp, &QApplication::focusChanged, this, [scroll, content](QWidget*, QWidget* now) {
-        if (now != nullptr && content->isAncestorOf(now)) scroll->ensureWidgetVisible(now);
-    });
+    auto* scroll = new ContentScroll(content);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 12);
     column->addWidget(scroll);

@@ -15,6 +15,8 @@
 
 #include "engine/derived/number_text.h"
 #include "platform/text_bytes.h"
+#include "windows/content_scroll.h"
+#include "windows/screen_room.h"
 #include "windows/setting_bar.h"
 
 namespace nimbry::windows {
@@ -45,13 +47,20 @@ CommsWindow::CommsWindow(const WeatherState& state, Actions actions, QWidget* pa
       actions_(std::move(actions)),
       draft_(comms_dialog(state.settings)),
       minutes_bar_(new SettingBar(least_log_minutes, most_log_minutes, 1)) {
+    auto* content = new QWidget;
+    auto* groups = new QVBoxLayout(content);
+    groups->setContentsMargins(16, 16, 16, 0);
+    groups->setSpacing(12);
+    groups->addWidget(port_group());
+    groups->addWidget(network_group(), 1);
+    groups->addWidget(log_group());
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(16, 16, 16, 12);
+    column->setContentsMargins(0, 0, 0, 12);
     column->setSpacing(12);
-    column->addWidget(port_group());
-    column->addWidget(network_group(), 1);
-    column->addWidget(log_group());
-    column->addLayout(button_row(QStringLiteral("OK")));
+    column->addWidget(new ContentScroll(content));
+    QBoxLayout* buttons = button_row(QStringLiteral("OK"));
+    buttons->setContentsMargins(16, 0, 16, 0);
+    column->addLayout(buttons);
 
     embolden_heads();
     bind(dialog_controls(draft_.values));
@@ -59,6 +68,7 @@ CommsWindow::CommsWindow(const WeatherState& state, Actions actions, QWidget* pa
     connect_role("Check2", &CommsDialog::Check2);
     set_tab_order();
     load();
+    resize(size_on_screen(sizeHint(), *this));
 }
 
 QGroupBox* CommsWindow::port_group() {

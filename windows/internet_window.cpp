@@ -8,8 +8,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QTabBar>
@@ -22,6 +20,7 @@
 #include "engine/derived/number_text.h"
 #include "engine/publish/internet_check.h"
 #include "platform/text_bytes.h"
+#include "windows/content_scroll.h"
 #include "windows/screen_room.h"
 
 namespace nimbry::windows {
@@ -38,21 +37,6 @@ QFormLayout* form_of(QWidget* tab) {
     form->setContentsMargins(16, 16, 16, 16);
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     return form;
-}
-
-/// Scrolls where the screen is too small for its tab, and asks for all of the tab's height where it is not: QScrollArea
-/// alone would never ask for more than 24 lines of text.
-class TabScroll : public QScrollArea {
-public:
-    using QScrollArea::QScrollArea;
-    [[nodiscard]] QSize sizeHint() const override { return widget()->sizeHint().expandedTo(minimumSize()); }
-};
-
-QScrollArea* scrolled(QWidget* tab) {
-    auto* scroll = new TabScroll;
-    scroll_in(*scroll, tab);
-    scroll->setMinimumWidth(tab->sizeHint().width() + scroll->verticalScrollBar()->sizeHint().width());
-    return scroll;
 }
 
 /// True for a control that this window binds itself: it is no line of text.
@@ -77,7 +61,7 @@ InternetWindow::InternetWindow(const WeatherState& state, Actions actions, QWidg
     for (const auto& [tab, caption] :
          {std::pair(ftp_tab(), "&FTP"), std::pair(mail_tab(), "&Email"), std::pair(services_tab(), "&Weather services"),
           std::pair(local_tab(), "&Local save"), std::pair(connection_tab(), "&Connection")}) {
-        tabs_->addTab(scrolled(tab), words(caption));
+        tabs_->addTab(new ContentScroll(tab), words(caption));
     }
 
     auto* column = new QVBoxLayout(this);
@@ -345,7 +329,7 @@ bool InternetWindow::acceptable() {
     if (!refusal) return true;
     if (auto* field = findChild<QWidget*>(platform::unicode(refusal->control)); field != nullptr) {
         for (int n = 0; n < tabs_->count(); ++n) {
-            auto* scroll = static_cast<QScrollArea*>(tabs_->widget(n));
+            auto* scroll = static_cast<ContentScroll*>(tabs_->widget(n));
             if (!scroll->isAncestorOf(field)) continue;
             tabs_->setCurrentIndex(n);
             scroll->ensureWidgetVisible(field);

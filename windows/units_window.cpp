@@ -9,6 +9,8 @@
 #include <utility>
 
 #include "platform/text_bytes.h"
+#include "windows/content_scroll.h"
+#include "windows/screen_room.h"
 
 namespace nimbry::windows {
 namespace {
@@ -40,7 +42,9 @@ UnitsWindow::UnitsWindow(const WeatherState& state, Actions actions, QWidget* pa
       state_(state),
       actions_(std::move(actions)),
       draft_(units_dialog(state.settings)) {
-    auto* grid = new QGridLayout;
+    auto* content = new QWidget;
+    auto* grid = new QGridLayout(content);
+    grid->setContentsMargins(16, 16, 16, 0);
     grid->setSpacing(12);
     grid->addWidget(option_group("Temperature", {{"optTempC", "Degrees &C"}, {"optTempF", "Degrees &F"}}), 0, 0);
     grid->addWidget(
@@ -61,10 +65,11 @@ UnitsWindow::UnitsWindow(const WeatherState& state, Actions actions, QWidget* pa
     grid->addWidget(chill, 4, 0, 1, 2);
 
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(16, 16, 16, 12);
-    column->addLayout(grid);
-    column->addStretch();
-    column->addLayout(button_row(QStringLiteral("Done")));
+    column->setContentsMargins(0, 0, 0, 12);
+    column->addWidget(new ContentScroll(content));
+    QBoxLayout* buttons = button_row(QStringLiteral("Done"));
+    buttons->setContentsMargins(16, 0, 16, 0);
+    column->addLayout(buttons);
 
     embolden_heads();
     // A click on a rollover option is asked about before it is one.
@@ -72,6 +77,7 @@ UnitsWindow::UnitsWindow(const WeatherState& state, Actions actions, QWidget* pa
     std::erase_if(controls, [](const DialogControl& c) { return c.name == "OptFirst" || c.name == "OptLast"; });
     bind(controls);
     load();
+    resize(size_on_screen(sizeHint(), *this));
 }
 
 QGroupBox* UnitsWindow::changeover_group() {
