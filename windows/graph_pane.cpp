@@ -6,6 +6,8 @@
 #include <QKeyEvent>
 #include <QPaintEngine>
 #include <QPainter>
+#include <QPainterPath>
+#include <QtMath>
 #include <algorithm>
 #include <cmath>
 
@@ -47,15 +49,20 @@ constexpr qsizetype segments_a_stroke = 16;
 /// Paints a series in short strokes, its dash going on from one to the next.
 void draw_series(QPainter& painter, QPen pen, const QPolygonF& points) {
     const bool dashed = pen.style() != Qt::SolidLine;
-    // Where a solid stroke ends in a corner, a round end fills it.
-    if (!dashed) pen.setCapStyle(Qt::RoundCap);
+    // A solid stroke begins with the last segment of the one before, so that the corner between them is a joint:
+    // cheaper than the round ends that would fill it.
+    const qsizetype shared = dashed ? 0 : 1;
+    painter.setPen(pen);
     double length = 0;
     for (qsizetype from = 0; from + 1 < points.size(); from += segments_a_stroke) {
+        const qsizetype first = std::max<qsizetype>(from - shared, 0);
         const qsizetype last = std::min(from + segments_a_stroke, points.size() - 1);
-        if (dashed) pen.setDashOffset(length / pen.widthF());
-        painter.setPen(pen);
-        painter.drawPolyline(points.constData() + from, static_cast<int>(last - from + 1));
-        for (qsizetype n = from; n < last; ++n) length += QLineF(points[n], points[n + 1]).length();
+        if (dashed) {
+            pen.setDashOffset(length / pen.widthF());
+            painter.setPen(pen);
+            for (qsizetype n = from; n < last; ++n) length += QLineF(points[n], points[n + 1]).length();
+        }
+        painter.drawPolyline(points.constData() + first, static_cast<int>(last - first + 1));
     }
 }
 
@@ -132,6 +139,8 @@ GraphPane::GraphPane(int pane, const GraphState& graphs, const GraphActions& act
     setCursor(is_main() ? Qt::CrossCursor : Qt::PointingHandCursor);
     setMouseTracking(is_main());
     if (is_main()) setFocusPolicy(Qt::ClickFocus);
+    // It paints its corners itself: what lies below need not be painted first.
+    setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
 QSize GraphPane::minimumSizeHint() const {
@@ -151,7 +160,7 @@ void GraphPane::show_box(const Box& box) {
 
 void GraphPane::show_drawing() {
     setAccessibleName(QString::fromLatin1(graph_words(drawing().kind).data()));
-    picture_ = {};
+    is_drawn_ = false;
     update();
 }
 
@@ -164,19 +173,25 @@ GraphLayout GraphPane::graph_layout() const {
 }
 
 void GraphPane::draw_picture(qreal ratio) {
-    picture_ = QPixmap(size() * ratio);
-    picture_.setDevicePixelRatio(ratio);
-    picture_.fill(Qt::transparent);
+    // A picture of the size is painted over: to ask for the memory of another one costs as much as a series.
+    const QSize pixels(qCeil(width() * ratio), qCeil(height() * ratio));
+    if (picture_.size() != pixels || !qFuzzyCompare(picture_.devicePixelRatio(), ratio)) {
+        picture_ = QPixmap(pixels);
+        picture_.setDevicePixelRatio(ratio);
+    }
+    picture_.fill(exact_colour(graph_ground));
     QPainter painter(&picture_);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(exact_colour(graph_ground));
-    painter.drawRoundedRect(rect(), 4, 4);
+    QPainterPath corners;
+    corners.addRect(rect());
+    corners.addRoundedRect(rect(), 4, 4);
+    painter.fillPath(corners, panel_back(palette()));
 
     const GraphLayout layout = graph_layout();
     for (const GraphLine& line : drawing().lines) draw_line(painter, layout, line);
     for (const GraphDots& dots : drawing().dots) draw_dots(painter, layout, dots, is_main() ? dot_radius : 0.9);
     draw_labels(painter, layout, label_font(font()));
+    is_drawn_ = true;
 }
 
 // A line through the row that is read off, a ring around each value, and what it says, out of the marker's way.
@@ -215,21 +230,21 @@ void GraphPane::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     // Of what is really painted on: the screen's, or that of a picture of the window.
     const qreal ratio = painter.paintEngine()->paintDevice()->devicePixelRatioF();
-    if (picture_.isNull() || !qFuzzyCompare(picture_.devicePixelRatio(), ratio)) draw_picture(ratio);
+    if (!is_drawn_ || !qFuzzyCompare(picture_.devicePixelRatio(), ratio)) draw_picture(ratio);
     painter.drawPixmap(0, 0, picture_);
     if (is_main() && graphs_.marker) draw_marker(painter);
     if (hasFocus() || (!is_main() && underMouse())) draw_focus_ring(painter, *this);
 }
 
 void GraphPane::resizeEvent(QResizeEvent* event) {
-    picture_ = {};
+    is_drawn_ = false;
     if (is_main()) tell(actions_.redraw);
     QWidget::resizeEvent(event);
 }
 
 void GraphPane::changeEvent(QEvent* event) {
     if (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange) {
-        picture_ = {};
+        is_drawn_ = false;
         update();
         if (is_main()) tell(actions_.redraw);
     }

@@ -65,7 +65,8 @@ private:
     int pane_;
     const GraphState& graphs_;
     const GraphActions& actions_;
-    QPixmap picture_;  // null: to be drawn
+    QPixmap picture_;
+    bool is_drawn_ = false;  // the picture shows the drawing, in this size and these colours
     bool pressed_ = false;
 };
 

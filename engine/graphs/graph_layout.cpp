@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 
 namespace nimbry {
 namespace {
@@ -42,6 +43,30 @@ int smallest_step(const Steps& steps, const std::vector<PlacedLabel>& all, Graph
     return fits == steps.end() ? static_cast<int>(std::max<std::size_t>(all.size(), 1)) : *fits;
 }
 
+/// Leaves out the points of a line to the right that lie where it would pass without them, as far as anybody can see.
+std::vector<PixelPoint> without_straight_ones(const std::vector<PixelPoint>& points) {
+    constexpr double unseen = 0.1;  // pixels up or down
+    constexpr double any = std::numeric_limits<double>::infinity();
+    if (points.size() < 3) return points;
+    std::vector<PixelPoint> kept{points.front()};
+    const auto slope_to = [&kept](PixelPoint at, double off) {
+        return (at.y + off - kept.back().y) / (at.x - kept.back().x);
+    };
+    // The slopes of those lines from the last kept point that pass all points behind it.
+    double least = -any, most = any;
+    for (std::size_t n = 1; n + 1 < points.size(); ++n) {
+        least = std::max(least, slope_to(points[n], -unseen));
+        most = std::min(most, slope_to(points[n], unseen));
+        const double next = slope_to(points[n + 1], 0);
+        if (next >= least && next <= most) continue;
+        kept.push_back(points[n]);
+        least = -any;
+        most = any;
+    }
+    kept.push_back(points.back());
+    return kept;
+}
+
 }  // namespace
 
 GraphLayout::GraphLayout(const GraphDrawing& drawing, double width, double height, const LetterSize& letters)
@@ -77,7 +102,7 @@ std::vector<PixelPoint> GraphLayout::path(const std::vector<TwipPoint>& points) 
         kept.push_back(pixel(points[std::min(highest, lowest)]));
         if (highest != lowest) kept.push_back(pixel(points[std::max(highest, lowest)]));
     }
-    return kept;
+    return without_straight_ones(kept);
 }
 
 std::vector<PixelPoint> GraphLayout::spots(const std::vector<TwipPoint>& points) const {

@@ -40,7 +40,8 @@ public:
     [[nodiscard]] double twips_of(double pixel) const { return plot_.left + (pixel - left_) / scale_x_; }
 
     /// A line in pixels. Of the points in one column of pixels only the highest and the lowest are there, in their
-    /// order: the others would be painted over, and a day has more minutes than most panes have columns.
+    /// order: the others would be painted over, and a day has more minutes than most panes have columns. Nor is a point
+    /// there that the line passes within a tenth of a pixel without it: each costs as much to paint as a corner.
     [[nodiscard]] std::vector<PixelPoint> path(const std::vector<TwipPoint>& points) const;
     /// Points in pixels, without those that lie on the one before, within half a pixel.
     [[nodiscard]] std::vector<PixelPoint> spots(const std::vector<TwipPoint>& points) const;

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
+#include <vector>
 
 #include "engine/core/weather_state.h"
 #include "engine/graphs/graph_scales.h"
@@ -147,6 +149,42 @@ TEST(GraphLayout, ALineOfFewPointsKeepsThemAll) {
 TEST(GraphLayout, AFullDayInASmallPaneIsNoMoreThanTwoPointsAColumn) {
     const GraphLayout layout = small_pane();
     for (const GraphLine& line : day(GraphKind::wind, false).lines) EXPECT_LE(layout.path(line.points).size(), 202U);
+}
+
+TEST(GraphLayout, a_straight_line_of_many_points_is_one_of_its_ends) {
+    const GraphLayout layout = small_pane();
+    std::vector<TwipPoint> rising, level;
+    for (int n = 0; n < 400; ++n) {
+        rising.push_back({300 + 3.0F * static_cast<float>(n), 550 - static_cast<float>(n)});
+        level.push_back({300 + 3.0F * static_cast<float>(n), 400});
+    }
+    for (const std::vector<TwipPoint>& points : {rising, level}) {
+        const auto path = layout.path(points);
+        ASSERT_EQ(path.size(), 2U);
+        EXPECT_DOUBLE_EQ(path[1].x, layout.x(1497));
+    }
+}
+
+TEST(GraphLayout, a_line_passes_every_point_that_it_leaves_out_within_a_tenth_of_a_pixel) {
+    const GraphLayout layout = small_pane();
+    // Half a wave and a flat stretch: one point a column, 12.6 twips apart.
+    std::vector<TwipPoint> points;
+    for (int n = 0; n < 100; ++n) {
+        const double y = n < 60 ? 350 + 150 * std::sin(0.1 * n) : 308;
+        points.push_back({306 + 12.6F * static_cast<float>(n), static_cast<float>(y)});
+    }
+    const auto path = layout.path(points);
+    EXPECT_LT(path.size(), 40U);
+    std::size_t end = 1;
+    for (const TwipPoint at : points) {
+        const double x = layout.x(static_cast<double>(at.x)), y = layout.y(static_cast<double>(at.y));
+        while (end + 1 < path.size() && path[end].x < x) ++end;
+        const PixelPoint from = path[end - 1], to = path[end];
+        EXPECT_NEAR(from.y + (to.y - from.y) * (x - from.x) / (to.x - from.x), y, 0.1 + 1e-9) << x;
+    }
+    // Three points in three columns: the middle one 0.09 and 0.11 pixels, of 12.6 twips, off the line.
+    EXPECT_EQ(layout.path({{306, 400}, {319, 400 + 0.09F * 8.33F}, {332, 400}}).size(), 2U);
+    EXPECT_EQ(layout.path({{306, 400}, {319, 400 + 0.11F * 8.34F}, {332, 400}}).size(), 3U);
 }
 
 TEST(GraphLayout, DotsThatLieOnEachOtherAreOne) {
