@@ -82,10 +82,12 @@ private:
         const CURLcode code = curl_.perform();
         curl_easy_getinfo(curl_.get(), CURLINFO_CONNECT_TIME_T, &microseconds);
         logged_in_ = true;
-        return {.status = ftp_status({.code = code,
-                                      .last_reply = curl_.number(CURLINFO_RESPONSE_CODE),
-                                      .os_error = curl_.number(CURLINFO_OS_ERRNO),
-                                      .tcp_stood = microseconds > 0})};
+        const int status = ftp_status({.code = code,
+                                       .last_reply = curl_.number(CURLINFO_RESPONSE_CODE),
+                                       .os_error = curl_.number(CURLINFO_OS_ERRNO),
+                                       .tcp_stood = microseconds > 0});
+        const bool has_name = status != static_cast<int>(code);
+        return {.status = status, .words = has_name ? "" : curl_easy_strerror(code)};
     }
 
     FtpEnd take(const Put& put) {

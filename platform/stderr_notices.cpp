@@ -22,7 +22,7 @@ void StderrNotices::balloon(const Balloon& balloon) {
 }
 
 Answer StderrNotices::box(const MessageBox& box) {
-    write_line_to_stderr(stderr_line(box.title, box.text));
+    write_line_to_stderr(stderr_line(box.title, whole_text(box)));
     switch (box.choices) {
         case Choices::yes_no: return Answer::no;
         case Choices::ok_cancel:

@@ -1,6 +1,8 @@
 #include "windows/message_dialog.h"
 
 #include <QAbstractButton>
+#include <QLabel>
+#include <QPushButton>
 
 #include "platform/text_bytes.h"
 #include "windows/svg_pictures.h"
@@ -15,10 +17,19 @@ MessageDialog::MessageDialog(const MessageBox& message, QWidget* parent) : QMess
     if (const QString name = notice_picture(platform::unicode(message.icon)); !name.isEmpty()) {
         setIconPixmap(picture(name, 40, devicePixelRatioF()));
     }
+    if (!message.detail.empty()) show_detail(message.detail);
     add_buttons(message.choices);
+    if (!message.other_choice.empty()) {
+        other_ = addButton(platform::unicode(message.other_choice), QMessageBox::ActionRole);
+        other_->setObjectName(QStringLiteral("OtherChoice"));
+    }
     // A desktop has a picture for some of them only.
     for (QAbstractButton* button : buttons()) button->setIcon({});
     connect(this, &QDialog::finished, this, [this] {
+        if (other_ != nullptr && clickedButton() == other_) {
+            answer_ = Answer::other;
+            return;
+        }
         switch (standardButton(clickedButton())) {
             case QMessageBox::Yes: answer_ = Answer::yes; break;
             case QMessageBox::Ok: answer_ = Answer::ok; break;
@@ -26,6 +37,13 @@ MessageDialog::MessageDialog(const MessageBox& message, QWidget* parent) : QMess
             default: break;  // the safe answer stands
         }
     });
+}
+
+void MessageDialog::show_detail(const std::string& detail) {
+    setInformativeText(platform::unicode(detail));
+    // The name of a device may look like a tag.
+    auto* label = findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"));
+    if (label != nullptr) label->setTextFormat(Qt::PlainText);
 }
 
 void MessageDialog::add_buttons(Choices choices) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMessageBox>
+#include <string>
 
 #include "engine/ports/notices.h"
 
@@ -19,7 +20,9 @@ public:
 
 private:
     void add_buttons(Choices choices);
+    void show_detail(const std::string& detail);
 
+    QAbstractButton* other_ = nullptr;  ///< the choice beside those of the box
     Answer answer_ = Answer::ok;
 };
 

@@ -26,7 +26,7 @@ using Refusal = std::optional<std::string>;
 
 Refusal apply_comms_dialog(Copy& copy) {
     CommsDialog dialog = comms_dialog(copy.state.settings);
-    if (const auto box = unfit_comms(copy, dialog)) return notice_line(box->text);
+    if (const auto box = unfit_comms(copy, dialog)) return notice_line(whole_text(*box));
     accept_comms(copy, dialog);
     return {};
 }

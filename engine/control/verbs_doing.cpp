@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "engine/alarms/alarms.h"
+#include "engine/control/key_values.h"
 #include "engine/control/notice_line.h"
 #include "engine/control/verb_arguments.h"
 #include "engine/core/exits.h"
@@ -75,6 +76,10 @@ VerbStatus set_verb(Copy& copy, const std::vector<std::string>& arguments, Asker
     if (arguments.size() != 3) return VerbStatus::bad_usage;
     const auto known = known_or_told(arguments[0], arguments[1], asker);
     if (!known) return VerbStatus::failed;
+    if (const auto complaint = unfit_value(*known, arguments[2])) {
+        asker.complain(utf8_text(*complaint));
+        return VerbStatus::failed;
+    }
     const auto password = password_of(*known);
     const std::string value = password ? stored_password(*password, utf8_text(arguments[2])) : arguments[2];
     const bool written = copy.ini.SaveSetting(known->section, known->key, value);

@@ -12,6 +12,7 @@
 #include "engine/network/start_network.h"
 #include "engine/network/sync_settings.h"
 #include "engine/publish/publishing.h"
+#include "engine/setup/comms_dialog.h"
 
 namespace nimbry {
 
@@ -24,11 +25,8 @@ void first_run(Copy& copy) {
     if (copy.ini.GetFlag(main_section, "HasRun", false)) return;
     if (copy.state.run.has_window) {
         copy.state.settings = read_main_settings(copy.ini);  // what the window begins with
-        SetupWindow& window = copy.state.setup.Form2;
         copy.state.comm.initflag = true;
-        window.open = true;
-        copy.ports.notices.show_window("Form2");
-        copy.ports.pauses.wait_until([&] { return !window.open; });
+        ask_in_comms_dialog(copy);
         copy.state.comm.initflag = false;
     }
     copy.ini.SaveFlag(main_section, "HasRun", true);

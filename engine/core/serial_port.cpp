@@ -5,6 +5,8 @@
 
 #include "engine/core/event.h"
 #include "engine/core/exits.h"
+#include "engine/core/initprog.h"
+#include "engine/setup/comms_dialog.h"
 
 namespace nimbry {
 
@@ -36,26 +38,60 @@ PortOpenResult open_once(Copy& copy) {
     return copy.ports.line.open(device);
 }
 
-/// Opens, repeating the same open as long as the person at the screen wants to.
-PortOpenResult open_with_box(Copy& copy) {
-    for (;;) {
-        const PortOpenResult result = open_once(copy);
-        if (result == PortOpenResult::ok || !copy.state.run.has_window) return result;
-        const Answer answer =
-            copy.ports.notices.box({.title = "Nimbry",
-                                    .text = "COM Port Error,\r\n" + port_failure_text(static_cast<int>(result)) +
-                                            "\r\nClick Retry, or Cancel to Quit.",
-                                    .icon = "!",
-                                    .choices = Choices::retry_cancel});
-        if (answer == Answer::retry) continue;
-        end_at_once(copy);
-        throw WaitCancelled{};
-    }
+/// The failure as a sentence of its own: in the box some go on in the next line.
+std::string failure_sentence(PortOpenResult result) {
+    std::string text = port_failure_text(static_cast<int>(result));
+    if (text.ends_with(',')) text.pop_back();
+    return text;
+}
+
+/// The failure with the device that it is about, in one line.
+std::string failure_line(const WeatherState& state, PortOpenResult result) {
+    return "COM Port Error, " + failure_sentence(result) + " (" + state.run.port_device + ")";
+}
+
+MessageBox failure_box(const WeatherState& state, PortOpenResult result) {
+    return {.title = "Nimbry",
+            .text = "COM Port Error,\r\n" + port_failure_text(static_cast<int>(result)) +
+                    "\r\nClick Retry, or Cancel to Quit.",
+            .icon = "!",
+            .choices = Choices::retry_cancel,
+            .detail = "The device is " + state.run.port_device,
+            .other_choice = "Choose &port ..."};
 }
 
 /// True while no later opening has taken over from this one.
 bool is_current(const Copy& copy, int opening) {
     return copy.state.run.port_opening == opening;
+}
+
+/// Lets a person choose another port, or make the copy a client. A port that was chosen now counts for more than the
+/// one that the program was started with.
+void ask_for_port(Copy& copy) {
+    const MainSettings& settings = copy.state.settings;
+    const std::string before = device_of(settings, chosen_port(settings));
+    ask_in_comms_dialog(copy);
+    if (device_of(settings, chosen_port(settings)) != before) copy.state.run.device.clear();
+    if (settings.fromnet) initprog(copy);
+}
+
+/// Opens, repeating the same open as long as the person at the screen wants to. A later opening that takes over
+/// meanwhile counts as a failure.
+PortOpenResult open_with_box(Copy& copy) {
+    const int opening = copy.state.run.port_opening;
+    for (;;) {
+        const PortOpenResult result = open_once(copy);
+        if (result == PortOpenResult::ok || !copy.state.run.has_window) return result;
+        const Answer answer = copy.ports.notices.box(failure_box(copy.state, result));
+        if (answer == Answer::other && is_current(copy, opening)) ask_for_port(copy);
+        if (answer == Answer::retry || answer == Answer::other) {
+            if (!is_current(copy, opening)) return PortOpenResult::failed;
+            continue;
+        }
+        copy.log.event_or_nothing(" " + failure_line(copy.state, result) + ": cancelled");
+        end_at_once(copy);
+        throw WaitCancelled{};
+    }
 }
 
 /// The whole opening: open, empty, close, open, empty. Ends at the first open that fails; a later opening that takes
@@ -72,16 +108,20 @@ PortOpenResult open_twice(Copy& copy, int opening, PortOpenResult (*open)(Copy&)
     return second;
 }
 
-/// The failure as a sentence of its own: in the box some go on in the next line.
-std::string failure_sentence(PortOpenResult result) {
-    std::string text = port_failure_text(static_cast<int>(result));
-    if (text.ends_with(',')) text.pop_back();
-    return text;
+/// Why the port is not open, for those who look: in the panel's table and as the tip of the status label.
+void keep_trouble(WeatherState& state, const std::string& trouble) {
+    state.comm.PortTrouble = trouble;
+    state.panel.lblStatus.tip = trouble;
+}
+
+/// A notice about the port, beside the box where the silence of a line is told too.
+void tell(Copy& copy, const std::string& text) {
+    copy.ports.notices.balloon({.title = "Comms Error", .text = text, .icon = "!", .anchor = "TxtWindChill"});
 }
 
 void begin_listening(Copy& copy) {
     CommState& comm = copy.state.comm;
-    comm.PortTrouble.clear();
+    keep_trouble(copy.state, "");
     comm.SerComReady = true;
     comm.Rflagb = false;
     comm.ccheckflagb = false;
@@ -116,7 +156,7 @@ std::string device_of_this_run(const WeatherState& state) {
 void close_serial_port(Copy& copy) {
     ++copy.state.run.port_opening;
     copy.state.comm.SerComReady = false;
-    copy.state.comm.PortTrouble.clear();
+    keep_trouble(copy.state, "");
     copy.ports.line.close();
 }
 
@@ -130,8 +170,8 @@ void open_serial_port(Copy& copy) {
         return;
     }
     copy.log.event(" COM Port Error, " + port_failure_text(static_cast<int>(result)));
-    copy.state.comm.PortTrouble =
-        "COM Port Error, " + failure_sentence(result) + " (" + device_of_this_run(copy.state) + ")";
+    keep_trouble(copy.state, failure_line(copy.state, result));
+    tell(copy, copy.state.comm.PortTrouble + "\r\nNimbry tries again by itself.");
     start_event(copy, "initprog", [&copy, opening] {
         if (open_sooner_or_later(copy, opening)) begin_listening(copy);
     });
@@ -142,12 +182,16 @@ void line_lost(Copy& copy) {
     close_serial_port(copy);
     const int opening = copy.state.run.port_opening;
     copy.log.event(" Serial port lost");
-    copy.state.comm.PortTrouble = "Serial port lost (" + device_of_this_run(copy.state) + ")";
+    keep_trouble(copy.state, "Serial port lost (" + device_of_this_run(copy.state) + ")");
+    tell(copy, copy.state.comm.PortTrouble + "\r\nNimbry tries to open it again by itself.");
     start_event(copy, "OnComm", [&copy, opening] {
         if (!open_sooner_or_later(copy, opening)) return;
         copy.state.comm.SerComReady = true;
-        copy.state.comm.PortTrouble.clear();
+        keep_trouble(copy.state, "");
         copy.log.event(" Serial port opened again");
+        copy.ports.notices.balloon({.title = "Nimbry Information",
+                                    .text = "Serial port opened again (" + device_of_this_run(copy.state) + ")",
+                                    .icon = "i"});
     });
 }
 

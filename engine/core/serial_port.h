@@ -21,16 +21,19 @@ void close_serial_port(Copy& copy);
 /// open; empties it; then lets receive events through (`SerComReady`), clears `Rflagb` and `ccheckflagb` and starts
 /// TimComFail.
 ///
-/// If an open fails and there is a window, a box offers to try the same open again; Cancel ends the program at once,
-/// and WaitCancelled is thrown. Without a window the failure goes to the program log once, and the port is tried again
-/// after 1, 2, 5 and 10 seconds and then every 30, for ever; this function then returns after the first failure.
+/// If an open fails and there is a window, a box names the device and offers to try the same open again, or another
+/// port from the communications dialog; Cancel leaves a line in the program log and ends the program at once, and
+/// WaitCancelled is thrown. Without a window a notice and the program log tell of the failure once, and the port is
+/// tried again after 1, 2, 5 and 10 seconds and then every 30, for ever; this function then returns after the first
+/// failure.
 ///
-/// As long as the port is tried again, `PortTrouble` says why. A later call takes over from one that is still trying.
+/// As long as the port is tried again, `PortTrouble` and the tip of the status label say why. A later call takes over
+/// from one that is still trying.
 void open_serial_port(Copy& copy);
 
-/// The device of the open port has gone away: called by OnComm half a second after the fault. Logs " Serial port lost"
-/// and tries to open it by the same schedule, without a box in either program, until " Serial port opened again" can be
-/// logged. Returns at its first wait.
+/// The device of the open port has gone away: called by OnComm half a second after the fault. Tells it in a notice and
+/// logs " Serial port lost", and tries to open it by the same schedule, without a box in either program, until it can
+/// tell and log " Serial port opened again". Returns at its first wait.
 void line_lost(Copy& copy);
 
 }  // namespace nimbry

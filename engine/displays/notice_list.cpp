@@ -15,7 +15,7 @@ void NoticeRecorder::balloon(const Balloon& balloon) {
 }
 
 Answer NoticeRecorder::box(const MessageBox& box) {
-    list_.add({clock_.computer_time(), box.title, box.text, box.icon});
+    list_.add({clock_.computer_time(), box.title, whole_text(box), box.icon});
     return shown_by_.box(box);
 }
 

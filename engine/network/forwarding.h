@@ -14,7 +14,7 @@ inline constexpr std::uint16_t client_udp_port = 60135;  ///< a client listens h
 /// bound to server_udp_port if it is not open.
 ///
 /// An address that cannot be sent to does not keep the frame from the others. One notice a frame tells of the first
-/// failure.
+/// failure, and of the entry that it is about.
 void forwardgroup(Copy& copy, const Bytes& frame);
 
 }  // namespace nimbry

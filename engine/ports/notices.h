@@ -21,7 +21,7 @@ struct Balloon {
 
 /// The choices of a message box.
 enum class Choices { ok, ok_cancel, yes_no, retry_cancel };
-enum class Answer { ok, yes, no, retry, cancel };
+enum class Answer { ok, yes, no, retry, cancel, other };
 
 /// A message box.
 struct MessageBox {
@@ -29,7 +29,14 @@ struct MessageBox {
     std::string text;        ///< lines joined by CR LF
     std::string icon = "!";  ///< "!" warning, "?" question, "i" information, "x" error
     Choices choices = Choices::ok;
+    std::string detail{};        ///< what the text has no place for, such as the name of a device: stands below it
+    std::string other_choice{};  ///< caption of one more button, "&" before its letter; it answers `other`
 };
+
+/// All that a box tells, where one text is wanted: the text and, in a line of its own, the detail.
+[[nodiscard]] inline std::string whole_text(const MessageBox& box) {
+    return box.detail.empty() ? box.text : box.text + "\r\n" + box.detail;
+}
 
 /// What the person at the screen is told and asked. Without a window a notice is one line on standard error, and a box
 /// is answered at once: `ok`, or the safe answer (`no`, `cancel`) where there is a choice.

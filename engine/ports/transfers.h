@@ -50,6 +50,9 @@ struct FtpEnd {
     /// no reply, 5004 connection rejected, 5007 timed out, 6001 an answer that was not expected; others have no name.
     int status = 0;
 
+    /// Of connect(): what a status without a name means, in a few words.
+    std::string words{};
+
     /// Of put(): why the file did not get there, in one line ("553 Could not create file."); empty when it did.
     std::string fault{};
 };

@@ -27,7 +27,7 @@ std::string ftp_status_text(int number) {
     }
 }
 
-void status_event(Copy& copy, int number) {
+void status_event(Copy& copy, int number, const std::string& words) {
     UploadState& upload = copy.state.publish.upload;
     if (number == ftp_connected) {
         upload.FtpConnectFailed = false;
@@ -36,7 +36,8 @@ void status_event(Copy& copy, int number) {
     }
     if (upload.FtpConnectFailed) return;
     upload.FtpConnectFailed = true;
-    tell(copy, "Unable to make a connection to the remote FTP server: " + ftp_status_text(number));
+    tell(copy, "Unable to make a connection to the remote FTP server: " + ftp_status_text(number) +
+                   (words.empty() ? "" : " (" + words + ")"));
 }
 
 void transfer_failure_event(Copy& copy, const std::string& text) {

@@ -13,7 +13,8 @@ inline constexpr int ftp_connected = 3000;
 [[nodiscard]] std::string ftp_status_text(int number);
 
 /// The login has ended: notes whether it went well, and tells of it in the program log the first time that it did not.
-void status_event(Copy& copy, int number);
+/// `words` say more than the digits of a status without a name do.
+void status_event(Copy& copy, int number, const std::string& words = {});
 
 /// A file did not get there: notes it, and tells why in the program log the first time.
 void transfer_failure_event(Copy& copy, const std::string& text);

@@ -55,11 +55,18 @@ Refusal what_is_busy(const PublishState& publish) {
     return {};
 }
 
+bool is_empty(const D& dialog, const Field& field) {
+    return trimmed(dialog.*field.text).empty();
+}
+
+std::string not_completed(const Field& field) {
+    return "The " + std::string(field.name) + " field has not been completed.";
+}
+
 template <std::size_t count>
 Refusal first_empty(const D& dialog, const Field (&fields)[count]) {
     for (const Field& field : fields) {
-        if (!trimmed(dialog.*field.text).empty()) continue;
-        return InternetRefusal{field.control, "The " + std::string(field.name) + " field has not been completed."};
+        if (is_empty(dialog, field)) return InternetRefusal{field.control, not_completed(field)};
     }
     return {};
 }
@@ -114,7 +121,7 @@ Refusal check_services(const D& dialog) {
     for (const Service& service : services) {
         if (!(dialog.*service.active)) continue;
         for (const Field& field : {service.user, service.pass}) {
-            if (!trimmed(dialog.*field.text).empty()) continue;
+            if (!is_empty(dialog, field)) continue;
             return InternetRefusal{field.control,
                                    "The " + std::string(field.name) + " fields have not been completed."};
         }
@@ -127,6 +134,17 @@ bool five_minutes_with_aprs(const D& dialog) {
 }
 
 }  // namespace
+
+std::optional<std::string> missing_for_mail(const InternetDialog& dialog) {
+    if (const auto refusal = first_empty(dialog, mail_fields)) return refusal->message;
+    return {};
+}
+
+std::optional<std::string> missing_for_ftp(const InternetDialog& dialog) {
+    const Field& server = ftp_fields[0];
+    if (!is_empty(dialog, server)) return {};
+    return not_completed(server);
+}
 
 std::optional<std::string> aprs_refusal(const MainSettings& settings) {
     if (entered_location(settings.Latitude, settings.Longitude)) return {};

@@ -19,6 +19,13 @@ struct InternetRefusal {
 /// sender, and all addresses; the users of the services that are on; a location for APRS.
 [[nodiscard]] std::optional<InternetRefusal> internet_refusal(const WeatherState& state, const InternetDialog& dialog);
 
+/// What a mail cannot go without and has not been entered, whether mail is on or not: "The Mail Server field has not
+/// been completed." Nothing when all of it is there.
+[[nodiscard]] std::optional<std::string> missing_for_mail(const InternetDialog& dialog);
+
+/// The same of an upload, which needs a server.
+[[nodiscard]] std::optional<std::string> missing_for_ftp(const InternetDialog& dialog);
+
 /// What keeps APRS from being selected; nothing when there is a location.
 [[nodiscard]] std::optional<std::string> aprs_refusal(const MainSettings& settings);
 

@@ -10,6 +10,7 @@
 #include "engine/publish/forced_run.h"
 #include "engine/publish/ftp_upload.h"
 #include "engine/publish/internet.h"
+#include "engine/publish/internet_check.h"
 #include "engine/publish/last_run.h"
 #include "engine/publish/mail_address.h"
 #include "engine/publish/mail_body.h"
@@ -122,11 +123,18 @@ bool line_is_there(Copy& copy) {
     return false;
 }
 
-/// Sends a mail over a line that is there, and waits for the server's answer.
-void send(Copy& copy, const MadeMail& made) {
+/// Waits for the server's answer: why it has not taken the mail, or nothing.
+std::string fault_of_sending(Copy& copy, const MadeMail& made) {
+    // Without a server or an address there would be a fault too, but in the words of a URL.
+    if (auto missing = missing_for_mail(copy.state.publish.NimbryFTPSetup)) return *missing;
     const std::unique_ptr<MailDelivery> delivery = copy.ports.transfers.send(addressed(copy, made));
     copy.ports.pauses.wait_until([&] { return !delivery->under_way(); });
-    const std::string fault = delivery->fault();
+    return delivery->fault();
+}
+
+/// Sends a mail over a line that is there.
+void send(Copy& copy, const MadeMail& made) {
+    const std::string fault = fault_of_sending(copy, made);
     note_run(copy, copy.state.publish.last_mail, fault.empty() ? run_went_well : fault);
     if (fault.empty()) {
         tell_success(copy);

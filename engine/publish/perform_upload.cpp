@@ -13,6 +13,7 @@
 #include "engine/publish/ftp_debug.h"
 #include "engine/publish/ftp_status_text.h"
 #include "engine/publish/ftp_watchdog.h"
+#include "engine/publish/internet_check.h"
 #include "engine/publish/published_files.h"
 #include "engine/publish/server_settings.h"
 #include "engine/reports/page_names.h"
@@ -55,7 +56,8 @@ private:
                            .active = settings_.FTPact,
                            .encryption = encryption_of(settings_.FTPSecurity, encryption_words)});
         if (!wait()) return false;
-        status_event(copy_, session_->end().status);
+        const FtpEnd end = session_->end();
+        status_event(copy_, end.status, missing_for_ftp(settings_).value_or(end.words));
         stop_watchdog(copy_);
         return state_.FtpConnected;
     }

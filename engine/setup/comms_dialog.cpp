@@ -35,11 +35,19 @@ constexpr std::array ports{
 constexpr std::array<std::string_view, 8> not_in_a_client{"Check1", "Check3", "TxtLogMins", "hsbLogMins",
                                                           "IPList", "txtIP",  "Command2",   "Command3"};
 
+constexpr const char* not_an_address = "The IP address appears to be invalid.\r\nUse the format nnn.nnn.nnn.nnn";
 constexpr const char* no_network = "Networking does not appear to be installed on this machine.";
 constexpr std::size_t longest_device = 255;
 
 std::optional<MessageBox> refusal(std::string text) {
     return MessageBox{.text = std::move(text)};
+}
+
+/// The list of a file that was edited by hand may hold anything.
+std::optional<MessageBox> unfit_address(const std::vector<std::string>& list) {
+    const auto found = std::find_if(list.begin(), list.end(), [](const std::string& e) { return !dotted_address(e); });
+    if (found == list.end()) return {};
+    return MessageBox{.text = not_an_address, .detail = "In the list: " + *found};
 }
 
 /// What the file has beyond the range of the dialog stays as long as nobody changes it.
@@ -141,8 +149,7 @@ std::optional<MessageBox> ticked_role(const Datagrams& datasock, bool& role) {
 std::optional<MessageBox> add_address(CommsDialog& dialog) {
     const std::string address = trimmed(dialog.txtIP);
     dialog.txtIP.clear();
-    if (!dotted_address(address))
-        return refusal("The IP address appears to be invalid.\r\nUse the format nnn.nnn.nnn.nnn");
+    if (!dotted_address(address)) return refusal(not_an_address);
     if (dialog.IPList.size() >= most_clients) return refusal("The address list is full.");
     dialog.IPList.push_back(address);
     return {};
@@ -159,6 +166,9 @@ std::optional<MessageBox> unfit_comms(const Copy& copy, CommsDialog& dialog) {
     if (dialog.Check1 && dialog.IPList.empty()) return refusal("There must be at least one entry in the address list.");
     // In a client these fields are disabled, and what stands in them is not taken.
     if (dialog.Check2) return {};
+    if (dialog.Check1) {
+        if (auto box = unfit_address(dialog.IPList)) return box;
+    }
     for (const PortRow& port : ports) {
         if (!device_can_be_taken(dialog.*port.field)) return refusal("The name of a serial device can not be used.");
     }
@@ -176,7 +186,16 @@ void accept_comms(Copy& copy, const CommsDialog& dialog) {
     take(copy.state.settings, dialog);
     if (!dialog.Check2) take_devices(copy, dialog);
     WrtCfg(copy.ini, copy.state.settings);
-    if (copy.state.settings.HasRun) apply_comms(copy);
+    // A first run, and whoever waits for the dialog, goes on with them by itself.
+    if (copy.state.settings.HasRun && !copy.state.setup.Form2.awaited) apply_comms(copy);
+}
+
+void ask_in_comms_dialog(Copy& copy) {
+    SetupWindow& window = copy.state.setup.Form2;
+    window.open = window.awaited = true;
+    copy.ports.notices.show_window("Form2");
+    copy.ports.pauses.wait_until([&] { return !window.open; });
+    window.awaited = false;
 }
 
 void apply_comms(Copy& copy) {

@@ -49,7 +49,8 @@ inline constexpr int most_log_minutes = 99;  ///< for the dialog; a file may hav
 void remove_address(CommsDialog& dialog, int selected);
 
 /// What the accept button finds wrong, in this order: a role without a network, which is unticked; a server without an
-/// address; a device name or minutes that cannot be stored. Nothing: the dialog can be accepted.
+/// address, or with an entry that is none; a device name or minutes that cannot be stored. Nothing: the dialog can be
+/// accepted.
 [[nodiscard]] std::optional<MessageBox> unfit_comms(const Copy& copy, CommsDialog& dialog);
 
 /// A person presses the accept button, `Command1`: the click, then what unfit_comms() finds. Nothing: accept_comms()
@@ -57,8 +58,13 @@ void remove_address(CommsDialog& dialog, int selected);
 [[nodiscard]] std::optional<MessageBox> press_command1(Copy& copy, CommsDialog& dialog);
 
 /// The accept button, for a dialog that is fit: takes the values over, writes section `Main` and the devices that have
-/// changed, and applies them. In the first run the start goes on with what was written, and applies it. May wait.
+/// changed, and applies them. A first run, and whoever waits for the dialog (ask_in_comms_dialog()), applies them by
+/// itself. May wait.
 void accept_comms(Copy& copy, const CommsDialog& dialog);
+
+/// Shows the dialog and waits until it has closed, accepted or not. What was accepted stands in the settings and in the
+/// file then, and is for the caller to apply.
+void ask_in_comms_dialog(Copy& copy);
 
 /// Applies port and role as the settings have them: what has become a client, or is none any more, runs initprog again;
 /// another device is opened; the sockets are opened afresh. Data that arrives meanwhile is thrown away. May wait.

@@ -156,7 +156,10 @@ void OnComm::end_hold() {
     if (framer_.state() == LineFramer::State::idle) let_frame_go();
     if (!lost_) return;
     lost_ = false;
-    if (!copy_.ports.line.is_open()) line_lost(copy_);
+    if (copy_.ports.line.is_open()) return;
+    copy_.state.comm.ErrorWord = error_word(LineFault::gone);
+    show_lost_line(copy_);
+    line_lost(copy_);
 }
 
 void OnComm::drop_overrun() {

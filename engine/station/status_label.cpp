@@ -19,6 +19,13 @@ void end_lamp_flash(WeatherState& state) {
     show_working_status(state);
 }
 
+void show_lost_line(Copy& copy) {
+    // The end of a flash would put the line's error out of sight.
+    copy.timers.stop(TimerId::Timer2);
+    copy.state.panel.Lamp.fore = colours::black;
+    show_line_error(copy.state);
+}
+
 void show_line_error(WeatherState& state) {
     state.panel.lblStatus.text = state.comm.ErrorWord;
     state.panel.lblStatus.fore = colours::blue;

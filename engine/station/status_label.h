@@ -15,6 +15,9 @@ void show_data_arrival(Copy& copy);
 /// The flash is over: the lamp dark, the label as above.
 void end_lamp_flash(WeatherState& state);
 
+/// The line's device has gone: its error word in the label, which no flash that is still to end takes away.
+void show_lost_line(Copy& copy);
+
 /// A fault of the line: its error word in the label.
 void show_line_error(WeatherState& state);
 

@@ -33,7 +33,7 @@ int run(const CommandLine& command_line) {
     }
     InstanceLock lock(folder.path);
     const InstanceLock::Result taken = lock.take();
-    if (taken == InstanceLock::Result::other_instance) return tell_of_other_instance();
+    if (taken == InstanceLock::Result::other_instance) return tell_of_other_instance(lock.refusal());
     // A folder that takes no lock takes no program log either, and that is how the copy reports it.
     return run_with_window(folder.path, command_line.device, taken == InstanceLock::Result::held);
 }

@@ -80,7 +80,7 @@ public:
     }
 
     int run(const std::string& device) {
-        // The first run's, before there is a main window.
+        // The first run's and that of a port that is not there, before there is a main window.
         notices_.set_opener("Form2", [this] { first_setup_.emplace(engine_.state(), comms_actions()).present(); });
         splash_.emplace();
         splash_->show();
@@ -114,6 +114,7 @@ private:
         small_->offer_to(notices_);
         small_->on_debug_closed(click("Menu", [this] { click_switch(copy(), *switch_named("mnuFTPdebug")); }));
         dialogs_.emplace(engine_.state(), accepted(), &*form_);
+        notices_.set_opener("Form2", [this] { dialogs_->show_comms(); });
         displays_.emplace(engine_.state(), display_actions(), &*form_);
         notices_.set_main_window(&*form_);
         form_->show();

@@ -67,6 +67,11 @@ TEST_F(StderrNoticesTest, EveryBoxIsOneLineAndGetsItsSafeAnswer) {
     }
 }
 
+TEST_F(StderrNoticesTest, WhatABoxHasBelowItsTextIsToldToo) {
+    EXPECT_EQ(told([&] { notices.box({.text = "Already running", .detail = "by me"}); }),
+              "Nimbry: Already running / by me\n");
+}
+
 TEST_F(StderrNoticesTest, AStatusLineIsWrittenAsItIs) {
     EXPECT_EQ(told([&] { notices.progress("Attempt # 1: \xB0"); }), "Attempt # 1: \xC2\xB0\n");
 }

@@ -231,7 +231,10 @@ TEST_F(NimbrydTest, ALineThatIsPulledOutAndPutInAgainIsOpenedAgain) {
     ASSERT_TRUE(eventually([&] { return copy.logged(" Serial port opened again") == 1; }));
     EXPECT_TRUE(train_is_taken(copy, station));
     EXPECT_EQ(copy.logged(" Serial port lost"), 1);
-    EXPECT_EQ(copy.standard_error(), "") << "without a box";
+    EXPECT_EQ(copy.standard_error(), "Comms Error: Serial port lost (" + station.device() +
+                                         ") / Nimbry tries to open it again by itself.\n"
+                                         "Nimbry Information: Serial port opened again (" +
+                                         station.device() + ")\n");
 }
 
 TEST_F(NimbrydTest, ALostLineCostsNoProcessorTime) {
@@ -253,7 +256,9 @@ TEST_F(NimbrydTest, ALineThatIsMissingAtTheStartIsOpenedOnceItIsThere) {
     station.plug_in();
     ASSERT_TRUE(copy.listens());
     EXPECT_TRUE(train_is_taken(copy, station));
-    EXPECT_EQ(copy.standard_error(), "") << "without a box";
+    EXPECT_EQ(copy.standard_error(), "Comms Error: COM Port Error, Please check that the selected port exists (" +
+                                         station.device() + ") / Nimbry tries again by itself.\n")
+        << "once";
 }
 
 TEST_F(NimbrydTest, AnExitWhileTheLineIsMissingEndsTheCopy) {

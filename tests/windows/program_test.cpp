@@ -300,30 +300,60 @@ TEST(Program, OpensItsFurtherDisplaysAndTakesTheMarqueeIntoForce) {
 TEST(Program, AsksAboutAPortThatIsNotThere) {
     const Folder folder;
     Onlooker onlooker;
-    QString text;
+    QString text, detail;
     onlooker.when([] { return visible_window<windows::MessageDialog>() != nullptr; },
-                  [&text] {
+                  [&] {
                       auto* dialog = visible_window<windows::MessageDialog>();
                       text = dialog->text();
+                      detail = dialog->informativeText();
                       dialog->button(QMessageBox::Cancel)->click();
                   });
     EXPECT_EQ(run_with_window(folder.path().toStdString(), "/dev/no-such-port", false), 0);
     EXPECT_EQ(text, "COM Port Error,\nPlease check that the selected port exists\nClick Retry, or Cancel to Quit.");
-    EXPECT_EQ(contents(folder, "nbyprog.log").find("Program stopped"), std::string::npos) << "it ends at once";
+    EXPECT_EQ(detail, "The device is /dev/no-such-port");
+    const std::string log = contents(folder, "nbyprog.log");
+    EXPECT_EQ(log.find("Program stopped"), std::string::npos) << "it ends at once";
+    EXPECT_NE(log.find("selected port exists (/dev/no-such-port): cancelled"), std::string::npos) << log;
+}
+
+TEST(Program, LetsAnotherPortBeChosenForTheOneThatIsNotThere) {
+    const Folder folder;
+    const PseudoTerminal station;
+    Onlooker onlooker;
+    onlooker.when([] { return visible_window<windows::MessageDialog>() != nullptr; },
+                  [] {
+                      auto* dialog = visible_window<windows::MessageDialog>();
+                      dialog->findChild<QAbstractButton*>(QStringLiteral("OtherChoice"))->click();
+                  });
+    onlooker.when([] { return visible_window<windows::CommsWindow>() != nullptr; },
+                  [&station] {
+                      auto* dialog = visible_window<windows::CommsWindow>();
+                      dialog->findChild<QComboBox*>(QStringLiteral("SerialPort1"))
+                          ->setEditText(QString::fromStdString(station.name()));
+                      dialog->findChild<QAbstractButton*>(QStringLiteral("Command1"))->click();
+                  });
+    onlooker.when([] { return visible_window<windows::Form1>() != nullptr; },
+                  [] { visible_window<windows::Form1>()->findChild<QAction*>("mnuExit1")->trigger(); });
+    EXPECT_EQ(run_with_window(folder.path().toStdString(), "/dev/no-such-port", false), 0);
+    EXPECT_TRUE(onlooker.saw_all());
+    EXPECT_NE(contents(folder, "Nimbry.ini").find("SerialPort1=" + station.name()), std::string::npos);
+    EXPECT_EQ(contents(folder, "nbyprog.log").find("COM Port Error"), std::string::npos);
 }
 
 TEST(Program, SaysThatAnotherCopyRuns) {
     Onlooker onlooker;
-    QString title, text;
+    QString title, text, detail;
     onlooker.when([] { return visible_window<windows::MessageDialog>() != nullptr; },
                   [&] {
                       auto* dialog = visible_window<windows::MessageDialog>();
                       title = dialog->windowTitle();
                       text = dialog->text();
+                      detail = dialog->informativeText();
                       dialog->close();
                   });
-    EXPECT_EQ(tell_of_other_instance(), 3);
+    EXPECT_EQ(tell_of_other_instance("Another copy of Nimbry (process 7) has the folder /home/m\xC3\xBC/weather"), 3);
     EXPECT_EQ(title, "Nimbry");
+    EXPECT_EQ(detail, QStringLiteral("Another copy of Nimbry (process 7) has the folder /home/mü/weather"));
     EXPECT_EQ(text,
               "Nimbry is already running on this computer,\nYou can not run more than one instance of the program");
 }

@@ -78,7 +78,9 @@ void take_small_windows(Camera& camera, const QString& theme) {
     take(status, "status");
     windows::MessageDialog question({.text = "COM Port Error,\r\nPlease check that the selected port exists\r\nClick "
                                              "Retry, or Cancel to Quit.",
-                                     .choices = Choices::retry_cancel});
+                                     .choices = Choices::retry_cancel,
+                                     .detail = "The device is /dev/ttyS0",
+                                     .other_choice = "Choose &port ..."});
     take(question, "question");
     windows::TextWindow log;
     log.show_text(QStringLiteral("nbyprog.log"),

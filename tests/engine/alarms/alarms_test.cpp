@@ -226,6 +226,9 @@ TEST_F(AlarmMails, TellWhatTheLastAlarmWas) {
 
 TEST_F(AlarmMails, AreComposedInTheCycleOfTheirAlarm) {
     world.files.put("mail_alm_template.txt", "~~WEBMLTITLE~~It is ~~WEBBAROMTR~~.");
+    InternetDialog& settings = world.state().publish.NimbryFTPSetup;
+    settings.MailServer = "mail.home.net";
+    settings.MailTo = settings.MailMyAddr = "me@home.net";
     EXPECT_EQ(mails_until(2, always), std::vector<int>{2});
     ASSERT_EQ(world.transfers.mails.size(), 1U);
     EXPECT_EQ(

@@ -16,6 +16,8 @@ protected:
     void set(const char* section, const char* key, const std::string& value) {
         EXPECT_EQ(ask({"set", section, key, value}), VerbStatus::done) << key;
     }
+    /// A value that `set` would refuse, written by hand; it is in force with the next key that is set.
+    void write_by_hand(const char* key, const std::string& value) { world.copy().ini.SaveSetting("Main", key, value); }
 };
 
 TEST_F(Apply, CommsOpensThePortAndTheSocketsThatWereSet) {
@@ -45,6 +47,16 @@ TEST_F(Apply, CommsIsRefusedInTheDialogsWords) {
     set("Main", "bcastnet", "True");
     EXPECT_EQ(ask({"apply", "comms"}), VerbStatus::failed);
     EXPECT_EQ(complaint(), "There must be at least one entry in the address list.");
+    EXPECT_FALSE(world.datasock.is_open());
+}
+
+TEST_F(Apply, CommsNamesAnEntryOfTheListThatIsNoAddress) {
+    write_by_hand("iplist(1)", "300.1.1.1");
+    set("Main", "numofentries", "1");
+    set("Main", "bcastnet", "True");
+    EXPECT_EQ(ask({"apply", "comms"}), VerbStatus::failed);
+    EXPECT_EQ(complaint(),
+              "The IP address appears to be invalid. / Use the format nnn.nnn.nnn.nnn / In the list: 300.1.1.1");
     EXPECT_FALSE(world.datasock.is_open());
 }
 
@@ -113,15 +125,16 @@ TEST_F(Apply, ALocationThatWasNeverEnteredStaysSo) {
 }
 
 TEST_F(Apply, ALocationThatIsNoneIsRefusedInTheDialogsWordsAndStaysAsItIs) {
-    set("Main", "Latitude", "95");
+    write_by_hand("Latitude", "95");
     set("Main", "Longitude", "7");
     EXPECT_EQ(ask({"apply", "location"}), VerbStatus::failed);
     EXPECT_EQ(complaint(), "Input needs to be between 0 and 90.");
-    set("Main", "Latitude", "north");
+    write_by_hand("Latitude", "north");
+    set("Main", "Longitude", "7.0");
     EXPECT_EQ(ask({"apply", "location"}), VerbStatus::failed);
     EXPECT_EQ(complaint(), "Input must be numeric.");
     EXPECT_EQ(world.setting("Main", "Latitude"), "north");
-    EXPECT_EQ(world.setting("Main", "Longitude"), "7");
+    EXPECT_EQ(world.setting("Main", "Longitude"), "7.0");
 }
 
 TEST_F(Apply, MarqueeWritesItsElevenKeys) {
@@ -147,7 +160,7 @@ TEST_F(Apply, WithoutANameAllOfThem) {
 
 TEST_F(Apply, OfAllThemARefusedOneKeepsNoOtherBack) {
     set("Main", "bcastnet", "True");
-    set("Main", "Latitude", "95");
+    write_by_hand("Latitude", "95");
     set("Main", "Longitude", "0");
     set("Main", "fTempF", "True");
     EXPECT_EQ(ask({"apply"}), VerbStatus::failed);

@@ -44,6 +44,12 @@ TEST_F(ForceVerb, TellsWhyItFailed) {
     EXPECT_EQ(asker.complaints, Complaints{"550 User unknown"});
 }
 
+TEST_F(ForceVerb, SaysWhatAMailThatWasNeverSetUpLacks) {
+    settings = {};
+    EXPECT_EQ(ask({"force", "mail"}), VerbStatus::failed);
+    EXPECT_EQ(asker.complaints, Complaints{"The Mail Server field has not been completed."});
+}
+
 TEST_F(ForceVerb, TellsOfTheServicesThatItReached) {
     world.transfers.web_steps.push_back({.body = "success"});
     EXPECT_EQ(ask({"force", "weather"}), VerbStatus::done);

@@ -169,7 +169,8 @@ TEST_F(VerbsTest, PasswordsAreSetAndToldPlainAndStandInTheFileAsTheirKeysDo) {
 }
 
 TEST_F(VerbsTest, WhatTheFileLeavesInDoubtIsToldAsItWasSettled) {
-    EXPECT_EQ(ask({"set", "Main", "LogMin", "0"}), VerbStatus::done);
+    world.copy().ini.SaveSetting("Main", "LogMin", "0");  // by hand
+    EXPECT_EQ(ask({"set", "Main", "Hide", "False"}), VerbStatus::done) << "reads the section again";
     EXPECT_EQ(world.setting("Main", "LogMin"), "0");
     EXPECT_EQ(ask({"get", "Main", "LogMin"}), VerbStatus::done);
     EXPECT_EQ(asker.out, "15\n") << "less than a minute is no interval";
@@ -203,6 +204,15 @@ TEST_F(VerbsTest, AnUnknownKeyIsRefusedAndNothingIsWritten) {
     EXPECT_EQ(ask({"set", "Users", "LogMin", "1"}), VerbStatus::failed);
     EXPECT_EQ(ask({"get", "Main", "iplist(n)"}), VerbStatus::failed) << "the name of a list, of none of its entries";
     EXPECT_EQ(world.files.contents("Nimbry.ini"), before);
+}
+
+TEST_F(VerbsTest, AValueThatAKeyDoesNotTakeIsRefusedAndNothingIsWritten) {
+    const std::string before = world.files.contents("Nimbry.ini");
+    EXPECT_EQ(ask({"set", "main", "logmin", "500\xB0"}), VerbStatus::failed);
+    EXPECT_EQ(complaint(), "LogMin takes a whole number from 1 to 99, not \"500°\"");
+    EXPECT_EQ(asker.out, "");
+    EXPECT_EQ(world.files.contents("Nimbry.ini"), before);
+    EXPECT_EQ(world.state().settings.LogMin, 15);
 }
 
 TEST_F(VerbsTest, AFileThatCannotBeWrittenIsToldAndTheValueIsInForce) {

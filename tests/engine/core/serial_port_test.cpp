@@ -7,6 +7,7 @@
 
 #include "engine/core/initprog.h"
 #include "engine/core/main_settings.h"
+#include "engine/setup/comms_dialog.h"
 #include "tests/world/started_world.h"
 
 namespace nimbry::test {
@@ -129,6 +130,8 @@ TEST(SerialPortWithAWindow, AFailedOpenAsksAndRetryRepeatsIt) {
     EXPECT_EQ(box.title, "Nimbry");
     EXPECT_EQ(box.icon, "!");
     EXPECT_EQ(box.choices, Choices::retry_cancel);
+    EXPECT_EQ(box.detail, "The device is " + default_device(1));
+    EXPECT_EQ(box.other_choice, "Choose &port ...");
     EXPECT_EQ(
         box.text,
         "COM Port Error,\r\nThe selected COM port is locked by another device,\r\nClick Retry, or Cancel to Quit.");
@@ -153,8 +156,86 @@ TEST(SerialPortWithAWindow, CancelEndsTheProgramAtOnceWithoutStopLine) {
     EXPECT_TRUE(world.state().run.ProgramClosing);
     EXPECT_EQ(world.engine.exit_status(), 0);
     EXPECT_EQ(world.engine.wake_at(), std::nullopt);
-    EXPECT_EQ(world.lines("nbyprog.log").size(), 2u);
+    EXPECT_EQ(world.lines("nbyprog.log").size(), 3u);
+    EXPECT_THAT(world.log(), ElementsAre("05 Oct 2026 14:00:05 (Computer time) COM Port Error, The selected COM port "
+                                         "could not be opened (" +
+                                         default_device(1) + "): cancelled"));
     EXPECT_THAT(world.sounds.played, IsEmpty());
+}
+
+/// A copy with a window whose port is not there; the box is answered by the choice of another port.
+struct PortToChoose : testing::Test {
+    PortToChoose() {
+        world.files.put("Nimbry.ini", main_section());
+        world.line.refuse(default_device(1), PortOpenResult::not_found);
+        world.notices.will_answer(Answer::other);
+    }
+    /// What the person at the dialog does, before closing it.
+    void accept(void (*change)(CommsDialog&)) {
+        CommsDialog dialog = comms_dialog(world.state().settings);
+        change(dialog);
+        world.act([&] { accept_comms(world.copy(), dialog); });
+        close();
+    }
+    void close() {
+        world.state().setup.Form2.open = false;
+        world.run_for(1s);
+    }
+
+    World world;
+};
+
+TEST_F(PortToChoose, IsChosenInTheDialogAndOpenedInTheSameStart) {
+    world.begin_start(with_window);
+    ASSERT_THAT(world.notices.windows, ElementsAre("Form2"));
+    EXPECT_TRUE(world.state().setup.Form2.open);
+    world.run_for(1h);
+    EXPECT_EQ(world.line.attempts().size(), 1u) << "nothing is tried while the dialog is open";
+    accept([](CommsDialog& dialog) { dialog.SerialPort1 = "/dev/ttyUSB0"; });
+    EXPECT_EQ(world.line.device(), "/dev/ttyUSB0");
+    EXPECT_EQ(world.line.attempts().size(), 3u);
+    EXPECT_TRUE(world.state().comm.SerComReady);
+    EXPECT_EQ(world.setting("Main", "SerialPort1"), "/dev/ttyUSB0");
+    EXPECT_EQ(world.notices.boxes.size(), 1u);
+    EXPECT_THAT(world.log(), IsEmpty());
+}
+
+TEST_F(PortToChoose, IsAskedAboutAgainWhenTheDialogWasLeftWithoutAChoice) {
+    world.notices.will_answer(Answer::cancel);
+    world.begin_start(with_window);
+    close();
+    EXPECT_EQ(world.notices.boxes.size(), 2u);
+    EXPECT_TRUE(world.engine.gone());
+}
+
+TEST_F(PortToChoose, CountsForMoreThanTheDeviceOfTheCommandLine) {
+    world.line.refuse("/dev/pts/9", PortOpenResult::not_found);
+    world.begin_start({.has_window = true, .device = "/dev/pts/9"});
+    ASSERT_EQ(world.notices.boxes.size(), 1u);
+    EXPECT_EQ(world.notices.boxes[0].what.detail, "The device is /dev/pts/9");
+    accept([](CommsDialog& dialog) { dialog.SerialPort1 = "/dev/ttyUSB0"; });
+    EXPECT_EQ(world.line.device(), "/dev/ttyUSB0");
+}
+
+TEST_F(PortToChoose, IsNoneInACopyThatBecomesAClientInstead) {
+    world.begin_start(with_window);
+    accept([](CommsDialog& dialog) { dialog.Check2 = true; });
+    EXPECT_EQ(world.line.attempts().size(), 1u);
+    EXPECT_EQ(world.datasock.port(), 60135);
+    world.run_for(5s);
+    EXPECT_FALSE(world.state().comm.splashing) << "the start has gone on";
+    EXPECT_EQ(world.notices.boxes.size(), 1u);
+}
+
+TEST_F(PortToChoose, IsLeftAloneOnceALaterOpeningHasTakenOver) {
+    world.begin_start(with_window);
+    world.state().settings.SerialPort1 = "/dev/ttyUSB7";
+    world.act([&] { open_serial_port(world.copy()); });
+    world.run_for(1s);
+    close();
+    EXPECT_EQ(world.line.device(), "/dev/ttyUSB7");
+    EXPECT_EQ(world.line.attempts().size(), 3u);
+    EXPECT_TRUE(world.state().comm.SerComReady);
 }
 
 // Without a window
@@ -171,6 +252,10 @@ TEST(SerialPortWithoutAWindow, AFailedOpenIsLoggedOnceAndTriedAgainForEver) {
         world.log(),
         ElementsAre("05 Oct 2026 14:00:00 (Computer time) COM Port Error, Please check that the selected port exists"));
     EXPECT_THAT(world.notices.boxes, IsEmpty());
+    ASSERT_EQ(world.notices.balloons.size(), 1u) << "the first failure alone";
+    EXPECT_EQ(world.notices.balloons[0].what.title, "Comms Error");
+    EXPECT_EQ(world.notices.balloons[0].what.text, "COM Port Error, Please check that the selected port exists (" +
+                                                       default_device(1) + ")\r\nNimbry tries again by itself.");
     EXPECT_FALSE(world.copy().timers.running(TimerId::TimComFail));
     EXPECT_EQ(world.state().additional.txtStarted.text, "05 Oct 2026 14:00:00") << "the load went on";
     EXPECT_EQ(world.state().comm.PortTrouble,
@@ -215,11 +300,17 @@ TEST_P(LostPort, IsLoggedOnceWhenItGoesAndOnceWhenItIsBackAndNeverAsksAnybody) {
     EXPECT_EQ(world.panel().lblStatus.fore, colours::blue);
     world.run_for(500ms);
     const Instant lost = world.clock.monotonic();
+    ASSERT_EQ(world.notices.balloons.size(), 1u);
+    EXPECT_EQ(world.notices.balloons[0].what.title, "Comms Error");
+    EXPECT_EQ(world.notices.balloons[0].what.anchor, "TxtWindChill");
+    EXPECT_EQ(world.notices.balloons[0].what.text,
+              "Serial port lost (" + default_device(1) + ")\r\nNimbry tries to open it again by itself.");
     EXPECT_THAT(world.log(), ElementsAre("05 Oct 2026 14:00:10 (Computer time) Serial port lost"));
     world.run_for(60s);
     EXPECT_THAT(attempts_since(world.line, lost), ElementsAre(1000, 3000, 8000, 18000, 48000));
     EXPECT_EQ(world.notices.boxes.size(), 0u);
     EXPECT_EQ(world.state().comm.PortTrouble, "Serial port lost (" + default_device(1) + ")");
+    EXPECT_EQ(world.panel().lblStatus.tip, world.state().comm.PortTrouble);
 
     world.line.plug_in(default_device(1));
     world.run_for(18s);
@@ -227,6 +318,9 @@ TEST_P(LostPort, IsLoggedOnceWhenItGoesAndOnceWhenItIsBackAndNeverAsksAnybody) {
     world.run_for(500ms);
     EXPECT_TRUE(world.state().comm.SerComReady);
     EXPECT_EQ(world.state().comm.PortTrouble, "");
+    EXPECT_EQ(world.panel().lblStatus.tip, "");
+    EXPECT_EQ(world.notices.balloons.back().what.icon, "i");
+    EXPECT_EQ(world.notices.balloons.back().what.text, "Serial port opened again (" + default_device(1) + ")");
     EXPECT_THAT(world.log(),
                 ElementsAre("05 Oct 2026 14:00:10 (Computer time) Serial port lost",
                             "05 Oct 2026 14:01:00 (Computer time) Communications error - no data being received",
@@ -241,6 +335,18 @@ TEST_P(LostPort, IsLoggedOnceWhenItGoesAndOnceWhenItIsBackAndNeverAsksAnybody) {
 
 INSTANTIATE_TEST_SUITE_P(BothPrograms, LostPort, testing::Bool(),
                          [](const auto& param) { return param.param ? "WithAWindow" : "WithoutAWindow"; });
+
+TEST(LostPortOnce, StaysInTheLabelThoughAFrameHadJustCome) {
+    StartedWorld world;
+    world.send_trains(1);
+    world.send_train();
+    ASSERT_TRUE(world.copy().timers.running(TimerId::Timer2)) << "the lamp still flashes";
+    world.unplug();
+    world.run_for(5s);
+    EXPECT_EQ(world.panel().lblStatus.text, "Comms Error");
+    EXPECT_EQ(world.panel().lblStatus.fore, colours::blue);
+    EXPECT_EQ(world.panel().Lamp.fore, colours::black);
+}
 
 TEST(LostPortOnce, HalfAFrameOfTheOldPortIsNoPartOfTheFirstOfTheNew) {
     StartedWorld world;

@@ -86,7 +86,9 @@ TEST(Forwarding, AFailedAddressDoesNotStopTheLaterOnes) {
     ASSERT_EQ(server.notices.balloons.size(), 1U);
     const Balloon& balloon = server.notices.balloons[0].what;
     EXPECT_EQ(balloon.title, "Network Error");
-    EXPECT_EQ(balloon.text, "Network error. Unable to send data to Nimbry client(s) Network is unreachable (101)");
+    EXPECT_EQ(balloon.text,
+              "Network error. Unable to send data to Nimbry client(s) Network is unreachable (101)\r\nThe address is "
+              "255.255.255.255");
     EXPECT_EQ(balloon.closes_after, Milliseconds{5000});
     EXPECT_TRUE(server.log_lines().empty());
 }
@@ -100,7 +102,8 @@ TEST(Forwarding, AnEntryThatIsNoAddressIsAFailureAndNeverAnotherAddress) {
         EXPECT_EQ(server.hosts(), std::vector<std::string>{"10.0.0.2"});
         ASSERT_EQ(server.notices.balloons.size(), 1U);
         EXPECT_EQ(server.notices.balloons[0].what.text,
-                  "Network error. Unable to send data to Nimbry client(s) Invalid argument (10022)");
+                  std::string("Network error. Unable to send data to Nimbry client(s) Invalid argument (10022)") +
+                      (*entry == '\0' ? "" : std::string("\r\nThe address is ") + entry));
     }
 }
 
@@ -109,7 +112,8 @@ TEST(Forwarding, OneNoticeAFrameTellsOfTheFirstFailure) {
     server.datasock.refusals = {{"10.0.0.2", {13, "Permission denied"}}, {"10.0.0.7", {5, "Odd"}}};
     forwardgroup(server.copy, write_train({}));
     ASSERT_EQ(server.notices.balloons.size(), 1U);
-    EXPECT_EQ(server.notices.balloons[0].what.text, "Network error. Unable to send data to Nimbry client(s) Odd (5)");
+    EXPECT_EQ(server.notices.balloons[0].what.text,
+              "Network error. Unable to send data to Nimbry client(s) Odd (5)\r\nThe address is 10.0.0.7");
     forwardgroup(server.copy, write_train({}));
     EXPECT_EQ(server.notices.balloons.size(), 2U);
 }

@@ -27,6 +27,13 @@ TEST(FtpStatusEvent, OfAFailureIsTakenOnceAndASuccessStillAfterIt) {
     EXPECT_EQ(world.logged(), told);
 }
 
+TEST(FtpStatusEvent, WithoutANameIsToldByItsDigitsAndInWords) {
+    UploadWorld world;
+    status_event(world.copy, 27, "Out of memory");
+    EXPECT_EQ(world.logged(), Lines{" Unable to make a connection to the remote FTP server: 27 (Out of memory)"});
+    EXPECT_EQ(world.upload().fault, "Unable to make a connection to the remote FTP server: 27 (Out of memory)");
+}
+
 TEST(FtpTransferFailureEvent, IsTakenOnce) {
     UploadWorld world;
     restart_watchdog(world.copy);

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <string>
+#include <utility>
 
 #include "engine/publish/mail_body.h"
 #include "engine/records/extremes.h"
@@ -13,6 +14,23 @@ namespace nimbry::test {
 namespace {
 
 using namespace std::chrono_literals;
+
+TEST_F(Mails, WithoutAServerOrAnAddressSayWhatIsMissing) {
+    settings.ChkSendMail = false;  // a forced mail goes all the same
+    for (const auto& [field, name] : {std::pair{&InternetDialog::MailServer, "Mail Server"},
+                                      {&InternetDialog::MailTo, "Mail To"},
+                                      {&InternetDialog::MailMyAddr, "Your email address"}}) {
+        const std::string kept = std::exchange(settings.*field, " ");
+        uploadmail(world.copy);
+        const std::string missing = "The " + std::string(name) + " field has not been completed.";
+        EXPECT_EQ(publish.last_mail.result, missing);
+        EXPECT_TRUE(logged(" Email send failed: " + missing));
+        EXPECT_EQ(world.notices.balloons.back().what.text, "Nimbry was unable to send Email\r\n" + missing);
+        settings.*field = kept;
+    }
+    EXPECT_TRUE(sent().empty());
+    EXPECT_FALSE(publish.emailbusy);
+}
 
 TEST_F(Mails, GoToTheServerOfTheSettingsFromTheProgramsName) {
     settings.Mailcc = "c@home.net";

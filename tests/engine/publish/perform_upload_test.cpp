@@ -265,6 +265,20 @@ TEST(PerformUpload, NamesWhyItCouldNotConnect) {
     }
 }
 
+TEST(PerformUpload, SaysThatThereIsNoServerToConnectTo) {
+    UploadWorld world;
+    world.settings().FTPServer = " ";
+    world.transfers.ftp.connect = {.end = {.status = 3, .words = "URL using bad/illegal format or missing URL"}};
+    FTPupload(world.copy);
+    EXPECT_EQ(world.state.publish.last_ftp.result,
+              "Unable to make a connection to the remote FTP server: 3 (The Remote FTP Server field has not been "
+              "completed.)");
+    world.settings().FTPServer = "ftp.example.net";
+    FTPupload(world.copy);
+    EXPECT_EQ(world.state.publish.last_ftp.result,
+              "Unable to make a connection to the remote FTP server: 3 (URL using bad/illegal format or missing URL)");
+}
+
 TEST(PerformUpload, LogsSuccessIfTheUserWantsIt) {
     UploadWorld world;
     world.state.settings.mlogftp = true;

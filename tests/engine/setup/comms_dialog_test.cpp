@@ -40,6 +40,20 @@ TEST_F(CommsDialogTest, OpensWithTheSettingsInForce) {
     EXPECT_EQ(dialog.txtIP, "");
 }
 
+TEST_F(CommsDialogTest, OfAServerAnEntryThatIsNoAddressIsNamed) {
+    CommsDialog dialog = opened();
+    dialog.Check1 = true;
+    dialog.IPList = {"10.0.0.1", "300.1.1.1", "somewhere"};
+    const auto box = unfit_comms(world.copy, dialog);
+    ASSERT_TRUE(box);
+    EXPECT_EQ(box->text, "The IP address appears to be invalid.\r\nUse the format nnn.nnn.nnn.nnn");
+    EXPECT_EQ(box->detail, "In the list: 300.1.1.1");
+    dialog.Check2 = true;
+    EXPECT_EQ(unfit(dialog), "") << "a client sends to nobody";
+    dialog.Check1 = dialog.Check2 = false;
+    EXPECT_EQ(unfit(dialog), "") << "nor does a copy alone";
+}
+
 TEST_F(CommsDialogTest, EveryControlIsASettingOfItsOwn) {
     CommsDialog dialog = opened();
     EXPECT_EQ(dialog_controls(dialog).size(), 14U);
