@@ -151,7 +151,7 @@ TEST(GraphLayout, AFullDayInASmallPaneIsNoMoreThanTwoPointsAColumn) {
     for (const GraphLine& line : day(GraphKind::wind, false).lines) EXPECT_LE(layout.path(line.points).size(), 202U);
 }
 
-TEST(GraphLayout, a_straight_line_of_many_points_is_one_of_its_ends) {
+TEST(GraphLayout, AStraightLineOfManyPointsIsOneOfItsEnds) {
     const GraphLayout layout = small_pane();
     std::vector<TwipPoint> rising, level;
     for (int n = 0; n < 400; ++n) {
@@ -165,7 +165,7 @@ TEST(GraphLayout, a_straight_line_of_many_points_is_one_of_its_ends) {
     }
 }
 
-TEST(GraphLayout, a_line_passes_every_point_that_it_leaves_out_within_a_tenth_of_a_pixel) {
+TEST(GraphLayout, ALinePassesEveryPointThatItLeavesOutWithinATenthOfAPixel) {
     const GraphLayout layout = small_pane();
     // Half a wave and a flat stretch: one point a column, 12.6 twips apart.
     std::vector<TwipPoint> points;
