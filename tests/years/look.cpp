@@ -204,7 +204,7 @@ void Years::look_at_timers() {
     for (const Cause& cause :
          {Cause{TimerId::Timer2, state.panel.Lamp.fore == colours::red},
           Cause{TimerId::TimDisplay, state.status_message.open}, Cause{TimerId::TimAlarm, alarm},
-          Cause{TimerId::TimFTPTOT, state.publish.uloadftpbusy.is_set()}, Cause{TimerId::Timer1, false}})
+          Cause{TimerId::TimFTPTOT, static_cast<bool>(state.publish.uloadftpbusy)}, Cause{TimerId::Timer1, false}})
         if (runs(cause.timer) != cause.stands)
             complain("the timer " + std::string(Timers::name(cause.timer)) + (cause.stands ? " is lost" : " runs on"));
 }
