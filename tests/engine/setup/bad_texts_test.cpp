@@ -138,8 +138,8 @@ const Field fields[] = {
          accept_rain_days(world.copy, {text, "0"});
          return "=" + std::to_string(world.state.records.DaySinceRain);
      },
-     // What is no number changes nothing; halves go to the even day.
-     {"=3", "=3", "=3", "=2147483647", "=2", "=3", "=3", "=2147483647"}},
+     // What is no number changes nothing; one that no double holds is 0; halves go to the even day.
+     {"=3", "=3", "=3", "=0", "=2", "=3", "=3", "=0"}},
     {"amount of the last rain",
      [](test::BareCopy& world, const std::string& text) {
          accept_rain_days(world.copy, {"1", text});
