@@ -71,17 +71,19 @@ bool short_text(Number value, std::string& text) {
     char* const end = digits.data() + digits.size();
     char* begin = end;
     int places = 3;
-    const auto put_last_digit = [&] {
-        *--begin = static_cast<char>('0' + left % 10);
-        left /= 10;
-    };
+    const auto last_digit = [](std::uint64_t number) { return static_cast<char>('0' + number % 10); };
     for (; places > 0 && left % 10 == 0; --places) left /= 10;
     if (places > 0) {
-        for (; places > 0; --places) put_last_digit();
+        for (; places > 0; --places) {
+            *--begin = last_digit(left);
+            left /= 10;
+        }
         *--begin = '.';
     }
-    put_last_digit();  // the one before the point, also when it is 0
-    while (left > 0) put_last_digit();
+    do {
+        *--begin = last_digit(left);
+        left /= 10;
+    } while (left > 0);
     if (thousandths < 0) *--begin = '-';
     text.assign(begin, end);
     return true;
