@@ -45,7 +45,7 @@ struct MainMenu {
 inline constexpr std::array publishing_entries{&MainMenu::mnuInternet, &MainMenu::mnulogFTP, &MainMenu::mnulogMail,
                                                &MainMenu::mnuLogWU,    &MainMenu::mnuLogHW,  &MainMenu::mnuLogAPRS};
 
-/// Entries of settings that a client takes from its server.
+/// The other entries that a client must not use.
 inline constexpr std::array server_entries{&MainMenu::mnuAlarms, &MainMenu::mnuLatLong, &MainMenu::mnuNoFTPPop,
                                            &MainMenu::mnuNoMailPop};
 
