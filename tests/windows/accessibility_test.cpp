@@ -18,11 +18,12 @@ namespace {
 
 QStringList alerts;
 
-void listen(QAccessibleEvent* event) {
+}  // namespace
+
+// No test machine has a screen reader that would switch Qt's own on: what the windows tell one ends here.
+void QAccessible::updateAccessibility(QAccessibleEvent* event) {
     if (event->type() == QAccessible::Alert) alerts.append(event->object()->objectName());
 }
-
-}  // namespace
 
 namespace nimbry::test {
 namespace {
@@ -32,17 +33,11 @@ using windows::Form1;
 /// Listens in a screen reader's place.
 class ScreenReader : public testing::Test {
 protected:
-    ScreenReader() : heard_before_(QAccessible::installUpdateHandler(listen)), was_active_(QAccessible::isActive()) {
-        QAccessible::setActive(true);
+    ScreenReader() {
         fill_with_a_plain_day(state);
         form = std::make_unique<Form1>(state, Form1::Actions{});
         form->show();
         alerts.clear();
-    }
-    ~ScreenReader() override {
-        form.reset();
-        QAccessible::setActive(was_active_);
-        QAccessible::installUpdateHandler(heard_before_);
     }
 
     /// The names of the widgets that the reader was told of since the last call.
@@ -56,10 +51,6 @@ protected:
 
     WeatherState state;
     std::unique_ptr<Form1> form;
-
-private:
-    QAccessible::UpdateHandler heard_before_;
-    bool was_active_;
 };
 
 TEST_F(ScreenReader, HasTheNameTheValueAndTheTipOfEachReading) {
