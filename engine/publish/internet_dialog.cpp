@@ -127,6 +127,7 @@ std::vector<DialogControl> dialog_controls(InternetDialog& dialog) {
 std::vector<InternetKey> internet_keys() {
     const D defaults;
     std::vector<InternetKey> keys;
+    keys.reserve(std::size(rows) + std::size(password_rows) + 2);
     for (const Row& row : rows) keys.push_back({row.key, value_text(defaults, row), row.optional});
     for (const auto& [password, optional] : password_rows)
         keys.push_back({password.key, stored_password(password, defaults.*password.value), optional});

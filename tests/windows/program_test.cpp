@@ -329,14 +329,14 @@ TEST(Program, LetsAnotherPortBeChosenForTheOneThatIsNotThere) {
                   [&station] {
                       auto* dialog = visible_window<windows::CommsWindow>();
                       dialog->findChild<QComboBox*>(QStringLiteral("SerialPort1"))
-                          ->setEditText(QString::fromStdString(station.name()));
+                          ->setEditText(QString::fromStdString(station.device()));
                       dialog->findChild<QAbstractButton*>(QStringLiteral("Command1"))->click();
                   });
     onlooker.when([] { return visible_window<windows::Form1>() != nullptr; },
                   [] { visible_window<windows::Form1>()->findChild<QAction*>("mnuExit1")->trigger(); });
     EXPECT_EQ(run_with_window(folder.path().toStdString(), "/dev/no-such-port", false), 0);
     EXPECT_TRUE(onlooker.saw_all());
-    EXPECT_NE(contents(folder, "Nimbry.ini").find("SerialPort1=" + station.name()), std::string::npos);
+    EXPECT_NE(contents(folder, "Nimbry.ini").find("SerialPort1=" + station.device()), std::string::npos);
     EXPECT_EQ(contents(folder, "nbyprog.log").find("COM Port Error"), std::string::npos);
 }
 
