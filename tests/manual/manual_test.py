@@ -181,7 +181,7 @@ def literals(text):
 
 # Texts of so many words that are no message: names of fields, what a request says, a slip of whoever changes the program.
 NO_MESSAGES = {
-    "&weather=&clouds=&softwaretype=Nimbry 2.02", "text/plain; charset=windows-1252",
+    "&weather=&clouds=&softwaretype=Nimbry ", "text/plain; charset=windows-1252",
     "CWOP/APRSWXNET user ID", "Weather Underground upload details", "Weatherforyou/Hamweather upload details",
     "Nimbry Client/Server Synchronization", "Waiting for next FTP upload ....",
     "[--dir DIR] [--device PATH]", "usage: nimbryctl [--dir DIR] VERB ...",

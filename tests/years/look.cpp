@@ -179,10 +179,11 @@ void Years::look_at_copy() {
     if (state.run.HaveError) complain("an error stands");
     if (state.run.DuplicateError) complain("a record routine has gone on after an error");
     if (!state.run.fullystarted) complain("the copy has not started fully");
+    // Some minutes have no sound train.
+    constexpr int a_day = 1440, of_two_days = 1400;
     const int samples = state.graphs.rows.windsamples();
-    constexpr int a_day = 1440, at_least = 1400;
-    const bool long_enough = calm() && calm_yesterday_ && now() - graphs_began_ > 36h;
-    if (samples > a_day || (long_enough && samples < at_least))
+    const bool full = calm() && calm_yesterday_ && now() - graphs_began_ > 48h;
+    if (samples > a_day || (full && samples < of_two_days))
         complain("the graphs have " + std::to_string(samples) + " samples");
 }
 
@@ -218,7 +219,7 @@ void Years::look_at_alarms() {
     const bool heard = std::find(played.begin(), played.end(), "Nimbry.WAV") != played.end();
     if (heard) ++tally_["days with alarms"];
     tally_["alarm mails"] += static_cast<int>(mailed);
-    constexpr int most = 10;
+    constexpr int most = 15;  // two trains a minute, and 210 of them between two mails
     if (calm() && mailed > most) complain(std::to_string(mailed) + " mails of alarms");
     if (calm() && mailed > 0 && !heard) complain("an alarm was mailed and not heard");
     if (calm() && !servers_troubled_ && heard && mailed == 0 && !alarm_mailed_yesterday_)

@@ -222,7 +222,7 @@ void Years::mend_servers() {
 
 void Years::change_units() {
     ++tally_["new units"];
-    graphs_began_ = now();  // the samples of the old ones go
+    graphs_began_ = now();  // the samples in the old ones go
     const bool us = chance_.one_in(2);
     world_->act([this, us] {
         UnitsDialog dialog = units_dialog(world_->state().settings);
@@ -275,14 +275,15 @@ void Years::look_after_unexpected_exit() {
 }
 
 void Years::send_train() {
+    using half_minutes = std::chrono::duration<int, std::ratio<30>>;
     const CivilTime moment = now();
     // The station's own pace around the changeover and in the minute of the mail, which goes in its first ten seconds;
-    // a minute between two trains is enough for the rest of the day.
+    // one when the graphs take their sample, and one that ends this, is enough for the rest of a minute.
     const auto within = [&](CivilTime from, CivilTime to) { return moment >= from && moment <= to; };
     const CivilTime mail = change_ + half_a_day - 30min;
     const bool close = within(change_ - 10min, change_ + 3min) || within(mail - 2min, mail + 1min);
     // No station keeps ten seconds exactly, so that two trains may come in the change's last ten.
-    next_train_ = moment + (close ? 9s + chance_.within(3s) : 60s);
+    next_train_ = close ? moment + 9s + chance_.within(3s) : std::chrono::floor<half_minutes>(moment) + 35s;
     if (silent_) return;
     StationReadings readings = weather_.at(moment);
     if (sensor_fault_) sensor_fault_(readings);

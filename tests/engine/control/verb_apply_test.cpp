@@ -56,7 +56,7 @@ TEST_F(Apply, CommsNamesAnEntryOfTheListThatIsNoAddress) {
     set("Main", "bcastnet", "True");
     EXPECT_EQ(ask({"apply", "comms"}), VerbStatus::failed);
     EXPECT_EQ(complaint(),
-              "The IP address appears to be invalid. / Use the format nnn.nnn.nnn.nnn / In the list: 300.1.1.1");
+              "The IP address appears to be invalid. Use the format nnn.nnn.nnn.nnn In the list: 300.1.1.1");
     EXPECT_FALSE(world.datasock.is_open());
 }
 

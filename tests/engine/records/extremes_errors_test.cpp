@@ -139,8 +139,9 @@ TEST(ExtremesErrors, ADamagedFileOfTodayBeginsTheDayAnew) {
     days.world.files.put("nimbrYDay.log", day_text("05 Oct 2026 08:58:50", 32));
     days.world.files.put("nimbrTDay.log", "05 Oct 20");
     days.start();
-    days.trains(at(10, 5, 14, 0, 0), at(10, 5, 14, 0, 20));
+    days.trains(at(10, 5, 14, 0, 0), at(10, 5, 14, 0, 10));
     days.world.run_for(5s);
+    days.trains(at(10, 5, 14, 0, 20), at(10, 5, 14, 0, 30));
     EXPECT_FALSE(days.world.engine.gone());
     EXPECT_TRUE(days.world.state().run.YFileOK);
     EXPECT_EQ(days.world.state().records.day.mintemp, 12.3F);

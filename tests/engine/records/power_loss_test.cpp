@@ -190,7 +190,9 @@ std::unique_ptr<WeatherDays> started_after(const MemoryFiles& disk, CivilTime ch
         started->world.files.add_folder("/local");
         started->inherit(next == nullptr ? disk : next->world.files);
         started->start();
-        started->trains(change + 8min, change + 8min + 40s);
+        started->trains(change + 8min, change + 8min + 10s);
+        started->world.run_for(5s);  // a damaged file is waited over
+        started->trains(change + 8min + 20s, change + 8min + 40s);
         next = std::move(started);
         if (!next->world.engine.gone()) break;
     }
@@ -308,7 +310,6 @@ TEST_P(PowerLoss, ANightThatNothingHappensInHasItAll) {
     if (night.sections == local) return;
     EXPECT_FALSE(sound.days.world.transfers.mails.empty());
     EXPECT_FALSE(sound.days.world.transfers.ftp.sent.empty());
-    EXPECT_FALSE(sound.days.world.transfers.asked.empty());
     const auto& played = sound.days.world.sounds.played;
     EXPECT_NE(std::find(played.begin(), played.end(), "Nimbry.WAV"), played.end());
 }

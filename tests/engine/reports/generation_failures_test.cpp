@@ -67,6 +67,7 @@ TEST_F(GenerationFailures, ATemplateThatIsReplacedWhileItIsReadGivesAWholePageAn
             genhtml(world.copy);
             world.files.before_each_change({});
             moments = std::max(moments, calls);
+            if (calls <= moment) continue;  // the generation had ended by then
             for (const char* name : {"nbyxauto.html", "nbyxauto5.html"})
                 EXPECT_TRUE(file(name) == old_page || file(name) == new_page || (away && !world.files.exists(name)))
                     << file(name);
