@@ -30,7 +30,7 @@ const GraphDrawing& day(GraphKind kind, bool main = true) {
                 all.push_back(graph_drawing(state.graphs, static_cast<GraphKind>(n), true, large));
         return all;
     }();
-    return drawings[static_cast<std::size_t>(static_cast<int>(kind) + (main ? 0 : graph_count))];
+    return drawings[static_cast<std::size_t>(kind) + (main ? 0U : std::size_t{graph_count})];
 }
 
 struct SizeCase {
