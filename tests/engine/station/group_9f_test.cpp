@@ -148,7 +148,7 @@ TEST_F(Group9F, ShowsTheHeatIndexFromTwentyDegreesOn) {
         SCOPED_TRACE(c.what);
         station.temperature.outdoor = c.celsius;
         station.humidity.outdoor = c.humidity;
-        const bool has_unit = std::string(c.metric) != "";
+        const bool has_unit = !std::string(c.metric).empty();
         use(TemperatureUnit::celsius);
         train();
         EXPECT_EQ(panel.TxtHeatInd.text, std::string(c.in_celsius) + (has_unit ? " \260C" : ""));
