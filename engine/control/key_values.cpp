@@ -8,7 +8,9 @@
 #include "engine/derived/number_text.h"
 #include "engine/network/client_address.h"
 #include "engine/publish/internet_dialog.h"
+#include "engine/publish/server_settings.h"
 #include "engine/setup/comms_dialog.h"
+#include "engine/sun/location.h"
 
 namespace nimbry {
 namespace {
@@ -32,9 +34,7 @@ struct Rule {
     std::array<std::string_view, 3> words{};
 };
 
-constexpr double highest_port = 65535;
 constexpr double minutes_of_a_day = 1440;
-constexpr double no_location = 999;
 
 // A key a line.
 // clang-format off

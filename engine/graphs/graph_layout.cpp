@@ -49,6 +49,7 @@ std::vector<PixelPoint> without_straight_ones(const std::vector<PixelPoint>& poi
     constexpr double any = std::numeric_limits<double>::infinity();
     if (points.size() < 3) return points;
     std::vector<PixelPoint> kept{points.front()};
+    // Of a point in the same place it is infinite or none, which keeps the point or asks for nothing.
     const auto slope_to = [&kept](PixelPoint at, double off) {
         return (at.y + off - kept.back().y) / (at.x - kept.back().x);
     };
