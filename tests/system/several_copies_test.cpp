@@ -72,7 +72,8 @@ struct Member {
     [[nodiscard]] QJsonObject part(const char* name) const { return copy->status()[QLatin1String(name)].toObject(); }
     [[nodiscard]] std::string sync_result() const { return part("sync")["last_result"].toString().toStdString(); }
 
-    /// Every box that tells of the weather, by its name. What tells of the copy itself differs.
+    /// Every box that tells of the weather, by its name. Left out is what tells of the copy itself, and of the minute in
+    /// which a train reached it: a minute may turn between the server's moment and the client's.
     [[nodiscard]] std::map<std::string, std::string> boxes() const {
         Process asked(NIMBRYCTL, {"--dir", folder.path(), "boxes"});
         if (asked.ending() != exited(0)) return {};
@@ -81,13 +82,15 @@ struct Member {
         for (std::size_t at = 0; at < text.size();) {
             const std::size_t end = text.find('\n', at);
             const std::string line = text.substr(at, end - at);
-            boxes[line.substr(0, line.find('\t'))] = line.substr(line.find('\t') + 1);
+            const std::string value = line.substr(line.find('\t') + 1);
+            boxes[line.substr(0, line.find('\t'))] = value.substr(0, value.find(" at "));
             at = end + 1;
         }
         boxes.erase("txtStarted");
         boxes.erase("txtRunning");
-        // The first sample of a ring reads "0 mm", later ones " 0 mm", and a client goes on with its server's ring.
+        // The last hour is looked at when a minute has turned: a client that came since shows nothing yet.
         boxes.erase("TxtRainLH");
+        boxes.erase("TxtWindGLH");
         boxes.erase("txtAmtLastRain");  // a copy that found no file of the day shows it without its unit
         return boxes;
     }
