@@ -72,8 +72,8 @@ struct Member {
     [[nodiscard]] QJsonObject part(const char* name) const { return copy->status()[QLatin1String(name)].toObject(); }
     [[nodiscard]] std::string sync_result() const { return part("sync")["last_result"].toString().toStdString(); }
 
-    /// Every box that tells of the weather, by its name. Left out is what tells of the copy itself, and of the minute in
-    /// which a train reached it: a minute may turn between the server's moment and the client's.
+    /// Every box that tells of the weather, by its name. Left out is what tells of the copy itself, and of the minute
+    /// in which a train reached it: a minute may turn between the server's moment and the client's.
     [[nodiscard]] std::map<std::string, std::string> boxes() const {
         Process asked(NIMBRYCTL, {"--dir", folder.path(), "boxes"});
         if (asked.ending() != exited(0)) return {};
