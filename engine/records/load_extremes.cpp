@@ -114,17 +114,19 @@ void make_up_for_changeover(Copy& copy, CivilTime stamp) {
     throw WaitCancelled{};  // nothing of the cycle that asked for the files may go on
 }
 
-// Puts a damaged file out of the way, so that it stops one start at most.
-void set_aside(Files& files, std::string_view name) {
-    const std::string aside = std::string(name.substr(0, name.rfind('.'))) + ".bad";
+// Puts a damaged file out of the way, so that it stops one start at most. Its records are lost: the log says why.
+void set_aside(Copy& copy, std::string_view name) {
+    Files& files = copy.ports.files;
+    const std::string damaged(name), aside = damaged.substr(0, damaged.rfind('.')) + ".bad";
     if (files.exists(aside)) files.remove(aside);
-    files.rename(std::string(name), aside);
+    files.rename(damaged, aside);
+    copy.log.event_or_nothing(" " + damaged + " is damaged and was put aside as " + aside);
 }
 
 // The program leaves for one file: the other, if it is damaged too, must not stop the next start as well.
-void set_aside_if_damaged(Files& files, std::string_view name) {
+void set_aside_if_damaged(Copy& copy, std::string_view name) {
     std::string text;
-    if (files.read(std::string(name), text) != FileResult::ok) return;
+    if (copy.ports.files.read(std::string(name), text) != FileResult::ok) return;
     try {
         if (name == today_file) {
             static_cast<void>(read_today(text));
@@ -132,7 +134,7 @@ void set_aside_if_damaged(Files& files, std::string_view name) {
             static_cast<void>(read_yesterday(text));
         }
     } catch (const RunTimeError&) {
-        set_aside(files, name);
+        set_aside(copy, name);
     }
 }
 
@@ -151,11 +153,14 @@ bool load_file(Copy& copy, std::string_view name, Load&& load) {
         }
         if (!damage) return;
         put_aside = true;
-        set_aside(copy.ports.files, name);
-        if (name == today_file) start_today_afresh(copy.state);
+        set_aside(copy, name);
+        if (name == today_file) {
+            start_today_afresh(copy.state);
+        } else {
+            show_no_yesterday(copy.state);
+        }
         if (damage->number != ErrorNumber::past_end) throw *damage;
-        for (const std::string_view either : {yesterday_file, today_file})
-            set_aside_if_damaged(copy.ports.files, either);
+        for (const std::string_view either : {yesterday_file, today_file}) set_aside_if_damaged(copy, either);
         leave_for_short_file(copy);
     });
     return put_aside;

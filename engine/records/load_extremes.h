@@ -20,7 +20,8 @@ void reload_in_new_units(Copy& copy);
 ///
 /// `units_changed`: after a change of units the column and units lines go to the weather log, the graphs start afresh,
 /// and no changeover is made up for. A file that is too short ends the program with a box; any other damage bears the
-/// tag "ResYesterday". A damaged file is renamed to `.bad`, so that the next start goes without it. May wait.
+/// tag "ResYesterday". A damaged file is renamed to `.bad`, which the program log tells, and is as good as none from
+/// then on: the next start goes without it. May wait.
 void loadextremes(Copy& copy, bool units_changed = false);
 
 }  // namespace nimbry

@@ -117,6 +117,9 @@ TEST(ExtremesErrors, TwoShortFilesStopOneStartTogether) {
     EXPECT_TRUE(days.world.files.exists("nimbrTDay.bad"));
     EXPECT_FALSE(days.world.files.exists("nimbrYDay.log"));
     EXPECT_FALSE(days.world.files.exists("nimbrTDay.log"));
+    const std::string& log = days.world.files.contents("nbyprog.log");
+    EXPECT_NE(log.find(" nimbrYDay.log is damaged and was put aside as nimbrYDay.bad\r\n"), std::string::npos);
+    EXPECT_NE(log.find(" nimbrTDay.log is damaged and was put aside as nimbrTDay.bad\r\n"), std::string::npos);
 }
 
 // Today's file is whole and older than the changeover, which nobody has made.
@@ -145,6 +148,20 @@ TEST(ExtremesErrors, ADamagedFileOfTodayBeginsTheDayAnew) {
     EXPECT_FALSE(days.world.engine.gone());
     EXPECT_TRUE(days.world.state().run.YFileOK);
     EXPECT_EQ(days.world.state().records.day.mintemp, 12.3F);
+}
+
+TEST(ExtremesErrors, ADamagedFileOfYesterdayIsAsGoodAsNoneAndTheLogNamesIt) {
+    WeatherDays days(at(10, 5, 14, 0, 0));
+    days.world.files.put("nimbrYDay.log", "no date\r\n");
+    days.world.files.put("nimbrTDay.log", day_text("05 Oct 2026 13:50:00", 33));
+    days.start();
+    days.trains(at(10, 5, 14, 0, 0), at(10, 5, 14, 0, 10));
+    days.world.run_for(5s);
+    EXPECT_FALSE(days.world.engine.gone());
+    EXPECT_EQ(days.world.state().panel.TxtYTempMax.text, "- No Data Available -");
+    EXPECT_EQ(days.world.state().panel.TxtRainYest.text, " -- ");
+    EXPECT_EQ(days.world.lines("nbyprog.log").back(),
+              "05 Oct 2026 14:00:10 nimbrYDay.log is damaged and was put aside as nimbrYDay.bad");
 }
 
 // A disk that does not let a file be read has not damaged it.
