@@ -7,7 +7,6 @@
 #include <fstream>
 #include <memory>
 #include <span>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -34,10 +33,11 @@ public:
 
 std::string read_whole(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
+    std::string text;
+    for (char byte = 0; file.get(byte);) text += byte;
+    // A folder opens like a file, and fails at its first byte.
     if (!file.is_open() || file.bad()) throw FileFailure(path, std::string("cannot be read: ") + std::strerror(errno));
-    return text.str();
+    return text;
 }
 
 nimbry::CivilTime computer_time() {

@@ -231,6 +231,8 @@ TEST_F(StationTest, NamesWhatIsWrongInOneLine) {
               std::string::npos);
     EXPECT_EQ(complaint({"--link", line(), "--scenario", folder.path("none")}, 1),
               folder.path("none") + ": cannot be read: No such file or directory\n");
+    EXPECT_EQ(complaint({"--link", line(), "--scenario", folder.path("")}, 1),
+              folder.path("") + ": cannot be read: Is a directory\n");
     EXPECT_EQ(complaint({"--device", folder.path("none")}, 1),
               folder.path("none") + ": cannot be opened: No such file or directory\n");
     EXPECT_EQ(complaint({"--device", folder.path("bad.stream")}, 1),
