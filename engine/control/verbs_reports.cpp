@@ -26,7 +26,8 @@ VerbStatus tag_verb(Copy& copy, const std::vector<std::string>& names, Asker& as
     if (names.empty() || !words_only(names)) return VerbStatus::bad_usage;
     for (const std::string& name : names) {
         if (tag_named(name) != nullptr) continue;
-        asker.complain("There is no tag " + utf8_text(name));
+        const bool in_tildes = name.starts_with("~~");
+        asker.complain("There is no tag " + utf8_text(name) + (in_tildes ? ": it is named without its tildes" : ""));
         return VerbStatus::failed;
     }
     refresh_tag_sources(copy);

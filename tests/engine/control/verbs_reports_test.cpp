@@ -57,6 +57,7 @@ TEST_F(VerbsOfReports, ANameThatNoTagHasIsRefused) {
     EXPECT_EQ(complaint(), "There is no tag weboutTEMP");
     EXPECT_EQ(asker.out, "");
     EXPECT_EQ(ask({"tag", "~~WEBOUTTEMP~~"}), VerbStatus::failed);
+    EXPECT_EQ(complaint(), "There is no tag ~~WEBOUTTEMP~~: it is named without its tildes");
     EXPECT_EQ(ask({"tag"}), VerbStatus::bad_usage);
 }
 

@@ -50,7 +50,8 @@ TEST(TagManual, IsTheTableOfTheTags) {
         GTEST_SKIP() << "written anew: " << manual_file;
     }
     std::ifstream file(manual_file, std::ios::binary);
-    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), manual());
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), manual())
+        << "once more with NIMBRY_REWRITE_GOLDEN=1 in the environment, and it is written anew";
 }
 
 }  // namespace
