@@ -1,6 +1,7 @@
 #include "engine/publish/weather_query.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "engine/core/version.h"
@@ -27,6 +28,8 @@ constexpr WeatherService underground{"Weather Underground",
 constexpr WeatherService for_you{"Weatherforyou",         "www.hamweather.net",    "/weatherstations/vwsupdate.php?ID=",
                                  &InternetDialog::chkHW,  &InternetDialog::HWuser, &InternetDialog::HWpass,
                                  &InternetDialog::HWhost, &MainMenu::mnuLogHW};
+
+constexpr std::array services{&underground, &for_you};
 
 std::string at_least_three(std::string text) {
     return text.size() < 3 ? text.insert(0, 3 - text.size(), '0') : text;
@@ -116,6 +119,10 @@ const WeatherService& weather_underground() {
 
 const WeatherService& hamweather() {
     return for_you;
+}
+
+std::span<const WeatherService* const> services_by_query() {
+    return services;
 }
 
 std::string weather_items(WeatherState& state, CivilTime utc) {

@@ -1,12 +1,13 @@
 #pragma once
 
+#include <span>
 #include <string>
 
 #include "engine/core/weather_state.h"
 
 namespace nimbry {
 
-/// One of the two services that take the weather in the query of a web request.
+/// A service that takes the weather in the query of a web request.
 struct WeatherService {
     const char* name;              ///< as texts call it
     const char* host;              ///< where it takes reports
@@ -20,6 +21,9 @@ struct WeatherService {
 
 [[nodiscard]] const WeatherService& weather_underground();
 [[nodiscard]] const WeatherService& hamweather();
+
+/// Both, in the order in which they are told.
+[[nodiscard]] std::span<const WeatherService* const> services_by_query();
 
 /// What both are told, worked out once for a report: "&dateutc=2026-10-21 03:05:07&winddir=098&windspeedmph=007..." and
 /// so on. Values stand as they are; what cannot travel is escaped at the door (ports/transfers.h).

@@ -35,7 +35,7 @@ bool aprs_takes_part(const PublishState& publish) {
 
 std::vector<const WeatherService*> services_taking_part(const PublishState& publish) {
     std::vector<const WeatherService*> services;
-    for (const WeatherService* service : {&weather_underground(), &hamweather()})
+    for (const WeatherService* service : services_by_query())
         if (takes_part(*service, publish)) services.push_back(service);
     return services;
 }
@@ -51,7 +51,7 @@ void tell_no_connection(Copy& copy, bool only_aprs) {
                                 .text = "Nimbry was unable to make a connection\r\n"
                                         "and did not complete Weather Underground upload!",
                                 .icon = "!"});
-    for (const WeatherService* service : {&weather_underground(), &hamweather()}) {
+    for (const WeatherService* service : services_by_query()) {
         if ((copy.state.menu.*service->log_switch).checked)
             copy.log.event(std::string(" ") + service->name + " upload failed: Unable to connect to Internet");
     }
