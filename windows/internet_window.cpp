@@ -93,7 +93,10 @@ QWidget* InternetWindow::ftp_tab() {
     add_choice(form, "Encr&yption", "cboFTPSecurity", draft_.values.FTPSecurity,
                {{"none", "None"}, {"explicit", "TLS, asked for after connecting"}, {"implicit", "TLS from the start"}});
     add_line(form, "A&dditional files", "txtAdditional_Files", "separated by commas");
-    add_number(form, "sent with every", "txtUploadCount", draft_.values.UploadCount, 1, most_uploads, ". upload");
+    QSpinBox& uploads =
+        add_number(form, "Send them", "txtUploadCount", draft_.values.UploadCount, 1, most_uploads, " uploads");
+    uploads.setPrefix(words("once in "));
+    uploads.setSpecialValueText(words("with every upload"));
     add_check(form, "Write the exchange to NimbryFTPLO&G.txt", "chkLogResponses");
     return tab;
 }
@@ -258,8 +261,8 @@ void InternetWindow::add_password(QFormLayout& form, const char* caption, const 
     form.addRow(label, row);
 }
 
-void InternetWindow::add_number(QFormLayout& form, const char* caption, const char* name, std::string& value, int least,
-                                int most, const char* unit) {
+QSpinBox& InternetWindow::add_number(QFormLayout& form, const char* caption, const char* name, std::string& value,
+                                     int least, int most, const char* unit) {
     auto* number = new QSpinBox;
     number->setObjectName(words(name));
     number->setRange(least, most);
@@ -271,6 +274,7 @@ void InternetWindow::add_number(QFormLayout& form, const char* caption, const ch
         number->setValue(whole_number(value));
     });
     form.addRow(words(caption), number);
+    return *number;
 }
 
 void InternetWindow::add_choice(QFormLayout& form, const char* caption, const char* name, std::string& value,

@@ -54,8 +54,8 @@ private:
     void add_line(QFormLayout& form, const char* caption, const char* name, const char* hint = "");
     void add_check(QFormLayout& form, const char* caption, const char* name);
     void add_password(QFormLayout& form, const char* caption, const char* name);
-    void add_number(QFormLayout& form, const char* caption, const char* name, std::string& value, int least, int most,
-                    const char* unit = "");
+    QSpinBox& add_number(QFormLayout& form, const char* caption, const char* name, std::string& value, int least,
+                         int most, const char* unit = "");
     void add_choice(QFormLayout& form, const char* caption, const char* name, std::string& value,
                     std::initializer_list<std::pair<const char*, const char*>> choices);
 

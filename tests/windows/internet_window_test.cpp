@@ -120,6 +120,13 @@ TEST_F(InternetDialogWindow, HandsOverWhatWasEditedAndCloses) {
     EXPECT_EQ(closed, 1);
 }
 
+TEST_F(InternetDialogWindow, TellsInWordsHowOftenAdditionalFilesAreSent) {
+    auto& uploads = find<QSpinBox>("txtUploadCount");
+    EXPECT_EQ(uploads.text(), "with every upload");
+    uploads.setValue(3);
+    EXPECT_EQ(uploads.text(), "once in 3 uploads");
+}
+
 TEST_F(InternetDialogWindow, MasksPasswordsAndKeepsThemInUTF8) {
     auto& line = find<QLineEdit>("txtFTPPass");
     EXPECT_EQ(line.echoMode(), QLineEdit::Password);
