@@ -117,7 +117,7 @@ TEST(ExtremesErrors, TwoShortFilesStopOneStartTogether) {
     EXPECT_TRUE(days.world.files.exists("nimbrTDay.bad"));
     EXPECT_FALSE(days.world.files.exists("nimbrYDay.log"));
     EXPECT_FALSE(days.world.files.exists("nimbrTDay.log"));
-    const std::string& log = days.world.files.contents("nbyprog.log");
+    const std::string log = days.world.files.contents("nbyprog.log");
     EXPECT_NE(log.find(" nimbrYDay.log is damaged and was put aside as nimbrYDay.bad\r\n"), std::string::npos);
     EXPECT_NE(log.find(" nimbrTDay.log is damaged and was put aside as nimbrTDay.bad\r\n"), std::string::npos);
 }
