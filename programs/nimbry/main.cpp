@@ -25,6 +25,12 @@ void pass_on_serious_messages(QtMsgType type, const QMessageLogContext&, const Q
     if (type == QtCriticalMsg || type == QtFatalMsg) write_line_to_stderr(message.toStdString());
 }
 
+/// Qt aborts where it finds none, which tells nobody what to do. A platform that was asked for by name may need none.
+bool has_display() {
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+}
+
 int run(const CommandLine& command_line) {
     const ProgramFolder folder = program_folder(FolderHints::of_process(command_line.dir));
     if (!folder) {
@@ -49,6 +55,10 @@ int main(int argc, char** argv) {
             write_line_to_stderr(usage_complaint("nimbry", command_line.complaint));
             return nimbry::exit_status::bad_usage;
         case CommandLine::Wish::run: break;
+    }
+    if (!has_display()) {
+        write_line_to_stderr("nimbry: there is no display (DISPLAY and WAYLAND_DISPLAY are empty); nimbryd needs none");
+        return nimbry::exit_status::failed;
     }
     qInstallMessageHandler(pass_on_serious_messages);
     QApplication application(argc, argv);
