@@ -83,14 +83,16 @@ PortOpenResult open_with_box(Copy& copy) {
         const PortOpenResult result = open_once(copy);
         if (result == PortOpenResult::ok || !copy.state.run.has_window) return result;
         const Answer answer = copy.ports.notices.box(failure_box(copy.state, result));
-        if (answer == Answer::other && is_current(copy, opening)) ask_for_port(copy);
-        if (answer == Answer::retry || answer == Answer::other) {
+        // Nor is Cancel meant for a port that has been opened while the box stood there.
+        if (!is_current(copy, opening)) return PortOpenResult::failed;
+        if (answer == Answer::other) {
+            ask_for_port(copy);
             if (!is_current(copy, opening)) return PortOpenResult::failed;
-            continue;
+        } else if (answer != Answer::retry) {
+            copy.log.event_or_nothing(" " + failure_line(copy.state, result) + ": cancelled");
+            end_at_once(copy);
+            throw WaitCancelled{};
         }
-        copy.log.event_or_nothing(" " + failure_line(copy.state, result) + ": cancelled");
-        end_at_once(copy);
-        throw WaitCancelled{};
     }
 }
 

@@ -28,7 +28,7 @@ void close_serial_port(Copy& copy);
 /// failure.
 ///
 /// As long as the port is tried again, `PortTrouble` and the tip of the status label say why. A later call takes over
-/// from one that is still trying.
+/// from one that is still trying, or whose box is still unanswered: no answer counts then.
 void open_serial_port(Copy& copy);
 
 /// The device of the open port has gone away: called by OnComm half a second after the fault. Tells it in a notice and

@@ -163,6 +163,27 @@ TEST(SerialPortWithAWindow, CancelEndsTheProgramAtOnceWithoutStopLine) {
     EXPECT_THAT(world.sounds.played, IsEmpty());
 }
 
+// `nimbryctl apply comms` opens another port while nobody has answered the box.
+TEST(SerialPortWithAWindow, AnAnswerThatComesAfterALaterOpeningChangesNothing) {
+    for (const Answer answer : {Answer::cancel, Answer::retry, Answer::other}) {
+        SCOPED_TRACE(static_cast<int>(answer));
+        World world;
+        world.files.put("Nimbry.ini", main_section());
+        world.line.refuse(default_device(1), PortOpenResult::not_found);
+        world.notices.will_answer(answer, 10s);
+        world.begin_start(with_window);
+        world.state().settings.SerialPort1 = "/dev/ttyUSB7";
+        world.act([&] { open_serial_port(world.copy()); });
+        world.run_for(20s);
+        EXPECT_FALSE(world.engine.gone());
+        EXPECT_EQ(world.line.device(), "/dev/ttyUSB7");
+        EXPECT_EQ(world.line.attempts().size(), 3u);
+        EXPECT_TRUE(world.state().comm.SerComReady);
+        EXPECT_THAT(world.notices.windows, IsEmpty());
+        EXPECT_THAT(world.log(), IsEmpty());
+    }
+}
+
 /// A copy with a window whose port is not there; the box is answered by the choice of another port.
 struct PortToChoose : testing::Test {
     PortToChoose() {
@@ -198,6 +219,14 @@ TEST_F(PortToChoose, IsChosenInTheDialogAndOpenedInTheSameStart) {
     EXPECT_EQ(world.setting("Main", "SerialPort1"), "/dev/ttyUSB0");
     EXPECT_EQ(world.notices.boxes.size(), 1u);
     EXPECT_THAT(world.log(), IsEmpty());
+}
+
+TEST_F(PortToChoose, LeavesTheDialogAsItWasForWhatIsAcceptedLater) {
+    world.begin_start(with_window);
+    accept([](CommsDialog& dialog) { dialog.SerialPort1 = "/dev/ttyUSB0"; });
+    accept([](CommsDialog& dialog) { dialog.SerialPort1 = "/dev/ttyUSB1"; });
+    EXPECT_EQ(world.line.device(), "/dev/ttyUSB1") << "nobody waits for it now: the dialog opens the port itself";
+    EXPECT_TRUE(world.state().comm.SerComReady);
 }
 
 TEST_F(PortToChoose, IsAskedAboutAgainWhenTheDialogWasLeftWithoutAChoice) {
