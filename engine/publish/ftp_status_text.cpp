@@ -6,11 +6,11 @@
 namespace nimbry {
 namespace {
 
-/// In the program log, and for `nimbryctl status`.
-void tell(Copy& copy, const std::string& fault) {
+/// In the program log, and for `nimbryctl status`, which has room for what is `known` beyond it.
+void tell(Copy& copy, const std::string& fault, const std::string& known = {}) {
     stop_watchdog(copy);
     copy.log.event(" " + fault);
-    copy.state.publish.upload.fault = fault;
+    copy.state.publish.upload.fault = fault + (known.empty() ? "" : " (" + known + ")");
 }
 
 }  // namespace
@@ -36,8 +36,7 @@ void status_event(Copy& copy, int number, const std::string& words) {
     }
     if (upload.FtpConnectFailed) return;
     upload.FtpConnectFailed = true;
-    tell(copy, "Unable to make a connection to the remote FTP server: " + ftp_status_text(number) +
-                   (words.empty() ? "" : " (" + words + ")"));
+    tell(copy, "Unable to make a connection to the remote FTP server: " + ftp_status_text(number), words);
 }
 
 void transfer_failure_event(Copy& copy, const std::string& text) {

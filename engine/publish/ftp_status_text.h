@@ -13,7 +13,7 @@ inline constexpr int ftp_connected = 3000;
 [[nodiscard]] std::string ftp_status_text(int number);
 
 /// The login has ended: notes whether it went well, and tells of it in the program log the first time that it did not.
-/// `words` say more than the digits of a status without a name do.
+/// `words` say more than the digits of a status without a name do: they stand in the upload's `fault` alone.
 void status_event(Copy& copy, int number, const std::string& words = {});
 
 /// A file did not get there: notes it, and tells why in the program log the first time.
