@@ -44,7 +44,7 @@ public:
     void refuse(std::function<bool(const curl_sockaddr&)> refused) { refused_ = std::move(refused); }
 
     /// Carries the transfer out that the options describe, over the connection of the last one where that still stands;
-    /// ends with libcurl's verdict. It takes as long as it takes: `broken_off` is the only way out.
+    /// ends with libcurl's verdict. Takes until it is done, `broken_off` says so, or a limit among the options is over.
     CURLcode perform();
 
     /// A number of the last transfer: CURLINFO_RESPONSE_CODE, CURLINFO_OS_ERRNO.

@@ -4,8 +4,8 @@
 
 namespace nimbry {
 
-/// Writes the extremes of the day to their file, unless there is nothing to write yet; `tdaysaving` is set meanwhile.
-/// May wait.
+/// Writes the extremes of the day to their file, unless there is nothing to write yet. `tdaysaving` is clear
+/// afterwards, on every way out. Throws RunTimeError.
 void SaveExtremes(Copy& copy);
 
 }  // namespace nimbry

@@ -17,8 +17,7 @@ namespace nimbry {
 [[nodiscard]] std::string fahrenheit(std::string_view metric);
 
 /// The same for the tags that say so. Kept on purpose: the sign goes before a number that has one already, so "-30"
-/// gives
-/// "--22".
+/// gives "--22".
 [[nodiscard]] std::string fahrenheit_double_sign(std::string_view metric);
 
 /// A metric temperature as the station gives it, brought to its shortest form: "+08.1" to "+8.1", "-00.0" to "-0".
