@@ -1,6 +1,7 @@
 #include "tests/system/running_copy.h"
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -59,6 +60,8 @@ pid_t started(const std::string& program, const std::vector<std::string>& argume
     const pid_t id = fork();
     if (id < 0) throw std::runtime_error("no process");
     if (id > 0) return id;
+    // Where the tests run in the background of a script they ignore the interrupt, and so would all that they start.
+    for (const int number : {SIGINT, SIGQUIT, SIGHUP, SIGTERM, SIGPIPE}) std::signal(number, SIG_DFL);
     redirect(STDIN_FILENO, "/dev/null", O_RDONLY);
     redirect(STDOUT_FILENO, out.c_str(), O_WRONLY | O_CREAT);
     redirect(STDERR_FILENO, err.c_str(), O_WRONLY | O_CREAT);
@@ -93,6 +96,19 @@ bool Process::runs() {
     return false;
 }
 
+void Process::stop() const {
+    signal(SIGSTOP);
+    siginfo_t told{};
+    EXPECT_TRUE(eventually(
+        [&] { return waitid(P_PID, static_cast<id_t>(id_), &told, WSTOPPED | WNOHANG) == 0 && told.si_pid == id_; }));
+    // It is told a little before the last thread leaves its processor.
+    EXPECT_TRUE(eventually([this] {
+        const double used = processor_seconds();
+        std::this_thread::sleep_for(100ms);
+        return processor_seconds() == used;
+    }));
+}
+
 Ending Process::ending() {
     eventually([this] { return !runs(); });
     return ending_;
@@ -103,15 +119,6 @@ double Process::processor_seconds() const {
     clockid_t clock{};
     if (clock_getcpuclockid(id_, &clock) != 0 || clock_gettime(clock, &used) != 0) return 0;
     return static_cast<double>(used.tv_sec) + static_cast<double>(used.tv_nsec) / 1e9;
-}
-
-std::string clock_shifter() {
-    for (const auto& folder : std::filesystem::directory_iterator("/usr/lib")) {
-        const auto library = folder.path() / "faketime" / "libfaketimeMT.so.1";
-        std::error_code none;
-        if (std::filesystem::exists(library, none)) return library.string();
-    }
-    return {};
 }
 
 std::string own_address(int n) {

@@ -44,6 +44,8 @@ public:
     [[nodiscard]] pid_t id() const { return id_; }
     void signal(int number) const;
     [[nodiscard]] bool runs();
+    /// Stops it, and returns once it is off the processor. signal(SIGCONT) lets it go on.
+    void stop() const;
     /// Waits, 60 s at most, until it has ended.
     Ending ending();
 
@@ -63,9 +65,6 @@ private:
 /// Looks every few milliseconds, 60 s at most, until `condition` holds. True when it does. The tests wait for what they
 /// want to see and never for a time.
 bool eventually(const std::function<bool()>& condition);
-
-/// The library that shifts a program's clock; empty where it is not installed.
-std::string clock_shifter();
 
 /// A loopback address of this test run's: all copies of one machine share its ports, so each has an address of its own,
 /// and other runs have others. `n` tells the copies of a run apart, 1 to 254.

@@ -8,7 +8,6 @@
 #include <csignal>
 #include <cstdlib>
 #include <ctime>
-#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <memory>
@@ -18,6 +17,7 @@
 
 #include "engine/derived/dates.h"
 #include "tests/system/running_copy.h"
+#include "tests/system/set_clock.h"
 #include "tests/system/station_line.h"
 
 namespace nimbry::system_test {
@@ -51,14 +51,7 @@ protected:
                            "numofentries=1\r\niplist(1)=" +
                                own_address(8) + "\r\nLocalIP=" + own_address(7) + "\r\n");
         client_folder_.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\nfromnet=True\r\nLocalIP=" + own_address(8) + "\r\n");
-        shift_clock(0);
-        const std::string shifter = clock_shifter();
-        if (!shifter.empty()) {
-            setting_.environment = {{"LD_PRELOAD", shifter},
-                                    {"FAKETIME_TIMESTAMP_FILE", clock_.path("shift")},
-                                    {"FAKETIME_CACHE_DURATION", "1"},
-                                    {"DONT_FAKE_MONOTONIC", "1"}};
-        }
+        setting_.environment = clock_.environment();
     }
 
     void start_server() { server = std::make_unique<RunningCopy>(server_folder_, station.device(), setting_); }
@@ -72,12 +65,6 @@ protected:
             usleep(150'000);
             return server->frames("trains") > server_had && client->frames("trains") > client_had;
         });
-    }
-
-    /// The computer's clock stands so many hours beside the true one from now on.
-    void shift_clock(int hours) const {
-        clock_.put("next", (hours < 0 ? "" : "+") + std::to_string(hours) + "h\n");
-        std::filesystem::rename(clock_.path("next"), clock_.path("shift"));  // no reader sees half of it
     }
 
     /// How far the clock that the client goes by is from the true one, to the nearest hour.
@@ -111,14 +98,13 @@ protected:
     }
 
     void jump(int hours) {
-        if (clock_shifter().empty()) return;  // libfaketime is not installed
-        shift_clock(hours);
+        if (!SetClock::can_be_had()) return;
+        clock_.put_beside(std::chrono::hours{hours});
         EXPECT_TRUE(eventually([&] { return trains_flow() && hours_beside() == hours; })) << hours;
     }
 
     void hold(const RunningCopy& copy) {
-        copy.signal(SIGSTOP);
-        usleep(100'000);
+        copy.stop();
         const double had_worked = copy.processor_seconds();
         const auto until = std::chrono::steady_clock::now() + (soak_time() > 10min ? 120s : 4s);
         while (std::chrono::steady_clock::now() < until) {
@@ -179,7 +165,8 @@ protected:
     std::unique_ptr<RunningCopy> server, client;
 
 private:
-    TemporaryFolder server_folder_, client_folder_, clock_;
+    TemporaryFolder server_folder_, client_folder_;
+    SetClock clock_;
     Process::Setting setting_;
     std::mt19937 random_{1};
 };
