@@ -61,6 +61,8 @@ std::string extremes_of_yesterday() {
     return yesterday_text(now(), day);
 }
 
+constexpr useconds_t longer_than_both_settling_times = 150'000;
+
 /// A copy in a folder of its own, with these lines in section `Main`.
 struct Member {
     Member(const std::string& main_lines, const std::string& device, const Process::Setting& setting = {}) {
@@ -143,6 +145,17 @@ protected:
         });
     }
 
+    /// The station sends its trains until the first has reached the client, which then fetches its server's files.
+    [[nodiscard]] bool fetches_all_files(const Member& client, double outdoor) {
+        return eventually([&] { return client.copy->status()["role"].toString() == "client"; }) && eventually([&] {
+                   if (!client.sync_result().empty()) return true;
+                   if (!client.part("sync")["running"].toBool()) send_train(outdoor);
+                   usleep(longer_than_both_settling_times);
+                   return false;
+               }) &&
+               client.sync_result() == "all files";
+    }
+
     StationLine station;
 };
 
@@ -158,10 +171,7 @@ TEST_F(SeveralCopies, AClientStartsWhereItsServerStandsAndShowsWhatItShows) {
 
     Member client("fromnet=True\r\nLocalIP=" + own_address(2) + "\r\n", "/dev/null");
     client.start();
-    ASSERT_TRUE(eventually([&] { return client.copy->status()["role"].toString() == "client"; }));
-    send_train(12);
-    ASSERT_TRUE(eventually([&] { return !client.sync_result().empty(); }));
-    EXPECT_EQ(client.sync_result(), "all files") << client.copy->standard_error();
+    ASSERT_TRUE(fetches_all_files(client, 12)) << client.copy->standard_error();
     EXPECT_EQ(client.part("network")["peers"].toString().toStdString(), own_address(1));
     EXPECT_EQ(server.copy->logged(" A client machine at " + own_address(2) + " connected"), 1);
     EXPECT_EQ(client.folder.contents("tempsync.cfg"), server.folder.contents("sync.cfg"));
@@ -191,17 +201,23 @@ TEST_F(SeveralCopies, AClientThatIsKilledInTheMiddleLeavesItsServerFreeForTheNex
         SCOPED_TRACE(is_killed);
         Member client("fromnet=True\r\nLocalIP=" + own_address(4) + "\r\n", "/dev/null");
         client.start();
-        ASSERT_TRUE(eventually([&] { return client.copy->status()["role"].toString() == "client"; }));
-        send_train(12);
-        if (is_killed) {
-            ASSERT_TRUE(eventually([&] { return server.part("sync")["running"].toBool(); }));
-            client.copy->signal(SIGKILL);
-            client.copy->ending();
-            ASSERT_TRUE(eventually([&] { return !server.part("sync")["running"].toBool(); }));
-        } else {
-            ASSERT_TRUE(eventually([&] { return !client.sync_result().empty(); }));
-            EXPECT_EQ(client.sync_result(), "all files");
+        if (!is_killed) {
+            EXPECT_TRUE(fetches_all_files(client, 12)) << client.copy->standard_error();
+            continue;
         }
+        ASSERT_TRUE(eventually([&] { return client.copy->status()["role"].toString() == "client"; }));
+        // The log is looked at, which takes no time: the files are fetched within a second or two.
+        const auto has_come = [&] {
+            return server.copy->logged(" A client machine at " + own_address(4) + " connected") > 0;
+        };
+        ASSERT_TRUE(eventually([&] {
+            send_train(12);
+            for (int look = 0; look < 40 && !has_come(); ++look) usleep(5'000);
+            return has_come();
+        }));
+        client.copy->signal(SIGKILL);
+        client.copy->ending();
+        ASSERT_TRUE(eventually([&] { return !server.part("sync")["running"].toBool(); }));
     }
 }
 
@@ -273,10 +289,7 @@ TEST_F(SeveralMachines, AServerAndAClientShareOneWithoutAddressesOfTheirOwn) {
 
     Member client("fromnet=True\r\n", "/dev/null", machines.on(0));
     client.start();
-    ASSERT_TRUE(eventually([&] { return client.copy->status()["role"].toString() == "client"; }));
-    send_train(11);
-    ASSERT_TRUE(eventually([&] { return !client.sync_result().empty(); }));
-    EXPECT_EQ(client.sync_result(), "all files") << client.copy->standard_error();
+    ASSERT_TRUE(fetches_all_files(client, 11)) << client.copy->standard_error();
     EXPECT_TRUE(everybody_takes_train({&server, &client}, 12));
 }
 
@@ -291,10 +304,7 @@ TEST_F(SeveralMachines, OneBroadcastReachesEveryClientOfANetwork) {
     Member second("fromnet=True\r\n", "/dev/null", machines.on(2));
     for (Member* client : {&first, &second}) {
         client->start();
-        ASSERT_TRUE(eventually([&] { return client->copy->status()["role"].toString() == "client"; }));
-        send_train(11);
-        ASSERT_TRUE(eventually([&] { return !client->sync_result().empty(); }));
-        EXPECT_EQ(client->sync_result(), "all files") << client->copy->standard_error();
+        ASSERT_TRUE(fetches_all_files(*client, 11)) << client->copy->standard_error();
     }
     EXPECT_EQ(server.copy->logged(" A client machine at 192.0.2.2 connected"), 1);
     EXPECT_EQ(server.copy->logged(" A client machine at 192.0.2.3 connected"), 1);
