@@ -175,13 +175,15 @@ TEST_F(ControlServerTest, ACallerWhoDoesNotTakeItsAnswerIsDropped) {
 TEST_F(ControlServerTest, AnAnswerThatIsNeverFetchedIsGivenUp) {
     server.reset();
     serve(folder.path(), 30ms);
-    answering = [](const Words&, Asker& asker) {
+    std::size_t callers_when_asked = 0;
+    answering = [&](const Words&, Asker& asker) {
+        callers_when_asked = server->callers();
         asker.print(std::string(4'000'000, 'w'));
         return 0;
     };
     TestCaller caller(folder.path());
     caller.ask({"x"});
-    EXPECT_TRUE(comes([this] { return server->callers() == 1; }));
+    EXPECT_TRUE(comes([&] { return callers_when_asked == 1; }));
     EXPECT_TRUE(comes([this] { return server->callers() == 0; }));
 }
 

@@ -8,7 +8,7 @@ using namespace std::chrono_literals;
 struct CurlWeb : testing::Test, Outside {
     TestServer server{QStringLiteral("http_server.py")};
 
-    std::unique_ptr<WebReply> get(const std::string& path, Milliseconds limit = 10s) {
+    std::unique_ptr<WebReply> get(const std::string& path, Milliseconds limit = 60s) {
         auto reply = transfers.get("127.0.0.1:" + std::to_string(server.port()) + path, limit);
         EXPECT_TRUE(ends(reply));
         return reply;
@@ -45,7 +45,7 @@ TEST_F(CurlWeb, TellsSilenceFromNoConnection) {
     EXPECT_EQ(silent->end(), WebReply::End::timed_out);
     EXPECT_EQ(silent->status(), 0);
     EXPECT_EQ(get("/hangs-up")->end(), WebReply::End::no_connection);
-    const auto unknown = transfers.get("no.such.host.invalid/", 10s);
+    const auto unknown = transfers.get("no.such.host.invalid/", 60s);
     ASSERT_TRUE(ends(unknown));
     EXPECT_EQ(unknown->end(), WebReply::End::no_connection);
 }
@@ -54,12 +54,12 @@ TEST_F(CurlWeb, TrustsOnlyCertificatesThatItKnows) {
     const TestCertificate certificate;
     TestServer secure(QStringLiteral("http_server.py"), {QString::fromStdString(certificate.path())});
     const std::string url = "https://localhost:" + std::to_string(secure.port()) + "/";
-    const auto stranger = transfers.get(url, 10s);
+    const auto stranger = transfers.get(url, 60s);
     ASSERT_TRUE(ends(stranger));
     EXPECT_EQ(stranger->end(), WebReply::End::no_connection);
     const Trust trust(certificate);
     Outside trusting;
-    const auto known = trusting.transfers.get(url, 10s);
+    const auto known = trusting.transfers.get(url, 60s);
     ASSERT_TRUE(ends(known));
     EXPECT_EQ(known->status(), 200);
 }

@@ -6,12 +6,12 @@
 
 namespace nimbry::platform {
 
-/// Lets events run until `condition` holds, for 20 s at most. True when it holds.
+/// Lets events run until `condition` holds, for a minute at most. True when it holds.
 inline bool run_events_until(const std::function<bool()>& condition) {
     QElapsedTimer since;
     since.start();
     while (!condition()) {
-        if (since.hasExpired(20'000)) return false;
+        if (since.hasExpired(60'000)) return false;
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 20);
     }
     return true;

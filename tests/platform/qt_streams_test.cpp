@@ -6,24 +6,16 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <QNetworkProxy>
 #include <cerrno>
 #include <memory>
 #include <optional>
 #include <string>
 
 #include "tests/platform/event_loop.h"
+#include "tests/support/held_port.h"
 
 namespace nimbry::platform {
 namespace {
-
-/// A port number that nobody holds, by letting go of one.
-std::uint16_t free_port() {
-    QTcpServer probe;
-    probe.setProxy(QNetworkProxy::NoProxy);
-    probe.listen(QHostAddress::LocalHost, 0);
-    return probe.serverPort();
-}
 
 class QtStreamsTest : public testing::Test {
 protected:
@@ -31,12 +23,19 @@ protected:
         streams.on_stir([this] { ++stirs; });
     }
 
+    /// Listens at a port that nobody holds. Which one is free is known by letting go of it; who was faster to take it
+    /// has it, and the next one is tried.
+    void listen_somewhere() {
+        for (int tries = 0; tries < 100 && listener == nullptr; ++tries) {
+            port = HeldPort().number();
+            listener = streams.listen(port, "127.0.0.1").listener;
+        }
+        ASSERT_NE(listener, nullptr);
+    }
+
     /// A connection from `streams` to `streams`: the caller's end and the end that answers.
     void connect_both() {
-        port = free_port();
-        Listening opened = streams.listen(port, "127.0.0.1");
-        ASSERT_NE(opened.listener, nullptr) << opened.fault.description;
-        listener = std::move(opened.listener);
+        ASSERT_NO_FATAL_FAILURE(listen_somewhere());
         caller = streams.connect("127.0.0.1", port, "");
         ASSERT_TRUE(run_events_until([this] {
             if (!answerer) answerer = listener->accept();
@@ -89,7 +88,8 @@ TEST_F(QtStreamsTest, ANameIsLookedUp) {
 }
 
 TEST_F(QtStreamsTest, ARefusedConnectionEndsClosed) {
-    const auto refused = streams.connect("127.0.0.1", free_port(), "");
+    const HeldPort nobody;
+    const auto refused = streams.connect("127.0.0.1", nobody.number(), "");
     EXPECT_TRUE(run_events_until([&] { return refused->state() == StreamState::closed; }));
     EXPECT_EQ(refused->send("x")->number, ENOTCONN);
 }
@@ -188,14 +188,12 @@ TEST_F(QtStreamsTest, ATakenPortAndAForeignAddressSayWhatIsWrong) {
     const Listening taken = streams.listen(port, "127.0.0.1");
     EXPECT_EQ(taken.listener, nullptr);
     EXPECT_EQ(taken.fault, (SendFault{EADDRINUSE, "Address already in use"}));
-    EXPECT_EQ(streams.listen(free_port(), "192.0.2.77").fault.number, EADDRNOTAVAIL);
-    EXPECT_EQ(streams.listen(free_port(), "no address").fault.number, EADDRNOTAVAIL);
+    EXPECT_EQ(streams.listen(port, "192.0.2.77").fault.number, EADDRNOTAVAIL);
+    EXPECT_EQ(streams.listen(port, "no address").fault.number, EADDRNOTAVAIL);
 }
 
 TEST_F(QtStreamsTest, TheCallerComesFromTheAddressItIsGiven) {
-    port = free_port();
-    listener = streams.listen(port, "127.0.0.1").listener;
-    ASSERT_NE(listener, nullptr);
+    ASSERT_NO_FATAL_FAILURE(listen_somewhere());
     caller = streams.connect("127.0.0.1", port, "127.0.0.9");
     ASSERT_TRUE(run_events_until([this] { return (answerer = listener->accept()) != nullptr; }));
     EXPECT_EQ(answerer->peer(), "127.0.0.9");

@@ -11,9 +11,11 @@ import sys
 import time
 
 folder, security = sys.argv[1], sys.argv[2]
-with socket.socket() as free:
-    free.bind(("127.0.0.1", 0))
-    port = free.getsockname()[1]
+# The port is nobody else's as long as this socket has it, and may be shared with one that wants to share too, as vsftpd does.
+held = socket.socket()
+held.bind(("127.0.0.1", 0))
+held.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
+port = held.getsockname()[1]
 os.makedirs(folder + "/root/up")
 os.mkdir(folder + "/empty")
 settings = {
@@ -37,7 +39,7 @@ with open(folder + "/openssl.cnf", "w") as file:
 server = subprocess.Popen(["/usr/sbin/vsftpd", folder + "/vsftpd.conf"],
                           env={**os.environ, "OPENSSL_CONF": folder + "/openssl.cnf"},
                           preexec_fn=lambda: __import__("ctypes").CDLL(None).prctl(1, 9))
-for _ in range(100):
+while server.poll() is None:
     try:
         socket.create_connection(("127.0.0.1", port)).close()
         break

@@ -21,8 +21,9 @@ public:
         process_.start(QStringLiteral("/usr/bin/python3"),
                        QStringList{QStringLiteral(NIMBRY_SERVERS "/") + script, QString::fromStdString(folder.path())} +
                            arguments);
-        if (!process_.waitForStarted() || !process_.waitForReadyRead(20'000))
-            throw std::runtime_error("no server: " + script.toStdString());
+        while (!process_.canReadLine()) {
+            if (!process_.waitForReadyRead(60'000)) throw std::runtime_error("no server: " + script.toStdString());
+        }
         port_ = static_cast<std::uint16_t>(process_.readLine().trimmed().toInt());
     }
     ~TestServer() {
