@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "engine/displays/main_panel.h"
+#include "tests/windows/comes_about.h"
 #include "windows/accessibility.h"
 #include "windows/setting_bar.h"
 #include "windows/setup_dialogs.h"
@@ -302,7 +303,7 @@ TEST_F(AlarmsDialogWindow, EachCheckBoxHasALetterOfItsOwn) {
     }
     EXPECT_EQ(boxes, 16);
     QTest::keyClick(window.get(), Qt::Key_W, Qt::AltModifier);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return check("chkAWindHi")->isChecked(); }));
+    EXPECT_TRUE(comes_about([this] { return check("chkAWindHi")->isChecked(); }));
 }
 
 TEST_F(AlarmsDialogWindow, ABarTellsItsNameItsNumberAndItsText) {

@@ -16,6 +16,7 @@
 
 #include "engine/displays/box_list.h"
 #include "platform/text_bytes.h"
+#include "tests/windows/comes_about.h"
 #include "tests/windows/form1_widgets.h"
 #include "tests/windows/sample_states.h"
 #include "tests/world/stream_player.h"
@@ -321,7 +322,7 @@ TEST(Form1, PaintsSeveralChangesInOneFrame) {
     EXPECT_EQ(box->text(), QStringLiteral("+12.6 \u00B0C")) << "not from inside the event";
     state.panel.Text2[0].text = "+2 \260C";
     form.state_changed();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return box->text() == QStringLiteral("+2 \u00B0C"); }));
+    EXPECT_TRUE(comes_about([&] { return box->text() == QStringLiteral("+2 \u00B0C"); }));
     EXPECT_EQ(form.refresh(), 0);
 }
 

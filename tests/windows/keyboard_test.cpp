@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "engine/displays/main_panel.h"
+#include "tests/windows/comes_about.h"
 #include "tests/windows/sample_states.h"
 #include "windows/form1.h"
 
@@ -106,7 +107,7 @@ TEST_F(Keyboard, SpaceShowsTheTipAndEscClosesIt) {
     press(Qt::Key_Space);
     EXPECT_EQ(QToolTip::text(), QStringLiteral("The current outdoor temperature\nTemperature +12.6 \u00B0C"));
     press(Qt::Key_Escape);
-    EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+    EXPECT_TRUE(comes_about([] { return !QToolTip::isVisible(); }));
 }
 
 TEST_F(Keyboard, ATipThatLooksLikeMarkupIsShownAsItStands) {
@@ -136,7 +137,7 @@ TEST_F(Keyboard, ReachesWhatIsExplainedBesideTheBoxes) {
         press(Qt::Key_Space);
         EXPECT_EQ(QToolTip::text(), c.tip);
         press(Qt::Key_Escape);
-        EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+        EXPECT_TRUE(comes_about([] { return !QToolTip::isVisible(); }));
     }
     focus("TxtTime");
     press(Qt::Key_Right);
