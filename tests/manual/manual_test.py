@@ -127,7 +127,7 @@ class Home:
 
     def run(self, script):
         kept = {name: os.environ[name] for name in ("PATH", "LANG", "LC_ALL") if name in os.environ}
-        return subprocess.run(["bash", "-c", PRELUDE + script], capture_output=True, text=True, timeout=120, stdin=subprocess.DEVNULL,
+        return subprocess.run(["bash", "-c", PRELUDE + script], capture_output=True, text=True, timeout=600, stdin=subprocess.DEVNULL,
                               env=kept | {"HOME": str(self.folder), "PROGRAMS": str(PROGRAMS), "PLAYED": str(self.played), "USER": "me"})
 
     def close(self):

@@ -47,13 +47,13 @@ def work(folder):
     program = {name: str(PROGRAMS / name / name) for name in ("nimbryd", "nimbryctl", "nimbry-station")}
 
     def ask(*words):
-        return subprocess.run([program["nimbryctl"], "--dir", home, *words], capture_output=True, text=True, timeout=60)
+        return subprocess.run([program["nimbryctl"], "--dir", home, *words], capture_output=True, text=True, timeout=300)
 
     station = subprocess.Popen([program["nimbry-station"], "--link", line, "--speed", "10"], stdout=subprocess.DEVNULL)
     copy = subprocess.Popen(["strace", "-f", "-qq", "-e", "signal=none", "-o", trace,
                              program["nimbryd"], "--dir", home, "--device", line], stderr=subprocess.DEVNULL)
     try:
-        ends = time.monotonic() + 90
+        ends = time.monotonic() + 300
         while "fullystarted\ttrue" not in ask("status").stdout:
             if copy.poll() is not None:
                 return None
@@ -67,7 +67,7 @@ def work(folder):
         for words in (("install-templates",), ("generate",), ("graph", "wind", "--svg", str(folder / "w.svg")), ("force", "mail"),
                       ("force", "weather"), ("apply",), ("prune-log", "--yes"), ("stop",)):
             ask(*words)
-        copy.wait(60)
+        copy.wait(300)
     finally:
         if copy.poll() is None:
             copy.kill()
