@@ -1,6 +1,7 @@
 #include "engine/core/file_steps.h"
 
 #include "engine/core/run_time_error.h"
+#include "engine/derived/text_lines.h"
 
 namespace nimbry {
 
@@ -22,6 +23,12 @@ void move_to_archive(Files& files, const std::string& from, const std::string& a
     require(files.sync(from));
     require(files.rename(from, archive));
     require(files.sync(archive));
+}
+
+std::string_view missing_line_end(const Files& files, const std::string& name) {
+    std::string text;
+    if (files.read(name, text) != FileResult::ok || text.empty() || text.ends_with('\n')) return "";
+    return text.ends_with('\r') ? line_end.substr(1) : line_end;
 }
 
 }  // namespace nimbry

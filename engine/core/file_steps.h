@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "engine/ports/files.h"
 
@@ -18,5 +19,9 @@ void replace_by(Files& files, const std::string& work, const std::string& finish
 /// Gives a month's file its archive's name. A power cut leaves it whole, under the one name or the other. Throws
 /// RunTimeError: `exists` when the name is taken, and nothing has changed then.
 void move_to_archive(Files& files, const std::string& from, const std::string& archive);
+
+/// What the last line of a text file lacks of its end since a power cut tore it: "\r\n", "\n", or "" for a whole one.
+/// "" too for an empty file, and for one that is missing or cannot be read. Reads the whole file.
+[[nodiscard]] std::string_view missing_line_end(const Files& files, const std::string& name);
 
 }  // namespace nimbry

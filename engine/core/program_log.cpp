@@ -1,5 +1,6 @@
 #include "engine/core/program_log.h"
 
+#include "engine/core/file_steps.h"
 #include "engine/core/run_time_error.h"
 #include "engine/core/separator.h"
 #include "engine/derived/dates.h"
@@ -33,7 +34,9 @@ void ProgramLog::computer_event(std::string_view message) {
 }
 
 void ProgramLog::started() {
-    require(append(std::string(separator_line) + std::string(line_end) + computer_when() + " Program started"));
+    // The line that a power cut has torn stays by itself.
+    require(append(std::string(missing_line_end(files_, std::string(file))) + std::string(separator_line) +
+                   std::string(line_end) + computer_when() + " Program started"));
 }
 
 void ProgramLog::event_or_nothing(std::string_view message) noexcept {

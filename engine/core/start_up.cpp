@@ -5,6 +5,7 @@
 #include "engine/core/version_stamp.h"
 #include "engine/derived/dates.h"
 #include "engine/displays/main_panel.h"
+#include "engine/records/data_log.h"
 #include "engine/records/extremes_display.h"
 
 namespace nimbry {
@@ -29,6 +30,7 @@ void load_main_window(Copy& copy) {
         copy.ini.SaveSetting("Main", "UpTime", now);
         copy.ports.datasock.close();
         initprog(copy);
+        end_torn_line(copy);
         show_monthly_rain(copy.state, copy.ports.files);
         // The first-run window and the port may have taken a while: the label tells when the load was done.
         copy.state.additional.txtStarted.text = stamp_text(copy.ports.clock.computer_time());

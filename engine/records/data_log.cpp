@@ -1,5 +1,9 @@
 #include "engine/records/data_log.h"
 
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "engine/core/file_steps.h"
 #include "engine/core/run_time_error.h"
 #include "engine/core/soft_error.h"
@@ -26,6 +30,13 @@ std::string data_line(const LogFields& f) {
 
 void append(Copy& copy, const std::string& name, std::string_view bytes) {
     require(copy.ports.files.append(name, bytes));
+}
+
+/// The log, and its twin if there is to be one.
+std::vector<std::string> logs(const Copy& copy) {
+    std::vector<std::string> names{std::string(log_file)};
+    if (std::string twin = local_twin(copy.state.publish, log_file); !twin.empty()) names.push_back(std::move(twin));
+    return names;
 }
 
 void write_entry(Copy& copy, const std::string& name, const std::string& line) {
@@ -84,12 +95,19 @@ void weather_log_minute(Copy& copy) {
     if (state.settings.fwrtlog) writelog(copy);
 }
 
+void end_torn_line(Copy& copy) {
+    if (copy.state.settings.fromnet) return;
+    for (const std::string& name : logs(copy)) {
+        const std::string_view end = missing_line_end(copy.ports.files, name);
+        if (!end.empty()) softly(copy, "writelog", [&] { append(copy, name, end); });
+    }
+}
+
 void writelog(Copy& copy) {
     const WeatherState& state = copy.state;
     const std::string line = data_line(state.log_fields);
     // Each file by itself: a folder on another machine that is out of reach must not cost the program's own line.
-    for (const std::string& name : {std::string(log_file), local_twin(state.publish, log_file)})
-        if (!name.empty()) softly(copy, "writelog", [&] { write_entry(copy, name, line); });
+    for (const std::string& name : logs(copy)) softly(copy, "writelog", [&] { write_entry(copy, name, line); });
     if (state.readings.dtvar && month_is_over(copy)) softly(copy, "rolllog", [&] { rolllog(copy); });
 }
 
@@ -109,8 +127,8 @@ void rolllog(Copy& copy) {
 void log_units_line(Copy& copy) {
     const std::string lines =
         std::string(columns) + std::string(line_end) + data_log_units(copy.state.units) + std::string(line_end);
-    for (const std::string& name : {std::string(log_file), local_twin(copy.state.publish, log_file)})
-        if (!name.empty() && copy.ports.files.exists(name)) append(copy, name, lines);
+    for (const std::string& name : logs(copy))
+        if (copy.ports.files.exists(name)) append(copy, name, lines);
 }
 
 }  // namespace nimbry

@@ -18,6 +18,10 @@ inline constexpr std::string_view log_file = "nimbry.dat";
 /// during a changeover. May wait.
 void weather_log_minute(Copy& copy);
 
+/// At the start: ends the last line of the log and of its twin, where a power cut has torn it, so that the next entry
+/// is a line of its own. A server's only: a client never logs. Throws nothing: see above.
+void end_torn_line(Copy& copy);
+
 /// Writes one entry to the log and then to its twin, with a file's head if it is new, and closes the month when its
 /// last entry was written, or its first day has come without that. Throws nothing: see above.
 void writelog(Copy& copy);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "engine/alarms/alarm_checks.h"
+#include "engine/core/file_steps.h"
 #include "engine/core/file_wait.h"
 #include "engine/core/run_time_error.h"
 #include "engine/derived/dates.h"
@@ -142,7 +143,9 @@ void midnight_rain_file(Copy& copy) {
     const std::string lines =
         stamp_text(*state.readings.dtvar) + "\r\n" + numtext(Val(state.readings.rdattotrain)) + "\r\n";
     wait_until_free(copy, midnight_file);
-    require(copy.ports.files.append(midnight_file, lines));
+    // A date that goes on the line of a counter that a power cut has torn would not be found.
+    Files& files = copy.ports.files;
+    require(files.append(midnight_file, std::string(missing_line_end(files, midnight_file)) + lines));
 }
 
 float rain_since_midnight(Copy& copy) {

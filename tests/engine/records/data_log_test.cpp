@@ -76,6 +76,37 @@ TEST(DataLog, ALocalFolderGetsATwin) {
     EXPECT_EQ(world.files.contents("/local/nimbry.dat"), world.files.contents("nimbry.dat"));
 }
 
+TEST(DataLog, ALineThatAPowerCutHasTornStandsByItself) {
+    World world(at(10, 5, 14, 0));
+    world.files.add_folder("/local");
+    world.files.put("nimbry.dat", metric_head + "5,Oct,13:45,+12.");
+    world.files.put("/local/nimbry.dat", metric_head + "5,Oct,13:45" + usual_line + "\r");
+    run(world, "fwrtlog=True\r\nLogMin=1\r\n[FTP]\r\nLocalSave=True\r\nLocalPath=/local\r\n", at(10, 5, 14, 0));
+    world.run_for(61s);
+    const std::string next = "5,Oct,14:00" + usual_line + "\r\n";
+    EXPECT_EQ(world.files.contents("nimbry.dat"), metric_head + "5,Oct,13:45,+12.\r\n" + next);
+    EXPECT_EQ(world.files.contents("/local/nimbry.dat"), metric_head + "5,Oct,13:45" + usual_line + "\r\n" + next);
+}
+
+TEST(DataLog, ATornLineThatCannotBeEndedStaysAndIsTold) {
+    World world(at(10, 5, 14, 0));
+    run(world, "fwrtlog=True\r\n", at(10, 5, 14, 0));
+    world.files.put("nimbry.dat", "5,Oct,13:45,+12.");
+    world.files.refuse_changes(FileResult::disk_full);
+    EXPECT_NO_THROW(end_torn_line(world.copy()));
+    EXPECT_EQ(world.files.contents("nimbry.dat"), "5,Oct,13:45,+12.");
+    EXPECT_EQ(world.notices.balloons.back().what.text, "Error 61 encountered in writelog.");
+}
+
+TEST(DataLog, AClientLeavesATornLineAlone) {
+    World world(at(10, 5, 14, 0));
+    run(world, "fwrtlog=True\r\n", at(10, 5, 14, 0));
+    world.files.put("nimbry.dat", "5,Oct,13:45,+12.");
+    world.state().settings.fromnet = true;
+    end_torn_line(world.copy());
+    EXPECT_EQ(world.files.contents("nimbry.dat"), "5,Oct,13:45,+12.");
+}
+
 TEST(DataLog, AChangeoverHoldsEntriesBack) {
     World world(at(10, 5, 14, 0));
     run(world, "fwrtlog=True\r\nLogMin=1\r\n", at(10, 5, 14, 0));

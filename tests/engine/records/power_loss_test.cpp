@@ -8,8 +8,12 @@
 #include <string>
 #include <vector>
 
+#include "engine/derived/text_lines.h"
+#include "engine/graphs/graph_file.h"
+#include "engine/records/data_log.h"
 #include "engine/setup/units_dialog.h"
 #include "tests/engine/records/weather_days.h"
+#include "tests/world/front_day.h"
 
 namespace nimbry {
 namespace {
@@ -36,8 +40,9 @@ struct NightCase {
     const char* name;
     CivilTime change;
     std::string keys, sections;
-    std::string row, next_row;  // how the rows of its day and of the next begin
-    bool closes_the_almanac;    // it is a month's last
+    std::string row, next_row;     // how the rows of its day and of the next begin
+    bool closes_the_almanac;       // it is a month's last
+    bool graphs_of_a_day = false;  // are there when it begins
 };
 
 const std::vector<NightCase> nights{
@@ -47,6 +52,7 @@ const std::vector<NightCase> nights{
     {"NineInTheMonth", at(10, 31, 9, 0), "", local, "31,Oct,", "1,Nov,", false},
     {"LocalFolder", at(11, 1, 0, 0), midnight, local, "31,Oct,", "1,Nov,", true},
     {"Everything", at(11, 1, 0, 0), midnight, everything, "31,Oct,", "1,Nov,", true},
+    {"FullGraphs", at(10, 31, 9, 0), "", "", "31,Oct,", "1,Nov,", false, true},
 };
 
 const std::string old_log = "30,Oct,23:45:02,+12.3,54,+3.3,+11.2,n.a.,11,200,15,225,1013,Steady,0,123,+21.5,45\r\n";
@@ -60,6 +66,20 @@ std::string warm_day(CivilTime stamp) {
     std::string text = day_text(stamp_text(stamp), 33);
     const std::size_t warmest = text.find("\r\n") + 2;
     return text.replace(warmest, 1, "25.5");
+}
+
+// A graph file of 1440 samples, saved at their end.
+std::string graphs_of_a_day(CivilTime end) {
+    WeatherState state;
+    test::fill_with_a_front(state, end);
+    return graph_file_text(state.graphs, end);
+}
+
+// The samples that a start at `now` can have of a disk: all of a whole file, none of a torn one.
+int samples_on(const MemoryFiles& disk, CivilTime now) {
+    GraphState graphs;
+    const auto outcome = read_graph_file(disk.contents(std::string(graph_file)), now, graphs);
+    return outcome == GraphFileOutcome::loaded ? graphs.rows.windsamples() : 0;
 }
 
 /// The disk before one of its changes.
@@ -90,6 +110,7 @@ public:
         files.put("myhtml.html", "<p>~~WEBOUTTEMP~~</p>\r\n");
         files.put("mail_template.txt", "It is ~~WEBOUTTEMP~~.\r\n");
         files.put("mail_co_template.txt", "It was ~~WEBOUTTEMP~~.\r\n");
+        if (night.graphs_of_a_day) files.put(std::string(graph_file), graphs_of_a_day(change - 8min));
         files.put("nimbrysummarytemplate.html", "<p>~~SUBRAINDYS~~</p>\r\n");
         days.world.transfers.ftp.connect = {.end = {.status = 3000}};
         days.world.transfers.online = true;
@@ -164,6 +185,17 @@ std::size_t rows_of(const MemoryFiles& files, const std::string& beginning) {
         if (line.starts_with(beginning) && std::count(line.begin(), line.end(), ',') == fields - 1) ++found;
     }
     return found;
+}
+
+/// The most commas that a line beginning with a digit has.
+std::ptrdiff_t longest_entry(std::string_view log) {
+    std::ptrdiff_t most = 0;
+    while (!log.empty()) {
+        const std::string_view line = take_line(log);
+        if (!line.empty() && line.front() >= '0' && line.front() <= '9')
+            most = std::max(most, std::count(line.begin(), line.end(), ','));
+    }
+    return most;
 }
 
 std::string first_line(const std::string& text) {
@@ -257,6 +289,12 @@ protected:
         const auto next = started_after(disk, sound.change);
         ASSERT_FALSE(next->world.engine.gone());
         const MemoryFiles& files = next->world.files;
+        // The start has taken one sample of its own.
+        EXPECT_NEAR(next->world.state().graphs.rows.windsamples(), samples_on(disk, sound.change + 8min), 2);
+        // What a cut has torn of the weather log does not take the next line with it.
+        writelog(next->world.copy());
+        for (const char* log : {"nimbry.dat", "logOct26.csv", "/local/nimbry.dat", "/local/logOct26.csv"})
+            EXPECT_LE(longest_entry(files.contents(log)), 17) << log;
         EXPECT_EQ(rows_of(files, night.row), rows + (open ? 1 : 0));
         if (open) {
             EXPECT_NE(almanacs(files).find("\r\n" + night.row + "+25.5,1,"), std::string::npos);

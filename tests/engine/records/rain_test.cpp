@@ -283,6 +283,14 @@ TEST_F(Rain, AtMidnightTheCounterIsAppendedOnce) {
     EXPECT_EQ(world.files.contents("rnslm.dat"), "06 Oct 2026 00:00:00\r\n123\r\n07 Oct 2026 00:00:20\r\n7\r\n");
 }
 
+TEST_F(Rain, ACounterThatAPowerCutHasTornDoesNotTakeTheNextEntryWithIt) {
+    world.files.put("rnslm.dat", "05 Oct 2026 00:00:00\r\n11");
+    counter(123);
+    at({2026, 10, 6, 0, 0, 0});
+    midnight_rain_file(world.copy);
+    EXPECT_EQ(world.files.contents("rnslm.dat"), "05 Oct 2026 00:00:00\r\n11\r\n06 Oct 2026 00:00:00\r\n123\r\n");
+}
+
 TEST_F(Rain, WithoutAStationTimeNothingIsAppended) {
     state.readings.dtvar.reset();
     state.readings.rdattime = "00:00:10";
