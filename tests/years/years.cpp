@@ -119,14 +119,21 @@ void Years::advance_to(CivilTime moment) {
     world_->pauses.pause_until(world_instant_ + (moment - world_began_));
 }
 
-// One thing that lasts, at some time of the day that is not quiet.
-void Years::plan(seconds latest, seconds longest, const char* what, std::function<void()> begin,
-                 std::function<void()> end) {
+// One thing that lasts, at some time of the day that is not quiet. Returns its end.
+CivilTime Years::plan(seconds latest, seconds longest, const char* what, std::function<void()> begin,
+                      std::function<void()> end) {
     const CivilTime from = change_ - half_a_day + chance_.within(latest);
     const CivilTime to = std::min(from + 1min + chance_.within(longest), change_ + half_a_day - quiet_hours);
     ++tally_[what];
-    actions_.push_back({from, std::move(begin)});
-    actions_.push_back({to, std::move(end)});
+    actions_.push_back({from, [this, what, begin = std::move(begin)] {
+                            tell(std::string("begin: ") + what);
+                            begin();
+                        }});
+    actions_.push_back({to, [this, what, end = std::move(end)] {
+                            tell(std::string("end: ") + what);
+                            end();
+                        }});
+    return to;
 }
 
 void Years::plan_stop() {
@@ -146,6 +153,7 @@ void Years::plan_day() {
     actions_.clear();
     spans_.clear();
     sound_deciders_ = early_trains_ = 0;
+    surely_early_ = mail_train_ = false;
     if (chance_.one_in(2)) plan_stop();
     if (chance_.one_in(6)) plan_stop();
     if (chance_.one_in(4)) {
@@ -166,21 +174,9 @@ void Years::plan_day() {
             });
     }
     if (chance_.one_in(10)) {
-        const auto from = std::make_shared<CivilTime>();
-        plan(
-            latest, 3h, "full disks",
-            [this, from] {
-                disk_full_ = true;
-                ++torn_files_;
-                *from = now();
-                world_->files.refuse_changes(FileResult::disk_full);
-            },
-            [this, from] {
-                disk_full_ = false;
-                disk_full_until_ = now();
-                spans_.push_back({*from, now() + 1min});
-                world_->files.allow();
-            });
+        const CivilTime room = plan(
+            latest, 3h, "full disks", [this] { fill_disk(); }, [this] { make_room(); });
+        actions_.push_back({room + 3min, [this] { look_after_full_disk(); }});
     }
     if (chance_.one_in(12)) {
         const auto from = std::make_shared<CivilTime>();
@@ -195,6 +191,22 @@ void Years::plan_day() {
     if (chance_.one_in(10))
         actions_.push_back({change_ - half_a_day + chance_.within(latest), [this] { change_units(); }});
     std::stable_sort(actions_.begin(), actions_.end(), [](const Action& a, const Action& b) { return a.at < b.at; });
+}
+
+void Years::fill_disk() {
+    disk_full_ = true;
+    disk_full_from_ = now();
+    left_with_room_ = false;
+    ++torn_files_;
+    for (const char* name : {"nbextreme.log", "nimbry.dat"}) stood_[name] = world_->files.contents(name);
+    world_->files.refuse_changes(FileResult::disk_full);
+}
+
+void Years::make_room() {
+    disk_full_ = false;
+    disk_full_until_ = now();
+    spans_.push_back({disk_full_from_, now() + 1min});
+    world_->files.allow();
 }
 
 void Years::trouble_servers() {
@@ -237,6 +249,7 @@ void Years::restart(Stop how) {
     static constexpr std::array<const char*, 4> names{"exits by the menu", "exits with the session", "kills",
                                                       "power cuts"};
     ++tally_[names[static_cast<std::size_t>(how)]];
+    tell(names[static_cast<std::size_t>(how)]);
     const CivilTime from = now();
     if (how == Stop::menu || how == Stop::session_end) {
         world_->act([this, how] { how == Stop::menu ? world_->engine.menu_exit() : world_->engine.window_close(); });
@@ -244,6 +257,7 @@ void Years::restart(Stop how) {
         if (!world_->engine.gone()) complain("an exit has not ended in ten minutes");
     } else if (how == Stop::power_cut) {
         ++torn_files_;
+        stood_.clear();
         world_->files.power_cut(chance_.number());
     }
     const seconds away = chance_.one_in(2) ? 5s + chance_.within(1min) : 1min + chance_.within(30min);
@@ -251,18 +265,22 @@ void Years::restart(Stop how) {
     spans_.push_back({from, now() + 30s});
 }
 
-// The copy may leave by itself where the disk is full, or where what a full disk or a power cut has left of a day's
-// file cannot be read: once, as the file is put aside. Its supervisor starts it anew.
+// The copy may leave by itself while the disk is full, and once more for an error that has begun then; and where what a
+// full disk or a power cut has left of a day's file cannot be read: once, as the file is put aside. Its supervisor
+// starts it anew.
 void Years::look_after_unexpected_exit() {
     if (!world_->engine.gone()) return;
     const std::string why = world_->state().run.ExitWord;
     constexpr seconds an_exit_takes = 2min;
-    const bool no_room = disk_full_ || now() < disk_full_until_ + an_exit_takes;
+    const bool full = why.starts_with("Unrecoverable error 61 ");
+    const bool begun_while_full = full && now() < disk_full_until_ + an_exit_takes && !left_with_room_;
     // One that breaks off, or two of which the lines that are left break off within a number.
     const bool torn = why.find("problem with your extremes") != std::string::npos ||
                       why.starts_with("Unrecoverable error 13 encountered in ResYesterday");
-    if (no_room && (torn || why.starts_with("Unrecoverable error 61 "))) {
+    tell("the copy leaves by itself: " + why);
+    if (disk_full_ ? full || torn : begun_while_full) {
         ++tally_["exits on a full disk"];
+        left_with_room_ = !disk_full_;
     } else if (torn && torn_files_ > 0) {
         --torn_files_;
         ++tally_["exits for a torn file"];
@@ -289,13 +307,19 @@ void Years::send_train() {
     if (sensor_fault_) sensor_fault_(readings);
     Bytes train = write_train(readings);
     const bool damaged = chance_.one_in(100);
+    if (within(change_ - 30s, change_ + 90s) || within(mail - 15s, mail + 15s))
+        tell(damaged ? "a damaged train" : "a train");
     if (damaged) {
         damage(train, chance_);
         ++tally_["damaged trains"];
     } else if (moment >= change_ - 10s && moment < change_ + 1min) {
         ++sound_deciders_;
         if (moment < change_) ++early_trains_;
+        if (moment < change_ && !after_damage_) surely_early_ = true;
+    } else if (moment >= mail && moment < mail + 10s && !after_damage_) {
+        mail_train_ = true;
     }
+    after_damage_ = damaged;
     world_->send(train);
     ++tally_["trains"];
     if (chance_.one_in(20))
@@ -307,6 +331,8 @@ void Years::send_train() {
 
 void Years::live_a_day() {
     const CivilTime end = change_ + half_a_day;
+    story_.clear();
+    program_log_before_ = world_->files.contents("nbyprog.log").size();
     for (std::size_t next = 0;;) {
         const bool acts = next < actions_.size() && actions_[next].at <= next_train_;
         const CivilTime moment = acts ? actions_[next].at : next_train_;

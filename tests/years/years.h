@@ -45,6 +45,9 @@ public:
 
     /// What went against a law, a line each.
     [[nodiscard]] const std::vector<std::string>& complaints() const { return complaints_; }
+    /// What happened on the day that was lived last: what went wrong, the trains around the change, and the lines of
+    /// the program log.
+    [[nodiscard]] std::vector<std::string> story() const;
     /// How often what happened, for the report.
     [[nodiscard]] const std::map<std::string, int>& tally() const { return tally_; }
     /// The bytes on the heap at the last look, those of the disk's files not counted.
@@ -61,9 +64,11 @@ private:
     enum class Stop { menu, session_end, kill, power_cut };
 
     void plan_day();
-    void plan(std::chrono::seconds latest, std::chrono::seconds longest, const char* what, std::function<void()> begin,
-              std::function<void()> end);
+    CivilTime plan(std::chrono::seconds latest, std::chrono::seconds longest, const char* what,
+                   std::function<void()> begin, std::function<void()> end);
     void plan_stop();
+    void fill_disk();
+    void make_room();
     void restart(Stop how);
     void start_world(CivilTime at);
     void look_after_unexpected_exit();
@@ -76,6 +81,7 @@ private:
     [[nodiscard]] bool calm() const { return spans_.empty(); }
 
     void look();
+    void look_after_full_disk();
     void look_at_rows();
     void look_at_archives();
     void look_at_log();
@@ -88,6 +94,7 @@ private:
     void wait_until_idle();
     [[nodiscard]] std::string busy() const;
     void complain(const std::string& what);
+    void tell(const std::string& what);
     [[nodiscard]] CivilTime now() const { return world_->clock.computer_time(); }
 
     Chance chance_;
@@ -104,9 +111,14 @@ private:
     std::vector<Span> spans_;  // in which no day can be expected to be closed
     bool silent_ = false;
     bool disk_full_ = false;
-    CivilTime disk_full_until_{};
+    CivilTime disk_full_from_{}, disk_full_until_{};
+    bool left_with_room_ = false;                // by an error that the full disk had begun, once there was room again
+    std::map<std::string, std::string> stood_;   // what the files that only grow held when the disk was full
     int torn_files_ = 0;                         // refused starts that a full disk or a power cut may still cause
     int sound_deciders_ = 0, early_trains_ = 0;  // of them, in the ten seconds before the change
+    bool after_damage_ = false;                  // of the last train, which may take the next with it
+    bool surely_early_ = false;                  // one of them cannot have been missed
+    bool mail_train_ = false;                    // nor one in the ten seconds in which the last mail of the day was due
     std::function<void(StationReadings&)> sensor_fault_;
 
     std::size_t rows_before_ = 0, log_lines_before_ = 0;
@@ -119,6 +131,8 @@ private:
     int days_ = 0;
     int looks_at_copy_ = 0;  // since its start
     std::vector<std::string> complaints_;
+    std::vector<std::string> story_;
+    std::size_t program_log_before_ = 0;  // its bytes when the day began
     std::map<std::string, int> tally_;
 };
 
