@@ -120,8 +120,7 @@ bool Years::disturbed() const {
 // archives. A row or a line that a power cut had torn need not.
 void Years::look_after_full_disk() {
     const bool hears = !silent_ && world_->line.is_open() && now() - world_began_ > 2min;
-    if (world_->engine.gone() || (hears && !world_->state().run.fullystarted))
-        complain("the copy is not back after a full disk");
+    if (hears && !world_->state().run.fullystarted) complain("the copy is not back after a full disk");
     for (const auto& [name, stood] : std::exchange(stood_, {})) {
         const std::string whole = stood.substr(0, stood.rfind('\n') + 1);
         const auto names = world_->files.names();
