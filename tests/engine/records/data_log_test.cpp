@@ -95,6 +95,7 @@ TEST(DataLog, ATornLineThatCannotBeEndedStaysAndIsTold) {
     world.files.refuse_changes(FileResult::disk_full);
     EXPECT_NO_THROW(end_torn_line(world.copy()));
     EXPECT_EQ(world.files.contents("nimbry.dat"), "5,Oct,13:45,+12.");
+    ASSERT_FALSE(world.notices.balloons.empty());
     EXPECT_EQ(world.notices.balloons.back().what.text, "Error 61 encountered in writelog.");
 }
 
