@@ -55,8 +55,7 @@ public:
     [[nodiscard]] std::vector<std::string> GetSection(std::string_view section) const;
 
     /// Removes a section's header and its lines up to the next header. True on success, also when there is no such
-    /// section. A failed one is not tried again: the section may come back with the next read. For
-    /// tests.
+    /// section. A failed one is not tried again: the section may come back with the next read. For tests.
     bool DeleteSection(std::string_view section);
 
 private:

@@ -32,6 +32,7 @@ struct RunState {
     bool grafoneminute = false;  ///< the graph tick of this minute has been
     int SaveCounter = 0;         ///< cycles since the last save of the extremes
     int SaveRounds = 0;          ///< saves since AlarmMailSent was last cleared
+    int ComStateCount = 0;       ///< (kept) nothing counts it: a lost port is told by its line's own event
     int FtpStuckCount = 0;       ///< cycles in a row that found an upload under way
     int SyncWaitCount = 0;       ///< cycles in a row that found the sync listener not listening
 };

@@ -37,6 +37,7 @@ struct NetworkState {
     SyncReceiver receiver;
     ReceivedFile file14;
     BusyFlag HandlingIPData;          ///< the handler of its data is at work
+    std::uint64_t data_arrivals = 0;  ///< (kept) pieces of a file's content that have arrived, in this run
     std::uint64_t file_requests = 0;  ///< counts the requests for files; a later one ends the answer to those before
 
     // A client's conversation with its server.

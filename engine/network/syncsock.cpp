@@ -41,6 +41,7 @@ void let_go(Copy& copy, std::shared_ptr<Stream> connection) {
 
 void write_content(Copy& copy, std::string_view content) {
     NetworkState& network = copy.state.network;
+    ++network.data_arrivals;
     if (!network.receiver.file_open()) return;
     ReceivedFile& file = network.file14;
     file.size += content.size();

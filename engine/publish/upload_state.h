@@ -22,7 +22,7 @@ struct UploadState {
     bool TimComFail_rests = false;  ///< stopped for the upload, and to be started again after it
     bool TimAlarm_rests = false;    ///< likewise
 
-    std::string fault;       ///< why the last upload failed, as the program log says it; empty when it went well
+    std::string fault;       ///< why the last upload failed, in the log's words or more; empty: it went well
     std::string debug_text;  ///< what the debug window shows (ftp_debug.h)
 };
 
