@@ -94,6 +94,12 @@ TEST(ClientSync, AFileOfTheOwnStaysWhenTheServersDoesNotCome) {
     EXPECT_EQ(client.files.contents("nimbrTDay.log"), "today") << "the next files are fetched all the same";
 }
 
+TEST(ClientSync, CountsWhatComesWithoutACommand) {
+    Client client;
+    client.synchronise_whole();
+    EXPECT_EQ(client.network().data_arrivals, 6U) << "each of the six files is one piece";
+}
+
 TEST(ClientSync, AMissingFileIsAskedForFourTimes) {
     Client client;
     client.missing = {"cmdRequestYdayFile,"};
