@@ -31,8 +31,13 @@ std::chrono::seconds soak_time() {
     return std::chrono::seconds{asked == nullptr ? 120 : std::atoi(asked)};
 }
 
+#ifdef __SANITIZE_ADDRESS__
+/// 256 MiB: so much of what was freed the sanitizer keeps.
+constexpr long spare_pages = 65536;
+#else
 /// 4 MiB.
 constexpr long spare_pages = 1024;
+#endif
 
 /// The resident memory of a process, in pages.
 long resident_pages(const Process& process) {
