@@ -63,6 +63,10 @@ public:
         ioctl(master_, TIOCSWINSZ, &size);
     }
 
+    /// After a program was killed: its claim to have the line for itself outlives it, since the test keeps the line
+    /// alive. Root may open it all the same, nobody else.
+    void take_back() const { ioctl(slave_, TIOCNXCL); }
+
     void unplug() {
         for (int* end : {&master_, &slave_}) {
             if (*end >= 0) close(std::exchange(*end, -1));

@@ -28,8 +28,11 @@ class StationLine {
 public:
     StationLine() { plug_in(); }
 
-    /// The name that stays.
-    [[nodiscard]] std::string device() const { return folder_.path("line"); }
+    /// The name that stays, for a copy to open: a former one that was killed no longer has the line for itself.
+    [[nodiscard]] std::string device() const {
+        if (terminal_) terminal_->take_back();
+        return folder_.path("line");
+    }
 
     void plug_in() {
         terminal_ = std::make_unique<PseudoTerminal>();
