@@ -27,8 +27,12 @@ void pass_on_serious_messages(QtMsgType type, const QMessageLogContext&, const Q
 
 /// Qt aborts where it finds none, which tells nobody what to do. A platform that was asked for by name may need none.
 bool has_display() {
+#ifdef Q_OS_WIN
+    return true;
+#else
     return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
            !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+#endif
 }
 
 int run(const CommandLine& command_line) {
