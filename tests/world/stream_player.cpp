@@ -225,7 +225,8 @@ void play(World& world, const StreamFile& stream, const std::function<void()>& a
 
 std::string events_of(const StreamFile& stream, const std::string& more_settings) {
     World world(stream.clock - 2s);
-    world.files.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\n" + more_settings);
+    // A notice names the port: the same on each system.
+    world.files.put("Nimbry.ini", "[Main]\r\nHasRun=True\r\nSerialPort1=/dev/ttyS0\r\n" + more_settings);
     world.start();
     Listener listener(world);
     play(world, stream, [&] { listener.look(); });
